@@ -1,0 +1,67 @@
+// Picture files: what is in one, its pixels as a whole or row by row, and the way back into bytes.
+#pragma once
+
+#include "platform/image/image.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace veldara {
+
+// The numbers are the file type codes of the save operation.
+enum class FileType { jpeg = 1, tiff = 3, bmp = 6 };
+
+// What the header of a picture file promises. Width and height are those of the upright picture,
+// after the camera's orientation mark.
+struct ImageHeader {
+    FileType type = FileType::jpeg;
+    int width = 0;
+    int height = 0;
+    int dotsPerInch = 0; // 0: not known
+};
+
+// Reads only as much of the file as the header takes; the type is told by the content.
+// Throws Error (naming the file and the reason) when it is missing, empty, or no such picture.
+ImageHeader readImageHeader(const std::filesystem::path& file);
+
+// Decodes the whole picture, upright, as 8-bit RGB. Throws Error; never returns a picture of which
+// a part was missing.
+Image loadImage(const std::filesystem::path& file);
+
+// Decodes a picture from the top to the bottom without ever holding it whole. Files that can only
+// be had whole (turned by their orientation mark, progressive, bottom-up and compressed ...) are
+// decoded into memory first; the reader says so.
+class RowReader {
+  public:
+    virtual ~RowReader() = default;
+    virtual const ImageHeader& header() const = 0;
+    virtual const ColourProfile& colourProfile() const = 0;
+
+    // True when rows are decoded as they are asked for.
+    virtual bool streams() const = 0;
+
+    // Only the columns left .. left + width - 1 are wanted from now on (default: all). To be called
+    // before the first row.
+    virtual void wantColumns(int left, int width) = 0;
+
+    // Passes over rows without handing them out, decoding as little as the format allows.
+    virtual void skipRows(int count) = 0;
+
+    // The next rows.height() rows; rows.width() is the width of the wanted columns. Throws Error.
+    virtual void readRows(const MutablePixelView& rows) = 0;
+};
+
+std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file);
+
+// Encodes a picture into the bytes of a file: JPEG at quality 95 without chroma subsampling, TIFF
+// with LZW and the horizontal predictor, BMP 24-bit; the resolution and the profile in every one.
+std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
+                                      const ColourProfile& profile);
+
+// Writes the bytes under a temporary name beside the target, flushes, and renames, so that a file
+// with the final name is always whole. Throws Error with the reason; leaves no temporary behind.
+void writeWholeFile(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
+
+} // namespace veldara
