@@ -59,10 +59,14 @@ endif()
 include(CheckPIESupported)
 check_pie_supported()
 
-# veldara_library(NAME SOURCES a.cpp ... [USES lib ...] [PRIVATE_USES lib ...])
-# One room of the house: a static library that sees only what it names in USES.
+# veldara_library(NAME [SOURCES a.cpp ...] [USES lib ...] [PRIVATE_USES lib ...])
+# One room of the house: a static library that sees only what it names in USES. Without SOURCES it
+# is made of every source file in its folder.
 function(veldara_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES;PRIVATE_USES" ${ARGN})
+  if(NOT ARG_SOURCES)
+    file(GLOB ARG_SOURCES CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  endif()
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(
     ${name}

@@ -1,0 +1,56 @@
+#include "controls/controls.h"
+
+#include "platform/error.h"
+
+#include <algorithm>
+
+namespace veldara {
+
+void OptionButton::join(const std::vector<OptionButton*>& group) {
+    for (OptionButton* button : group) {
+        button->group_ = group;
+    }
+}
+
+void OptionButton::setSelected(bool selected) {
+    if (selected == selected_) {
+        return;
+    }
+    if (selected) {
+        for (OptionButton* other : group_) {
+            if (other != this) {
+                other->assign(other->selected_, false, Property::value);
+            }
+        }
+    }
+    assign(selected_, selected, Property::value);
+    if (selected) {
+        raise(onClick);
+    }
+}
+
+void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
+    minimum_ = minimum;
+    maximum_ = std::max(minimum, maximum);
+    smallChange_ = smallChange;
+    largeChange_ = largeChange;
+    changed(Property::range);
+    setValue(std::clamp(value_, minimum_, maximum_));
+}
+
+void ScrollBar::setValue(int value) {
+    if (value < minimum_ || value > maximum_) {
+        throw Error("The scroll bar's value " + std::to_string(value) + " is outside its range.");
+    }
+    if (assign(value_, value, Property::value)) {
+        raise(onChange);
+    }
+}
+
+void ScrollBar::userSetValue(int value) {
+    if (enabled()) {
+        setValue(std::clamp(value, minimum_, maximum_));
+    }
+}
+
+} // namespace veldara

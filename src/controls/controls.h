@@ -1,0 +1,149 @@
+// The simple controls: label, frame, button, menu entry, link, check box, option button, text box,
+// scroll bar, timer. Setting a property to a new value from code raises the same event as the
+// user's act; setting the value that it already has raises nothing. The userXxx functions are the
+// doors through which a view (or a test) hands in what the user did.
+#pragma once
+
+#include "controls/control.h"
+
+#include <string>
+#include <vector>
+
+namespace veldara {
+
+class Label : public Control {};
+class Frame : public Control {};
+
+class Button : public Control {
+  public:
+    Handler onClick;
+    void userClick() {
+        if (enabled() && visible()) {
+            raise(onClick);
+        }
+    }
+};
+
+class MenuItem : public Control {
+  public:
+    Handler onClick;
+    void userClick() {
+        if (enabled()) {
+            raise(onClick);
+        }
+    }
+};
+
+// A label that opens its target (a folder or an address) when it is clicked.
+class LinkLabel : public Control {
+  public:
+    Handler onClick;
+    const std::string& target() const { return target_; }
+    void setTarget(const std::string& target) { assign(target_, target, Property::value); }
+    void userClick() {
+        if (enabled() && visible()) {
+            raise(onClick);
+        }
+    }
+
+  private:
+    std::string target_;
+};
+
+class CheckBox : public Control {
+  public:
+    Handler onClick;
+    bool checked() const { return checked_; }
+    int value() const { return checked_ ? 1 : 0; }
+    void setChecked(bool checked) {
+        if (assign(checked_, checked, Property::value)) {
+            raise(onClick);
+        }
+    }
+    void userSetChecked(bool checked) {
+        if (enabled()) {
+            setChecked(checked);
+        }
+    }
+
+  private:
+    bool checked_ = false;
+};
+
+// Option buttons that are joined into one group switch each other off, without an event for the one
+// that goes off.
+class OptionButton : public Control {
+  public:
+    Handler onClick;
+    static void join(const std::vector<OptionButton*>& group);
+    bool selected() const { return selected_; }
+    void setSelected(bool selected);
+    void userSelect() {
+        if (enabled()) {
+            setSelected(true);
+        }
+    }
+
+  private:
+    bool selected_ = false;
+    std::vector<OptionButton*> group_;
+};
+
+class TextBox : public Control {
+  public:
+    Handler onChange;
+    const std::string& text() const { return text_; }
+    void setText(const std::string& text) {
+        if (assign(text_, text, Property::value)) {
+            raise(onChange);
+        }
+    }
+    void userSetText(const std::string& text) {
+        if (enabled()) {
+            setText(text);
+        }
+    }
+
+  private:
+    std::string text_;
+};
+
+class ScrollBar : public Control {
+  public:
+    Handler onChange;
+    int minimum() const { return minimum_; }
+    int maximum() const { return maximum_; }
+    int smallChange() const { return smallChange_; }
+    int largeChange() const { return largeChange_; }
+    int value() const { return value_; }
+    void setRange(int minimum, int maximum, int smallChange, int largeChange);
+    void setValue(int value);     // throws Error outside the range
+    void userSetValue(int value); // limited to the range
+
+  private:
+    int minimum_ = 0;
+    int maximum_ = 100;
+    int smallChange_ = 1;
+    int largeChange_ = 10;
+    int value_ = 0;
+};
+
+// A timer runs in the view (or by a test's clock), which calls tick() every interval() milliseconds
+// while enabled().
+class Timer : public Control {
+  public:
+    Timer() { setEnabled(false); }
+    Handler onTick;
+    int interval() const { return interval_; }
+    void setInterval(int milliseconds) { assign(interval_, milliseconds, Property::range); }
+    void tick() {
+        if (enabled() && interval_ > 0) {
+            raise(onTick);
+        }
+    }
+
+  private:
+    int interval_ = 0;
+};
+
+} // namespace veldara

@@ -1,0 +1,106 @@
+#include "controls/lists.h"
+
+#include "platform/error.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace veldara {
+
+namespace {
+
+void checkIndex(int index, std::size_t count) {
+    if (index < -1 || index >= static_cast<int>(count)) {
+        throw Error("There is no entry " + std::to_string(index) + " in the list.");
+    }
+}
+
+} // namespace
+
+std::string ListBox::selectedText() const {
+    return listIndex_ < 0 ? std::string() : items_[static_cast<std::size_t>(listIndex_)];
+}
+
+void ListBox::setItems(std::vector<std::string> items) {
+    items_ = std::move(items);
+    listIndex_ = -1;
+    changed(Property::items);
+}
+
+void ListBox::addItem(const std::string& item) {
+    items_.push_back(item);
+    changed(Property::items);
+}
+
+void ListBox::setItem(int index, const std::string& text) {
+    checkIndex(index, items_.size());
+    if (index >= 0) {
+        items_[static_cast<std::size_t>(index)] = text;
+        changed(Property::items);
+    }
+}
+
+void ListBox::setListIndex(int index) {
+    checkIndex(index, items_.size());
+    if (assign(listIndex_, index, Property::value)) {
+        raise(onClick);
+    }
+}
+
+void ListBox::userClick(int index) {
+    if (!enabled() || index < 0 || index >= count()) {
+        return;
+    }
+    assign(listIndex_, index, Property::value);
+    raise(onClick);
+}
+
+void ComboBox::setItems(std::vector<std::string> items) {
+    items_ = std::move(items);
+    listIndex_ = -1;
+    if (!freeText_) {
+        text_.clear();
+    }
+    changed(Property::items);
+}
+
+void ComboBox::setListIndex(int index) {
+    checkIndex(index, items_.size());
+    if (index == listIndex_) {
+        return;
+    }
+    listIndex_ = index;
+    const std::string text = index < 0 ? std::string() : items_[static_cast<std::size_t>(index)];
+    const bool newText = text != text_;
+    text_ = text;
+    changed(Property::value);
+    if (freeText_ && newText) {
+        raise(onChange);
+    }
+    raise(onClick);
+}
+
+void ComboBox::setText(const std::string& text) {
+    if (!freeText_ || text == text_) {
+        return;
+    }
+    text_ = text;
+    const auto found = std::find(items_.begin(), items_.end(), text);
+    listIndex_ = found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
+    changed(Property::value);
+    raise(onChange);
+}
+
+void ComboBox::userSelect(int index) {
+    if (enabled() && index >= 0 && index < count()) {
+        setListIndex(index);
+    }
+}
+
+void ComboBox::userSetText(const std::string& text) {
+    if (enabled()) {
+        setText(text);
+    }
+}
+
+} // namespace veldara

@@ -1,0 +1,66 @@
+// A picture box: pixels or one of the program's own drawings, and mouse events in picture pixels.
+#pragma once
+
+#include "controls/control.h"
+#include "platform/image/image.h"
+
+#include <memory>
+
+namespace veldara {
+
+// The program's own drawings; the view knows what they look like.
+enum class Drawing {
+    none,
+    loading1,
+    loading2,
+    loading3,
+    loading4,
+    error,
+    pickImage,
+    pickFolder,
+    arrowPad,
+    arrowPadUp,
+    arrowPadRight,
+    arrowPadDown,
+    arrowPadLeft,
+    checkMark,
+};
+
+enum class MouseButton { left, middle, right };
+
+class Picture : public Control {
+  public:
+    std::function<void(MouseButton, int, int)> onMouseDown;
+    std::function<void(int, int)> onMouseMove;
+    std::function<void(MouseButton, int, int)> onMouseUp;
+    Handler onResize;
+
+    // What is shown: pixels (placed at the top-left corner, or centred by the view), or a drawing.
+    const std::shared_ptr<const Image>& pixels() const { return pixels_; }
+    Drawing drawing() const { return drawing_; }
+    void setPixels(std::shared_ptr<const Image> pixels);
+    void setDrawing(Drawing drawing);
+
+    // The picture box's inner size in pixels of the screen, and where it stands in its window.
+    int width() const { return width_; }
+    int height() const { return height_; }
+    int left() const { return left_; }
+    int top() const { return top_; }
+    void setSize(int width, int height); // raises onResize for a new one
+    void setPlace(int left, int top);
+
+    void userMouseDown(MouseButton button, int x, int y);
+    void userMouseMove(int x, int y);
+    void userMouseUp(MouseButton button, int x, int y);
+    void userResize(int width, int height) { setSize(width, height); }
+
+  private:
+    std::shared_ptr<const Image> pixels_;
+    Drawing drawing_ = Drawing::none;
+    int width_ = 0;
+    int height_ = 0;
+    int left_ = 0;
+    int top_ = 0;
+};
+
+} // namespace veldara

@@ -1,0 +1,13 @@
+// The time of day, behind a door so that tests can set it.
+#pragma once
+
+namespace veldara {
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+    virtual double seconds() = 0; // current date-time in days times 86400
+    virtual int year() = 0;       // four digits, of the system's local time
+};
+
+} // namespace veldara

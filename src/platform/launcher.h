@@ -1,0 +1,16 @@
+// Starts what lies outside the program: the help viewer, a folder or web page, another program.
+#pragma once
+
+#include <string>
+
+namespace veldara {
+
+class Launcher {
+  public:
+    virtual ~Launcher() = default;
+    virtual void openHelp(const std::string& file) = 0;     // its default topic; throws Error
+    virtual void openTarget(const std::string& target) = 0; // folder or address; throws Error
+    virtual void startProgram(const std::string& path) = 0; // normal, focused window; throws Error
+};
+
+} // namespace veldara

@@ -1,0 +1,41 @@
+// The registry: small named values that outlive the program, kept machine-wide.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace veldara {
+
+enum class RegistryRoot { localMachine };
+enum class RegistryType { none, string, dword, other };
+
+// A value as it is stored: a string with its closing NUL, a number, or bytes of another type.
+struct RegistryValue {
+    RegistryType type = RegistryType::none; // none: the key or the value is missing
+    std::string text;                       // string: up to (not including) the first NUL
+    std::int32_t number = 0;                // dword
+    std::vector<std::uint8_t> bytes;        // other: as stored
+};
+
+// Every call returns the platform's code, 0 for success, and throws nothing: a registry that cannot
+// be used is an ordinary state that its callers live with.
+class Registry {
+  public:
+    virtual ~Registry() = default;
+
+    virtual long openKey(RegistryRoot root, const std::string& key) = 0;   // and closes it again
+    virtual long createKey(RegistryRoot root, const std::string& key) = 0; // the parent must exist
+    virtual long queryValue(RegistryRoot root, const std::string& key, const std::string& name,
+                            RegistryValue& value) = 0;
+    // Opens the key with full access rights first, as the System Information lookup does.
+    virtual long queryValueFullAccess(RegistryRoot root, const std::string& key,
+                                      const std::string& name, RegistryValue& value) = 0;
+    // Create or open the key, write, close. The closing NUL is stored with a string.
+    virtual long setString(RegistryRoot root, const std::string& key, const std::string& name,
+                           const std::string& text) = 0;
+    virtual long setNumber(RegistryRoot root, const std::string& key, const std::string& name,
+                           std::int32_t number) = 0;
+};
+
+} // namespace veldara
