@@ -1,0 +1,109 @@
+// The edge calibration dialog: makes the test print, and keeps the profiles that say how much a
+// printer cuts off each edge. The profile list lives here for the whole run; the file is read once
+// and rewritten after every change.
+#pragma once
+
+#include "controls/controls.h"
+#include "controls/lists.h"
+#include "controls/window.h"
+#include "platform/platform.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace veldara {
+
+// What the calibration dialog needs of the main window.
+class CalibrationOwner {
+  public:
+    virtual ~CalibrationOwner() = default;
+
+    virtual int getCurUnits() const = 0; // 0 inches, otherwise millimetres
+    virtual void UpdateOutputSize() = 0;
+    // The entered print size of a tile in inches; false when it is out of range.
+    virtual bool CheckTileSizesNoTrim(double& widthInches, double& heightInches) const = 0;
+    virtual double getConstMinTileSize() const = 0;   // inches
+    virtual double getConstMaxTileSize() const = 0;   // inches
+    virtual std::string tileSizeAreaName() const = 0; // caption of the main window's size area
+
+    // Refills cmbCurBtm and selects an entry. This is no choice of the user's: nothing is saved.
+    virtual void fillProfileList(const std::vector<std::string>& names, int selected) = 0;
+    virtual int activeProfile() const = 0; // cmbCurBtm's selected position, -1: none
+    // The folder recorded in the preferences under "app_dir"; empty: none.
+    virtual std::string applicationFolder() const = 0;
+};
+
+class frmBtm : public Window {
+  public:
+    Label lblStep1;
+    Label lblStep1Desc;
+    Button cmdGenerateTest;
+
+    Label lblConfigurations;
+    ListBox lstConfigurations;
+    Button cmdNew;
+    Button cmdRename;
+    Button cmdDel;
+
+    Label lblStep2;
+    Label lblStep2Desc;
+    Label lblTopEdge;
+    ComboBox cmbTopEdge;
+    Label lblTopEdgeDesc;
+    Label lblRightEdge;
+    ComboBox cmbRightEdge;
+    Label lblRightEdgeDesc;
+    Label lblBottomEdge;
+    ComboBox cmbBottomEdge;
+    Label lblBottomEdgeDesc;
+    Label lblLeftEdge;
+    ComboBox cmbLeftEdge;
+    Label lblLeftEdgeDesc;
+
+    Button cmdOk;
+
+    frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner);
+
+    // Opens the dialog as the main window does for its button and its menu entry.
+    void Open();
+
+    // Reads the profiles (the first time only) and fills the controls and the main window's list.
+    void initControls();
+    // Puts the stripe's width into the step 1 text, in the current units.
+    void SetStep1DescUnits();
+    // Refills the main window's cmbCurBtm; the same profile stays selected.
+    void fillMainDialog();
+    // Sets the four edge lists from the selected profile.
+    void UpdateComboboxes();
+    // The edge lists and the descriptions for a newly selected profile.
+    void UpdateForNewPref();
+    // Takes the four edge lists into the selected profile and writes the file.
+    void ProcessFormChange();
+
+    // The number of profiles read; 0: no file or an error, -33: no line in it.
+    int ReadBorderPrefs();
+    // The active profile's trim in inches; iEdge 1 top, 2 right, 3 bottom, 4 left. Throws Error
+    // when there is no such edge or no profile is active.
+    void GetCurEdgeTrimInches(int iEdge, double& dEdgeInches) const;
+    void FillCurEdgeTrimInches(std::array<double, 4>& adTrim) const;
+    // No profile was ever made, and the active one cuts nothing off.
+    void IsInitialProfile(bool& bResult) const;
+
+    void lstConfigurations_Click();
+    void cmdNew_Click();
+    void cmdRename_Click();
+    void cmdDel_Click();
+    void cmdGenerateTest_Click();
+    void cmdOk_Click();
+
+  protected:
+    void loadHandler() override;
+    void closeBox() override;
+
+  private:
+    Platform& platform_;
+    CalibrationOwner& owner_;
+};
+
+} // namespace veldara
