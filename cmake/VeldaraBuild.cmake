@@ -32,6 +32,11 @@ target_compile_options(
 target_compile_definitions(veldara_options INTERFACE VELDARA_VERSION_MAJOR=1 VELDARA_VERSION_MINOR=2
                                                      VELDARA_VERSION_REVISION=0)
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # This compiler's library warns of overlaps that cannot be when a literal meets a std::string.
+  target_compile_options(veldara_options INTERFACE -Wno-restrict)
+endif()
+
 find_package(Threads REQUIRED)
 target_link_libraries(veldara_options INTERFACE Threads::Threads)
 

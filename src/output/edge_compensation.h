@@ -1,0 +1,32 @@
+// Edge compensation: a tile is enlarged on every side by what the printer will clip off, the added
+// border repeating the tile's outermost pixels.
+#pragma once
+
+#include "platform/image/image.h"
+#include "platform/measures.h"
+
+#include <array>
+
+namespace veldara {
+
+// Below this many dots per inch a tile is resampled up to it before its border is added, so that a
+// border can be told in quarter stripes.
+constexpr double leastCompensationDotsPerInch = 64.0;
+
+// What compensation makes of a tile.
+struct CompensationPlan {
+    int imageWidth = 0; // the tile after resampling, without its border
+    int imageHeight = 0;
+    std::array<int, 4> margins{}; // pixels: top, right, bottom, left
+    int width() const { return imageWidth + margins[edgeRight] + margins[edgeLeft]; }
+    int height() const { return imageHeight + margins[edgeTop] + margins[edgeBottom]; }
+};
+
+// dotsPerInch unrounded, above 0. Throws Error when it is not, or a size does not fit.
+CompensationPlan planCompensation(int width, int height, double dotsPerInch,
+                                  const EdgeTrims& trims);
+
+// A new picture in any case, also with no trims at all. Throws Error.
+Image applyEdgeClipComp(const PixelView& tile, double dotsPerInch, const EdgeTrims& trims);
+
+} // namespace veldara

@@ -1,0 +1,84 @@
+#include "output/save_messages.h"
+
+namespace veldara {
+namespace {
+
+Message critical(const std::string& title, const std::string& text) {
+    return {text, title, MessageIcon::critical, MessageButtons::ok};
+}
+
+std::string quoted(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
+} // namespace
+
+Message noTilesToSaveMessage() {
+    return critical("Can not continue", "Invalid image/tile information.  Can not continue.");
+}
+
+Message invalidPhotoNameMessage() {
+    return critical("Problem", "Invalid file chosen.  Can not continue.");
+}
+
+Message invalidPhotoTypeMessage() {
+    return critical("Error", "Unable to save - invalid image file type");
+}
+
+Message tileTableFailedMessage() {
+    return critical("Error", "Error calculating tile coordinates");
+}
+
+Message fileSystemObjectFailedMessage() {
+    return critical("Error", "Error creating FileSystemObject - Windows component missing");
+}
+
+Message folderExistsQuestion(const std::string& folder) {
+    return {"The folder " + quoted(folder) +
+                " already exists.  Some files could be overwritten.  Do you want to continue?",
+            "Folder Exists", MessageIcon::none, MessageButtons::yesNoCancel};
+}
+
+Message folderNotCreatedMessage(const std::string& folder) {
+    return critical("Error", "Could not create the folder " + quoted(folder) +
+                                 " to save your poster tile images into.  Possible causes of this "
+                                 "are that you do not have access rights to the drive that you "
+                                 "selected, the disk drive is full, or that you provided an "
+                                 "invalid folder name.  Can not continue.");
+}
+
+Message imageObjectFailedMessage() {
+    return critical("Error", "Error creating imgX object");
+}
+
+Message invalidTileSizesMessage() {
+    return critical("Error", "Can not continue - Invalid tile print sizes entered");
+}
+
+Message tileNameProblemMessage(const std::string& problem) {
+    return critical("Error", "Problem: " + problem);
+}
+
+Message compensationFailedMessage() {
+    return critical("Error", "Error applying printer edge clipping compensation");
+}
+
+Message outOfDiskSpaceMessage() {
+    return critical("Out of disk space",
+                    "Not enough disk space on selected drive.  Can not save images.");
+}
+
+Message tileNotSavedMessage() {
+    return critical("Error", "Error saving tile image file to disk.  Possible cause is that the "
+                             "disk is full.  Can not continue.");
+}
+
+Message canceledMessage() {
+    return critical("Canceled", "Canceled by user");
+}
+
+Message invalidDriveMessage() {
+    return critical("Invalid Drive", "The drive you chose could not be accessed.");
+}
+
+} // namespace veldara

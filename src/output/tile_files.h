@@ -1,0 +1,55 @@
+// Where tile files go and what they are called.
+#pragma once
+
+#include "platform/image/codec.h"
+#include "platform/text/path_text.h"
+
+#include <optional>
+#include <string>
+
+namespace veldara {
+
+// ".bmp", ".tif" or ".jpg".
+std::string extensionOf(FileType type);
+
+// The type by a file name's last three characters, whatever their case; nothing for another ending.
+std::optional<FileType> tileFileType(const std::string& fileName);
+
+// A photo's name without the last four characters. Nothing when the name has fewer than five.
+std::optional<std::string> defaultBaseName(const std::string& photoName);
+
+// The base name with "_poster_images" appended.
+std::string defaultFolderName(const std::string& baseName);
+
+// The number in at least three digits.
+std::string tileNumberText(int tileNumber);
+
+// The folder that the tiles go to: the parent folder, a separator when it has none at its end, and
+// the new folder's name (which may be empty).
+std::string tileFolderPath(const std::string& parent, const std::string& newFolder,
+                           char separator = platformSeparator);
+
+// The same as a label shows it: with a separator at its end in any case.
+std::string tileFolderLabel(const std::string& parent, const std::string& newFolder,
+                            char separator = platformSeparator);
+
+// What a tile's file name is made of.
+struct TileFileParts {
+    std::string parent;
+    std::string newFolder;
+    std::string base;
+    std::optional<FileType> type;
+};
+
+// A name, or the problem that stands in its way.
+struct TileFileName {
+    std::string path;
+    std::string problem; // empty when there is none
+    bool ok() const { return problem.empty(); }
+};
+
+// tileNumber counts from 1.
+TileFileName getTileFileName(const TileFileParts& parts, int tileNumber,
+                             char separator = platformSeparator);
+
+} // namespace veldara
