@@ -43,8 +43,8 @@ PaperEntries readPaperEntries(const std::string& width, const std::string& heigh
     return entries;
 }
 
-PaperCheck checkPaper(const PaperEntries& entries, Units units, double minTileInches,
-                      double maxTileInches, NumberStyle style) {
+PaperCheck checkPaper(const PaperEntries& entries, Units units, double leastInches,
+                      double mostInches, NumberStyle style) {
     if (const PaperCheck size = checkPaperSize(entries, units, style); !size.ok()) {
         return size;
     }
@@ -64,8 +64,8 @@ PaperCheck checkPaper(const PaperEntries& entries, Units units, double minTileIn
                            "paper height.");
     }
     const double factor = units == Units::millimetres ? millimetresPerInch : 1;
-    const double least = minTileInches * factor;
-    const double most = maxTileInches * factor;
+    const double least = leastInches * factor;
+    const double most = mostInches * factor;
     if (isBelow(width, least) || isBelow(height, least)) {
         return paperFault("Paper size too small");
     }

@@ -35,8 +35,8 @@ constexpr double minPaperInches = 0.5;
 constexpr double minPaperMillimetres = 12;
 
 // The limits of a tile's side are in inches.
-PaperCheck checkPaper(const PaperEntries& entries, Units units, double minTileInches,
-                      double maxTileInches, NumberStyle style = {});
+PaperCheck checkPaper(const PaperEntries& entries, Units units, double leastInches,
+                      double mostInches, NumberStyle style = {});
 
 // The message box of a failed check.
 Message invalidPaperMessage(const PaperCheck& check);

@@ -84,13 +84,13 @@ std::string makePaperRegLine(const PaperTables& tables, NumberStyle style) {
     return line;
 }
 
-bool setPrefFromRegLine(PaperTables& tables, const std::string& line, double minTileInches,
-                        double maxTileInches, NumberStyle style) {
+bool setPrefFromRegLine(PaperTables& tables, const std::string& line, double leastInches,
+                        double mostInches, NumberStyle style) {
     const std::optional<LineContent> content = readLine(tables, line, style);
     const double factor = content && content->units == Units::millimetres ? millimetresPerInch : 1;
     if (!content ||
-        !isWithin(content->paper.tileWidth(), minTileInches * factor, maxTileInches * factor) ||
-        !isWithin(content->paper.tileHeight(), minTileInches * factor, maxTileInches * factor)) {
+        !isWithin(content->paper.tileWidth(), leastInches * factor, mostInches * factor) ||
+        !isWithin(content->paper.tileHeight(), leastInches * factor, mostInches * factor)) {
         tables = buildPaperTables();
         return false;
     }
