@@ -94,9 +94,11 @@ float shadowHeightAt(float x, float z) {
     const float across = std::sqrt(sun.x * sun.x + sun.z * sun.z);
     const float rise = sun.y / across;
     float highest = -1;
-    for (float away = 0.04f; away < 9.0f; away *= 1.09f) {
+    float away = 0.04f;
+    while (away < 9.0f) {
         const float h = groundHeight(x + sun.x / across * away, z + sun.z / across * away, 3);
         highest = std::max(highest, h - rise * away);
+        away *= 1.09f;
     }
     return highest;
 }

@@ -45,7 +45,8 @@ int paintColumn(Canvas& canvas, const Camera& camera, int x, float eyeHeight,
     float ty = camera.tangentY(static_cast<float>(y) + 0.5f);
     float lastHeight = 0;
     float lastZ = nearest;
-    for (float z = nearest; z < farthest && y >= 0; z *= stride) {
+    float z = nearest;
+    while (z < farthest && y >= 0) {
         const Surface surface = surfaceAt(tx * z, z);
         const bool lake = surface.height <= 0.0f;
         const float top = std::max(surface.height, 0.0f);
@@ -64,6 +65,7 @@ int paintColumn(Canvas& canvas, const Camera& camera, int x, float eyeHeight,
         }
         lastHeight = top;
         lastZ = z;
+        z *= stride;
     }
     for (; y >= 0; --y) {
         const Vec3 ray{tx, camera.tangentY(static_cast<float>(y) + 0.5f), 1.0f};
