@@ -78,9 +78,11 @@ class Image {
     int width() const { return width_; }
     int height() const { return height_; }
     bool empty() const { return width_ == 0; }
-    std::size_t byteCount() const { return std::size_t{3} * width_ * height_; }
-    std::uint8_t* row(int y) { return pixels_.get() + std::size_t{3} * width_ * y; }
-    const std::uint8_t* row(int y) const { return pixels_.get() + std::size_t{3} * width_ * y; }
+    std::size_t byteCount() const { return rowBytes() * static_cast<std::size_t>(height_); }
+    std::uint8_t* row(int y) { return pixels_.get() + rowBytes() * static_cast<std::size_t>(y); }
+    const std::uint8_t* row(int y) const {
+        return pixels_.get() + rowBytes() * static_cast<std::size_t>(y);
+    }
     PixelView view() const;
     MutablePixelView mutableView();
 
@@ -88,6 +90,8 @@ class Image {
     ColourProfile colourProfile;
 
   private:
+    std::size_t rowBytes() const { return std::size_t{3} * static_cast<std::size_t>(width_); }
+
     int width_ = 0;
     int height_ = 0;
     std::unique_ptr<std::uint8_t[]> pixels_;

@@ -1,0 +1,327 @@
+#include "platform/image/codec.h"
+
+#include "platform/error.h"
+#include "platform/image/colour.h"
+#include "platform/image/memory_limits.h"
+#include "platform/image/picture_bytes.h"
+#include "platform/image/picture_decoder.h"
+#include "platform/image/picture_encoder.h"
+#include "platform/image/turn.h"
+#include "platform/text/path_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <new>
+#include <string>
+
+namespace veldara {
+
+namespace {
+
+FileType typeByContent(ByteSource& source) {
+    if (source.size() == 0) {
+        throw Error("the file is empty");
+    }
+    std::array<std::uint8_t, 4> start{};
+    const std::size_t got = source.readAt(0, start.data(), start.size());
+    const auto startsWith = [&](std::initializer_list<std::uint8_t> mark) {
+        return got >= mark.size() && std::equal(mark.begin(), mark.end(), start.begin());
+    };
+    if (startsWith({0xFF, 0xD8, 0xFF})) {
+        return FileType::jpeg;
+    }
+    if (startsWith({'I', 'I', 42, 0}) || startsWith({'M', 'M', 0, 42}) ||
+        startsWith({'I', 'I', 43, 0}) || startsWith({'M', 'M', 0, 43})) {
+        return FileType::tiff;
+    }
+    if (startsWith({'B', 'M'})) {
+        return FileType::bmp;
+    }
+    throw Error("it is not a JPEG, TIFF or BMP picture");
+}
+
+// A picture being decoded: the source, what reads it, and what it is.
+struct OpenPicture {
+    std::unique_ptr<ByteSource> source;
+    std::unique_ptr<PictureDecoder> decoder;
+    ImageHeader header;
+};
+
+OpenPicture openPicture(std::unique_ptr<ByteSource> source) {
+    OpenPicture picture;
+    picture.source = std::move(source);
+    picture.header.type = typeByContent(*picture.source);
+    switch (picture.header.type) {
+    case FileType::jpeg:
+        picture.decoder = openJpeg(*picture.source);
+        break;
+    case FileType::tiff:
+        picture.decoder = openTiff(*picture.source);
+        break;
+    case FileType::bmp:
+        picture.decoder = openBmp(*picture.source);
+        break;
+    }
+    const PictureFacts& facts = picture.decoder->facts();
+    picture.header.width = facts.width;
+    picture.header.height = facts.height;
+    if (exchangesSides(facts.orientation)) {
+        std::swap(picture.header.width, picture.header.height);
+    }
+    picture.header.dotsPerInch = facts.dotsPerInch;
+    return picture;
+}
+
+// Decodes a picture whose sides are exchanged: a band of stored rows at a time becomes a band of
+// columns, so that the photo is never in memory twice.
+void decodeSideways(PictureDecoder& decoder, Image& image) {
+    constexpr int bandHeight = 64;
+    const Orientation orientation = decoder.facts().orientation;
+    const int width = decoder.facts().width;
+    const int height = decoder.facts().height;
+    const bool mirrorColumns =
+        orientation == Orientation::clockwise || orientation == Orientation::transversed;
+    const bool mirrorRows =
+        orientation == Orientation::counterClockwise || orientation == Orientation::transversed;
+    Image band(width, std::min(bandHeight, height));
+    for (int top = 0; top < height; top += bandHeight) {
+        const int count = std::min(bandHeight, height - top);
+        const MutablePixelView rows = band.mutableView().cut(0, 0, width, count);
+        decoder.readRows(rows);
+        exchangeSides(
+            rows,
+            image.mutableView().cut(mirrorColumns ? height - top - count : top, 0, count, width),
+            mirrorColumns, mirrorRows);
+    }
+}
+
+void decodeUpright(PictureDecoder& decoder, Image& image) {
+    const Orientation orientation = decoder.facts().orientation;
+    MutablePixelView rows = image.mutableView();
+    if (orientation == Orientation::halfTurned || orientation == Orientation::flipped) {
+        rows = {image.row(image.height() - 1), image.width(), image.height(), -rows.stride()};
+    }
+    decoder.readRows(rows);
+    if (orientation == Orientation::halfTurned || orientation == Orientation::mirrored) {
+        for (int y = 0; y < image.height(); ++y) {
+            mirrorRow(image.row(y), image.width());
+        }
+    }
+}
+
+Image decodeWhole(OpenPicture& picture) {
+    const ImageHeader& header = picture.header;
+    requireMemory(std::uint64_t{3} * static_cast<std::uint64_t>(header.width) *
+                      static_cast<std::uint64_t>(header.height),
+                  header.width, header.height);
+    Image image(header.width, header.height);
+    image.colourProfile = picture.decoder->colourProfile();
+    image.dotsPerInch = header.dotsPerInch;
+    if (exchangesSides(picture.decoder->facts().orientation)) {
+        decodeSideways(*picture.decoder, image);
+    } else {
+        decodeUpright(*picture.decoder, image);
+    }
+    return image;
+}
+
+// Runs a piece of reading; every way to fail becomes one sentence that names the file.
+template <class Work>
+auto reading(const std::string& name, Work&& work) {
+    const auto sentence = [&](const std::string& reason) {
+        return Error("Could not read \"" + name + "\": " + reason + ".");
+    };
+    try {
+        return work();
+    } catch (const Error& error) {
+        throw sentence(error.what());
+    } catch (const std::bad_alloc&) {
+        throw sentence("there is not enough memory");
+    } catch (const std::exception& error) {
+        throw sentence(error.what());
+    }
+}
+
+void checkColumns(const ImageHeader& header, int left, int width) {
+    if (left < 0 || width <= 0 || left > header.width - width) {
+        throw Error("the wanted columns do not lie within the picture");
+    }
+}
+
+void checkRows(const ImageHeader& header, int nextRow, int count) {
+    if (count < 0 || count > header.height - nextRow) {
+        throw Error("it has no more rows");
+    }
+}
+
+// Decodes as rows are asked for. Pictures that are only mirrored can be read this way, too.
+class DecodingReader : public RowReader {
+  public:
+    DecodingReader(OpenPicture picture, std::string name)
+        : picture_(std::move(picture)), name_(std::move(name)),
+          profile_(picture_.decoder->colourProfile()), width_(picture_.header.width) {}
+
+    const ImageHeader& header() const override { return picture_.header; }
+    const ColourProfile& colourProfile() const override { return profile_; }
+    bool streams() const override { return picture_.decoder->facts().streams; }
+
+    void wantColumns(int left, int width) override {
+        reading(name_, [&] {
+            checkColumns(header(), left, width);
+            picture_.decoder->wantColumns(mirrored() ? header().width - left - width : left, width);
+            width_ = width;
+        });
+    }
+
+    void skipRows(int count) override {
+        reading(name_, [&] {
+            checkRows(header(), nextRow_, count);
+            picture_.decoder->skipRows(count);
+            nextRow_ += count;
+        });
+    }
+
+    void readRows(const MutablePixelView& rows) override {
+        reading(name_, [&] {
+            checkRows(header(), nextRow_, rows.height());
+            checkWidth(rows.width());
+            picture_.decoder->readRows(rows);
+            nextRow_ += rows.height();
+            for (int y = 0; mirrored() && y < rows.height(); ++y) {
+                mirrorRow(rows.row(y), rows.width());
+            }
+        });
+    }
+
+  private:
+    bool mirrored() const { return picture_.decoder->facts().orientation == Orientation::mirrored; }
+    void checkWidth(int width) const {
+        if (width != width_) {
+            throw Error("the rows are not as wide as the wanted columns");
+        }
+    }
+
+    OpenPicture picture_;
+    std::string name_;
+    ColourProfile profile_;
+    int width_;
+    int nextRow_ = 0;
+};
+
+// Hands out rows of a picture that had to be decoded as a whole.
+class WholeReader : public RowReader {
+  public:
+    WholeReader(ImageHeader header, Image image, std::string name)
+        : header_(header), image_(std::move(image)), name_(std::move(name)), width_(header.width) {}
+
+    const ImageHeader& header() const override { return header_; }
+    const ColourProfile& colourProfile() const override { return image_.colourProfile; }
+    bool streams() const override { return false; }
+
+    void wantColumns(int left, int width) override {
+        reading(name_, [&] { checkColumns(header_, left, width); });
+        left_ = left;
+        width_ = width;
+    }
+
+    void skipRows(int count) override {
+        reading(name_, [&] { checkRows(header_, nextRow_, count); });
+        nextRow_ += count;
+    }
+
+    void readRows(const MutablePixelView& rows) override {
+        reading(name_, [&] {
+            checkRows(header_, nextRow_, rows.height());
+            if (rows.width() != width_) {
+                throw Error("the rows are not as wide as the wanted columns");
+            }
+        });
+        for (int y = 0; y < rows.height(); ++y) {
+            std::memcpy(rows.row(y), image_.row(nextRow_++) + std::ptrdiff_t{3} * left_,
+                        std::size_t{3} * static_cast<std::size_t>(width_));
+        }
+    }
+
+  private:
+    ImageHeader header_;
+    Image image_;
+    std::string name_;
+    int left_ = 0;
+    int width_;
+    int nextRow_ = 0;
+};
+
+} // namespace
+
+ImageHeader readImageHeader(std::unique_ptr<ByteSource> source, const std::string& name) {
+    return reading(name, [&] { return openPicture(std::move(source)).header; });
+}
+
+Image loadImage(std::unique_ptr<ByteSource> source, const std::string& name) {
+    return reading(name, [&] {
+        OpenPicture picture = openPicture(std::move(source));
+        return decodeWhole(picture);
+    });
+}
+
+std::unique_ptr<RowReader> openRowReader(std::unique_ptr<ByteSource> source,
+                                         const std::string& name) {
+    return reading(name, [&]() -> std::unique_ptr<RowReader> {
+        OpenPicture picture = openPicture(std::move(source));
+        const Orientation orientation = picture.decoder->facts().orientation;
+        if (orientation == Orientation::upright || orientation == Orientation::mirrored) {
+            return std::make_unique<DecodingReader>(std::move(picture), name);
+        }
+        Image image = decodeWhole(picture);
+        return std::make_unique<WholeReader>(picture.header, std::move(image), name);
+    });
+}
+
+namespace {
+
+std::unique_ptr<ByteSource> opened(const std::filesystem::path& file) {
+    return reading(pathText(file), [&] { return openFileBytes(file); });
+}
+
+} // namespace
+
+ImageHeader readImageHeader(const std::filesystem::path& file) {
+    return readImageHeader(opened(file), pathText(file));
+}
+
+Image loadImage(const std::filesystem::path& file) {
+    return loadImage(opened(file), pathText(file));
+}
+
+std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file) {
+    return openRowReader(opened(file), pathText(file));
+}
+
+std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
+                                      const ColourProfile& profile) {
+    const auto sentence = [](const std::string& reason) {
+        return Error("Could not encode the picture: " + reason + ".");
+    };
+    try {
+        if (pixels.empty()) {
+            throw Error("it has no pixels");
+        }
+        const ColourProfile fitting = profileForRgbRows(profile, true);
+        switch (type) {
+        case FileType::jpeg:
+            return encodeJpeg(pixels, dotsPerInch, fitting);
+        case FileType::tiff:
+            return encodeTiff(pixels, dotsPerInch, fitting);
+        case FileType::bmp:
+            return encodeBmp(pixels, dotsPerInch, fitting);
+        }
+        throw Error("there is no such type of file");
+    } catch (const Error& error) {
+        throw sentence(error.what());
+    } catch (const std::bad_alloc&) {
+        throw sentence("there is not enough memory");
+    }
+}
+
+} // namespace veldara

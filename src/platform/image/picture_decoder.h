@@ -1,0 +1,73 @@
+// What each format's decoder offers to the rest of the component: facts from the header, then rows
+// in the order in which the file stores the picture, before any turn by the orientation mark.
+#pragma once
+
+#include "platform/image/byte_source.h"
+#include "platform/image/image.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace veldara {
+
+// How the stored picture has to be turned and mirrored to stand upright; the values of the Exif and
+// TIFF orientation tag.
+enum class Orientation {
+    upright = 1,
+    mirrored = 2,
+    halfTurned = 3,
+    flipped = 4,
+    transposed = 5,
+    clockwise = 6, // to be turned clockwise
+    transversed = 7,
+    counterClockwise = 8,
+};
+
+inline bool exchangesSides(Orientation orientation) {
+    return orientation >= Orientation::transposed;
+}
+
+// The orientation that a tag's number stands for; upright when it stands for none.
+inline Orientation orientationOf(unsigned number) {
+    return number >= 1 && number <= 8 ? static_cast<Orientation>(number) : Orientation::upright;
+}
+
+struct PictureFacts {
+    int width = 0; // as stored
+    int height = 0;
+    int dotsPerInch = 0;
+    Orientation orientation = Orientation::upright;
+
+    // Rows are decoded as they are asked for, with little memory.
+    bool streams = true;
+};
+
+class PictureDecoder {
+  public:
+    PictureDecoder() = default;
+    PictureDecoder(const PictureDecoder&) = delete;
+    PictureDecoder& operator=(const PictureDecoder&) = delete;
+    virtual ~PictureDecoder() = default;
+
+    const PictureFacts& facts() const { return facts_; }
+
+    // The profile that describes the decoder's RGB rows; empty when there is none. Costs some work
+    // for grey pictures, so it is not done with the header.
+    virtual ColourProfile colourProfile() = 0;
+
+    // As RowReader, in stored rows and columns. Errors carry the bare reason.
+    virtual void wantColumns(int left, int width) = 0;
+    virtual void skipRows(int count) = 0;
+    virtual void readRows(const MutablePixelView& rows) = 0;
+
+  protected:
+    PictureFacts facts_;
+};
+
+// Each reads the header from a source whose first bytes are that format's; the source outlives the
+// decoder. Throws Error with the bare reason.
+std::unique_ptr<PictureDecoder> openJpeg(ByteSource& source);
+std::unique_ptr<PictureDecoder> openTiff(ByteSource& source);
+std::unique_ptr<PictureDecoder> openBmp(ByteSource& source);
+
+} // namespace veldara

@@ -1,0 +1,151 @@
+// Lines of text in the built-in font. Unhinted outlines, so that the pixels depend on nothing but
+// the text and the size.
+#include "platform/error.h"
+#include "platform/image/built_in_font.h"
+#include "platform/image/operations.h"
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+namespace veldara {
+
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+constexpr FT_Long unitsPerPixel = 64; // FreeType's 26.6 fixed point
+
+struct DoneLibrary {
+    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
+};
+struct DoneFace {
+    void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
+
+// The font at one size.
+class Font {
+  public:
+    explicit Font(int pixelSize) {
+        FT_Library library = nullptr;
+        FT_Face face = nullptr;
+        const std::span<const std::uint8_t> bytes = builtInFont();
+        if (FT_Init_FreeType(&library) != 0) {
+            refuse();
+        }
+        library_.reset(library);
+        if (FT_New_Memory_Face(library, bytes.data(), static_cast<FT_Long>(bytes.size()), 0,
+                               &face) != 0) {
+            refuse();
+        }
+        face_.reset(face);
+        if (pixelSize <= 0 || FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixelSize)) != 0) {
+            refuse();
+        }
+    }
+
+    FT_Face face() const { return face_.get(); }
+    FT_Pos ascender() const { return roundedUp(face_->size->metrics.ascender); }
+    FT_Pos descender() const { return roundedUp(-face_->size->metrics.descender); }
+
+    static FT_Pos roundedUp(FT_Pos length) { return (length + unitsPerPixel - 1) / unitsPerPixel; }
+
+  private:
+    [[noreturn]] static void refuse() { throw Error("The text could not be drawn."); }
+
+    std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> library_;
+    std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> face_;
+};
+
+// The next character of UTF-8 text; bytes that are none become the replacement character.
+char32_t nextCharacter(const std::string& text, std::size_t& at) {
+    const auto byte = [&](std::size_t i) {
+        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
+    };
+    const unsigned first = byte(at++);
+    if (first < 0x80) {
+        return first;
+    }
+    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
+    if (first < 0xC2 || first > 0xF4) {
+        return replacement;
+    }
+    char32_t character = first & (0x3FU >> more);
+    for (std::size_t i = 0; i < more; ++i) {
+        if ((byte(at + i) & 0xC0U) != 0x80U) {
+            return replacement;
+        }
+        character = character << 6 | (byte(at + i) & 0x3FU);
+    }
+    at += more;
+    return character;
+}
+
+// Calls place(glyph's pen position) with each glyph loaded in turn; returns the whole advance.
+template <class Place>
+FT_Pos layOut(const Font& font, const std::string& text, FT_Int32 flags, Place&& place) {
+    FT_Pos pen = 0;
+    FT_UInt previous = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const FT_UInt glyph = FT_Get_Char_Index(font.face(), nextCharacter(text, at));
+        FT_Vector kerning{};
+        if (previous != 0 &&
+            FT_Get_Kerning(font.face(), previous, glyph, FT_KERNING_UNFITTED, &kerning) == 0) {
+            pen += kerning.x;
+        }
+        if (FT_Load_Glyph(font.face(), glyph, flags) == 0) {
+            place(pen);
+            pen += font.face()->glyph->linearHoriAdvance / 1024; // 16.16 to 26.6
+        }
+        previous = glyph;
+    }
+    return pen;
+}
+
+void blend(std::uint8_t& pixel, unsigned colour, unsigned coverage) {
+    pixel =
+        static_cast<std::uint8_t>((pixel * (25500 - coverage) + colour * coverage + 12750) / 25500);
+}
+
+} // namespace
+
+TextSize measureText(const std::string& utf8, int pixelSize) {
+    const Font font(pixelSize);
+    const FT_Pos width = layOut(font, utf8, FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP, [](FT_Pos) {});
+    return {static_cast<int>(Font::roundedUp(width)),
+            static_cast<int>(font.ascender() + font.descender())};
+}
+
+void drawText(const MutablePixelView& pixels, int x, int y, const std::string& utf8, int pixelSize,
+              std::uint8_t c0, std::uint8_t c1, std::uint8_t c2, int opacity) {
+    const Font font(pixelSize);
+    const auto strength = static_cast<unsigned>(std::clamp(opacity, 0, 100));
+    const FT_Pos baseline = y + font.ascender();
+    layOut(font, utf8, FT_LOAD_RENDER | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP, [&](FT_Pos pen) {
+        const FT_GlyphSlot glyph = font.face()->glyph;
+        const FT_Bitmap& bitmap = glyph->bitmap;
+        const FT_Pos left = x + (pen + unitsPerPixel / 2) / unitsPerPixel + glyph->bitmap_left;
+        const FT_Pos top = baseline - glyph->bitmap_top;
+        for (FT_Pos row = 0; row < static_cast<FT_Pos>(bitmap.rows); ++row) {
+            if (top + row < 0 || top + row >= pixels.height()) {
+                continue;
+            }
+            const std::uint8_t* coverage = bitmap.buffer + row * bitmap.pitch;
+            std::uint8_t* line = pixels.row(static_cast<int>(top + row));
+            for (FT_Pos column = 0; column < static_cast<FT_Pos>(bitmap.width); ++column) {
+                if (left + column < 0 || left + column >= pixels.width()) {
+                    continue;
+                }
+                std::uint8_t* pixel = line + 3 * (left + column);
+                const unsigned part = coverage[column] * strength;
+                blend(pixel[0], c0, part);
+                blend(pixel[1], c1, part);
+                blend(pixel[2], c2, part);
+            }
+        }
+    });
+}
+
+} // namespace veldara
