@@ -3,6 +3,7 @@
 #include "platform/error.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veldara {
 
@@ -36,12 +37,11 @@ void DriveList::setDrive(const std::string& drive) {
 }
 
 void DriveList::refresh() {
-    items_ = drives_.list();
-    changed(Property::items);
+    assign(items_, drives_.list(), Property::items);
 }
 
 void DriveList::userSelect(int index) {
-    if (enabled() && index >= 0 && index < static_cast<int>(items_.size())) {
+    if (reachable() && index >= 0 && index < static_cast<int>(items_.size())) {
         if (assign(drive_, items_[static_cast<std::size_t>(index)], Property::value)) {
             raise(onChange);
         }
@@ -49,21 +49,19 @@ void DriveList::userSelect(int index) {
 }
 
 int FolderList::currentEntry() const {
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        if (entries_[i].path == path_) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
+    const auto below = std::find_if(entries_.begin(), entries_.end(),
+                                    [](const Entry& entry) { return !entry.onTheWay; });
+    return static_cast<int>(below - entries_.begin()) - 1;
 }
 
 void FolderList::setPath(const std::string& path) {
     if (path == path_) {
         return;
     }
-    const std::vector<std::string> subfolders = drives_.subfolders(path);
+    std::vector<Entry> entries = entriesOf(path, drives_.subfolders(path));
     path_ = path;
-    fillEntries(subfolders);
+    entries_ = std::move(entries);
+    changed(Property::items);
     changed(Property::value);
     raise(onChange);
 }
@@ -78,11 +76,11 @@ void FolderList::refresh() {
     } catch (const Error&) {
         subfolders.clear(); // a folder that has gone has nothing below it
     }
-    fillEntries(subfolders);
+    assign(entries_, entriesOf(path_, subfolders), Property::items);
 }
 
 void FolderList::userOpen(int index) {
-    if (!enabled() || index < 0 || index >= static_cast<int>(entries_.size())) {
+    if (!reachable() || index < 0 || index >= static_cast<int>(entries_.size())) {
         return;
     }
     try {
@@ -92,17 +90,18 @@ void FolderList::userOpen(int index) {
     }
 }
 
-void FolderList::fillEntries(const std::vector<std::string>& subfolders) {
-    entries_.clear();
-    for (const std::string& folder : drives_.wayTo(path_)) {
-        const int depth = static_cast<int>(entries_.size());
-        entries_.push_back({nameOf(folder, drives_.separator()), folder, depth, true});
+std::vector<FolderList::Entry>
+FolderList::entriesOf(const std::string& path, const std::vector<std::string>& subfolders) const {
+    std::vector<Entry> entries;
+    for (const std::string& folder : drives_.wayTo(path)) {
+        const int depth = static_cast<int>(entries.size());
+        entries.push_back({nameOf(folder, drives_.separator()), folder, depth, true});
     }
-    const int depth = static_cast<int>(entries_.size());
+    const int depth = static_cast<int>(entries.size());
     for (const std::string& name : subfolders) {
-        entries_.push_back({name, joined(path_, name, drives_.separator()), depth, false});
+        entries.push_back({name, joined(path, name, drives_.separator()), depth, false});
     }
-    changed(Property::items);
+    return entries;
 }
 
 } // namespace veldara

@@ -62,7 +62,8 @@ class FolderList : public Control {
     void userOpen(int index);
 
   private:
-    void fillEntries(const std::vector<std::string>& subfolders);
+    std::vector<Entry> entriesOf(const std::string& path,
+                                 const std::vector<std::string>& subfolders) const;
 
     Drives& drives_;
     std::string path_;

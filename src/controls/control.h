@@ -48,6 +48,10 @@ class Control {
     void observe(std::function<void(Property)> observer) { observer_ = std::move(observer); }
 
   protected:
+    // Whether the user can act on it at all: every door through which a view hands in what the user
+    // did asks this first, so that a late native event finds it shut.
+    bool reachable() const { return enabled_ && visible_; }
+
     void changed(Property property) {
         if (observer_) {
             observer_(property);

@@ -30,11 +30,16 @@ void OptionButton::setSelected(bool selected) {
 }
 
 void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
+    maximum = std::max(minimum, maximum);
+    const bool isNew = minimum != minimum_ || maximum != maximum_ || smallChange != smallChange_ ||
+                       largeChange != largeChange_;
     minimum_ = minimum;
-    maximum_ = std::max(minimum, maximum);
+    maximum_ = maximum;
     smallChange_ = smallChange;
     largeChange_ = largeChange;
-    changed(Property::range);
+    if (isNew) {
+        changed(Property::range);
+    }
     setValue(std::clamp(value_, minimum_, maximum_));
 }
 
@@ -48,7 +53,7 @@ void ScrollBar::setValue(int value) {
 }
 
 void ScrollBar::userSetValue(int value) {
-    if (enabled()) {
+    if (reachable()) {
         setValue(std::clamp(value, minimum_, maximum_));
     }
 }

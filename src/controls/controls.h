@@ -18,7 +18,7 @@ class Button : public Control {
   public:
     Handler onClick;
     void userClick() {
-        if (enabled() && visible()) {
+        if (reachable()) {
             raise(onClick);
         }
     }
@@ -28,7 +28,7 @@ class MenuItem : public Control {
   public:
     Handler onClick;
     void userClick() {
-        if (enabled()) {
+        if (reachable()) {
             raise(onClick);
         }
     }
@@ -41,7 +41,7 @@ class LinkLabel : public Control {
     const std::string& target() const { return target_; }
     void setTarget(const std::string& target) { assign(target_, target, Property::value); }
     void userClick() {
-        if (enabled() && visible()) {
+        if (reachable()) {
             raise(onClick);
         }
     }
@@ -61,7 +61,7 @@ class CheckBox : public Control {
         }
     }
     void userSetChecked(bool checked) {
-        if (enabled()) {
+        if (reachable()) {
             setChecked(checked);
         }
     }
@@ -79,7 +79,7 @@ class OptionButton : public Control {
     bool selected() const { return selected_; }
     void setSelected(bool selected);
     void userSelect() {
-        if (enabled()) {
+        if (reachable()) {
             setSelected(true);
         }
     }
@@ -99,7 +99,7 @@ class TextBox : public Control {
         }
     }
     void userSetText(const std::string& text) {
-        if (enabled()) {
+        if (reachable()) {
             setText(text);
         }
     }

@@ -33,11 +33,11 @@ void ListBox::addItem(const std::string& item) {
 }
 
 void ListBox::setItem(int index, const std::string& text) {
-    checkIndex(index, items_.size());
-    if (index >= 0) {
-        items_[static_cast<std::size_t>(index)] = text;
-        changed(Property::items);
+    if (index < 0) {
+        throw Error("There is no entry " + std::to_string(index) + " in the list.");
     }
+    checkIndex(index, items_.size());
+    assign(items_[static_cast<std::size_t>(index)], text, Property::items);
 }
 
 void ListBox::setListIndex(int index) {
@@ -48,7 +48,7 @@ void ListBox::setListIndex(int index) {
 }
 
 void ListBox::userClick(int index) {
-    if (!enabled() || index < 0 || index >= count()) {
+    if (!reachable() || index < 0 || index >= count()) {
         return;
     }
     assign(listIndex_, index, Property::value);
@@ -92,13 +92,13 @@ void ComboBox::setText(const std::string& text) {
 }
 
 void ComboBox::userSelect(int index) {
-    if (enabled() && index >= 0 && index < count()) {
+    if (reachable() && index >= 0 && index < count()) {
         setListIndex(index);
     }
 }
 
 void ComboBox::userSetText(const std::string& text) {
-    if (enabled()) {
+    if (reachable()) {
         setText(text);
     }
 }

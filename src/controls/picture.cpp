@@ -39,19 +39,20 @@ void Picture::setPlace(int left, int top) {
 }
 
 void Picture::userMouseDown(MouseButton button, int x, int y) {
-    if (enabled() && onMouseDown) {
+    if (reachable() && onMouseDown) {
         onMouseDown(button, x, y);
     }
 }
 
 void Picture::userMouseMove(int x, int y) {
-    if (enabled() && onMouseMove) {
+    if (reachable() && onMouseMove) {
         onMouseMove(x, y);
     }
 }
 
 void Picture::userMouseUp(MouseButton button, int x, int y) {
-    if (enabled() && onMouseUp) {
+    // A release belongs to a press that came before: it must arrive whatever has happened since.
+    if (onMouseUp) {
         onMouseUp(button, x, y);
     }
 }

@@ -5,7 +5,12 @@ namespace veldara {
 void Window::load() {
     if (!loaded_) {
         loaded_ = true;
-        loadHandler();
+        try {
+            loadHandler();
+        } catch (...) {
+            loaded_ = false; // the next attempt is to run the whole handler again
+            throw;
+        }
     }
 }
 

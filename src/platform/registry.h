@@ -25,7 +25,8 @@ class Registry {
     virtual ~Registry() = default;
 
     virtual long openKey(RegistryRoot root, const std::string& key) = 0;   // and closes it again
-    virtual long createKey(RegistryRoot root, const std::string& key) = 0; // the parent must exist
+    // Creates the key, with those above it, or opens it; and closes it again.
+    virtual long createKey(RegistryRoot root, const std::string& key) = 0;
     virtual long queryValue(RegistryRoot root, const std::string& key, const std::string& name,
                             RegistryValue& value) = 0;
     // Opens the key with full access rights first, as the System Information lookup does.
