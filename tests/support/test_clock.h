@@ -24,8 +24,9 @@ class TestClock : public Clock {
     // Lets time pass in steps of a millisecond; each enabled timer ticks when its interval is full.
     // A timer starts counting when advance() first sees it enabled.
     void advance(int milliseconds) {
-        for (int i = 0; i < milliseconds; ++i) {
-            now += 0.001;
+        const double start = now;
+        for (int i = 1; i <= milliseconds; ++i) {
+            now = start + i / 1000.0;
             for (std::size_t t = 0; t < timers_.size(); ++t) {
                 tickWhenDue(t);
             }
