@@ -1,0 +1,9 @@
+// What every view needs of the toolkit, compiled once.
+#pragma once
+
+#include <wx/wx.h>
+
+#include <wx/bmpbndl.h>
+#include <wx/dcbuffer.h>
+#include <wx/hyperlink.h>
+#include <wx/vlbox.h>
