@@ -27,6 +27,14 @@ wxStockCursor cursorOf(Pointer pointer) {
     return wxCURSOR_ARROW;
 }
 
+void showIn(PictureBox& box, const Picture& model) {
+    if (model.pixels()) {
+        box.showPixels(model.pixels());
+    } else {
+        box.showDrawing(model.drawing());
+    }
+}
+
 } // namespace
 
 Bindings::Bindings(wxTopLevelWindow& window) : window_(window) {
@@ -263,9 +271,9 @@ wxCheckBox* Bindings::checkBox(wxWindow* parent, CheckBox& model, const std::str
 
 wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, const std::string& name,
                                 char mnemonic, bool firstOfGroup) {
-    auto* native = new wxRadioButton(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic),
-                                     wxDefaultPosition, wxDefaultSize,
-                                     firstOfGroup ? wxRB_GROUP : 0);
+    auto* native =
+        new wxRadioButton(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic),
+                          wxDefaultPosition, wxDefaultSize, firstOfGroup ? wxRB_GROUP : 0);
     native->SetName(name);
     native->Bind(wxEVT_RADIOBUTTON, [&model](wxCommandEvent&) { model.userSelect(); });
     followWidget(model, *native, [native, &model, mnemonic](Property property) {
@@ -300,9 +308,8 @@ wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string
                                 std::max(model.maximum(), model.minimum() + 1));
     native->SetName(name);
     // Only where the thumb comes to rest counts: the picture is not redrawn for every step between.
-    native->Bind(wxEVT_SCROLL_CHANGED, [native, &model](wxScrollEvent&) {
-        model.userSetValue(native->GetValue());
-    });
+    native->Bind(wxEVT_SCROLL_CHANGED,
+                 [native, &model](wxScrollEvent&) { model.userSetValue(native->GetValue()); });
     followWidget(model, *native, [native, &model](Property property) {
         if (property == Property::range) {
             native->SetRange(model.minimum(), std::max(model.maximum(), model.minimum() + 1));
@@ -316,9 +323,9 @@ wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string
 }
 
 wxHyperlinkCtrl* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name) {
-    auto* native = new wxHyperlinkCtrl(parent, wxID_ANY, wxString("-"), wxString("-"),
-                                       wxDefaultPosition, wxDefaultSize,
-                                       wxNO_BORDER | wxHL_ALIGN_LEFT);
+    auto* native =
+        new wxHyperlinkCtrl(parent, wxID_ANY, wxString("-"), wxString("-"), wxDefaultPosition,
+                            wxDefaultSize, wxNO_BORDER | wxHL_ALIGN_LEFT);
     native->SetName(name);
     native->SetVisitedColour(native->GetNormalColour());
     native->Bind(wxEVT_HYPERLINK, [&model](wxHyperlinkEvent&) { model.userClick(); });
@@ -330,9 +337,9 @@ wxHyperlinkCtrl* Bindings::link(wxWindow* parent, LinkLabel& model, const std::s
     return native;
 }
 
-PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const std::string& name,
-                              const wxSize& smallest, PictureBox::Keyboard keyboard,
-                              PictureBox::Ground ground) {
+PictureBox* Bindings::pictureBox(wxWindow* parent, Picture& model, const std::string& name,
+                                 const wxSize& smallest, PictureBox::Keyboard keyboard,
+                                 PictureBox::Ground ground) {
     auto* native = new PictureBox(parent, nativeText(name), smallest, keyboard, ground);
     pictureBoxes_.push_back(native);
     native->onMouseDown = [&model](MouseButton button, int x, int y) {
@@ -347,16 +354,41 @@ PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const std::strin
             model.userResize(size.x, size.y);
         }
     };
+    return native;
+}
+
+PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const std::string& name,
+                              const wxSize& smallest, PictureBox::Keyboard keyboard,
+                              PictureBox::Ground ground) {
+    PictureBox* native = pictureBox(parent, model, name, smallest, keyboard, ground);
     followWidget(model, *native, [native, &model](Property property) {
-        if (property != Property::picture) {
-            return;
-        }
-        if (model.pixels()) {
-            native->showPixels(model.pixels());
-        } else {
-            native->showDrawing(model.drawing());
+        if (property == Property::picture) {
+            showIn(*native, model);
         }
     });
+    return native;
+}
+
+PictureBox* Bindings::pictureStack(wxWindow* parent, const std::vector<Picture*>& models,
+                                   const std::string& name, const wxSize& smallest,
+                                   PictureBox::Keyboard keyboard) {
+    PictureBox* native =
+        pictureBox(parent, *models.front(), name, smallest, keyboard, PictureBox::Ground::window);
+    const int home = models.front()->left();
+    for (Picture* model : models) {
+        follow(*model, [native, models, home](Property property) {
+            if (property != Property::range && property != Property::visible &&
+                property != Property::picture) {
+                return;
+            }
+            for (const Picture* one : models) {
+                if (one->visible() && one->left() == home) {
+                    showIn(*native, *one);
+                    return;
+                }
+            }
+        });
+    }
     return native;
 }
 

@@ -10,15 +10,15 @@
 #include "gui/folder_list_box.h"
 #include "gui/picture_box.h"
 
-#include <wx/hyperlink.h>
-#include <wx/timer.h>
-#include <wx/wx.h>
-
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <wx/hyperlink.h>
+#include <wx/timer.h>
+#include <wx/wx.h>
 
 namespace veldara {
 
@@ -53,8 +53,7 @@ class Bindings {
 
     wxStaticBox* frame(wxWindow* parent, Frame& model, const std::string& name);
     wxButton* button(wxWindow* parent, Button& model, const std::string& name, char mnemonic);
-    wxCheckBox* checkBox(wxWindow* parent, CheckBox& model, const std::string& name,
-                         char mnemonic);
+    wxCheckBox* checkBox(wxWindow* parent, CheckBox& model, const std::string& name, char mnemonic);
     wxRadioButton* option(wxWindow* parent, OptionButton& model, const std::string& name,
                           char mnemonic, bool firstOfGroup);
     wxChoice* choice(wxWindow* parent, ComboBox& model, const std::string& name);
@@ -71,6 +70,12 @@ class Bindings {
                         const wxSize& smallest, PictureBox::Keyboard keyboard,
                         PictureBox::Ground ground);
 
+    // Pictures that lie over each other: the first one takes the mouse and the keyboard, and what
+    // is shown is the visible one that stands where the first one stands now.
+    PictureBox* pictureStack(wxWindow* parent, const std::vector<Picture*>& models,
+                             const std::string& name, const wxSize& smallest,
+                             PictureBox::Keyboard keyboard);
+
     // Raised after a control has come or gone, for windows that fit themselves to what is visible.
     std::function<void()> onVisibilityChanged;
 
@@ -80,6 +85,9 @@ class Bindings {
     void follow(Control& model, Sync sync);
     void followWidget(Control& model, wxWindow& widget, Sync more);
     void syncCommon(const Control& model, wxWindow& widget, Property property);
+    PictureBox* pictureBox(wxWindow* parent, Picture& model, const std::string& name,
+                           const wxSize& smallest, PictureBox::Keyboard keyboard,
+                           PictureBox::Ground ground);
     void reclaimSelectedEntry(ListBox& model, wxListBox& list);
     void later(std::function<void()> act);
     void applyPointer(Pointer pointer);

@@ -3,10 +3,10 @@
 #include "gui/drawings.h"
 #include "gui/native_text.h"
 
+#include <algorithm>
+
 #include <wx/dc.h>
 #include <wx/settings.h>
-
-#include <algorithm>
 
 namespace veldara {
 
@@ -79,8 +79,8 @@ void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) 
     const wxSize iconSize = icon.GetLogicalSize();
     dc.DrawBitmap(icon, left, rect.y + (rect.height - iconSize.y) / 2, true);
     dc.SetFont(GetFont());
-    dc.SetTextForeground(wxSystemSettings::GetColour(
-        IsSelected(entry) ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_LISTBOXTEXT));
+    dc.SetTextForeground(wxSystemSettings::GetColour(IsSelected(entry) ? wxSYS_COLOUR_HIGHLIGHTTEXT
+                                                                       : wxSYS_COLOUR_LISTBOXTEXT));
     const wxString name = nativeText(folder.name);
     const int textTop = rect.y + (rect.height - dc.GetCharHeight()) / 2;
     dc.DrawText(name, left + iconSize.x + FromDIP(gap), textTop);

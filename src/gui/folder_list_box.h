@@ -4,11 +4,11 @@
 
 #include "controls/browsing.h"
 
-#include <wx/bmpbndl.h>
-#include <wx/vlbox.h>
-
 #include <functional>
 #include <vector>
+
+#include <wx/bmpbndl.h>
+#include <wx/vlbox.h>
 
 namespace veldara {
 

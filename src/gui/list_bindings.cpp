@@ -65,9 +65,8 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
     native->Bind(wxEVT_TEXT, [native, &model](wxCommandEvent&) {
         model.userSetText(portableText(native->GetValue()));
     });
-    native->Bind(wxEVT_COMBOBOX, [native, &model](wxCommandEvent&) {
-        model.userSelect(native->GetSelection());
-    });
+    native->Bind(wxEVT_COMBOBOX,
+                 [native, &model](wxCommandEvent&) { model.userSelect(native->GetSelection()); });
     followWidget(model, *native, [native, &model, showText](Property property) {
         if (property == Property::items) {
             native->Set(nativeTexts(model.items()));

@@ -2,11 +2,11 @@
 // an old disk) is shown with marks in place of the bytes that mean nothing.
 #pragma once
 
-#include <wx/arrstr.h>
-#include <wx/string.h>
-
 #include <string>
 #include <vector>
+
+#include <wx/arrstr.h>
+#include <wx/string.h>
 
 namespace veldara {
 

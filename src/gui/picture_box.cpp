@@ -2,17 +2,19 @@
 
 #include "gui/drawings.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <wx/dcbuffer.h>
 #include <wx/image.h>
 #include <wx/renderer.h>
 #include <wx/settings.h>
 
-#include <algorithm>
-#include <utility>
-
 namespace veldara {
 
 namespace {
+
+constexpr int largestDrawing = 320; // units of the toolkit
 
 bool isArrow(int key) {
     return key == WXK_UP || key == WXK_DOWN || key == WXK_LEFT || key == WXK_RIGHT;
@@ -56,17 +58,34 @@ PictureBox::PictureBox(wxWindow* parent, const wxString& name, const wxSize& sma
 
 void PictureBox::showPixels(std::shared_ptr<const Image> pixels) {
     pixels_ = std::move(pixels);
-    drawing_ = wxBitmapBundle();
+    drawing_ = Drawing::none;
     bitmap_ = pixels_ && !pixels_->empty() ? bitmapOf(*pixels_, scale()) : wxNullBitmap;
     Refresh();
 }
 
 void PictureBox::showDrawing(Drawing drawing) {
+    if (drawing == drawing_ && !pixels_) {
+        return;
+    }
     pixels_.reset();
     bitmap_ = wxNullBitmap;
-    const wxSize room = GetClientSize();
-    drawing_ = drawingBundle(drawing, std::max(1, std::min(room.x, room.y)));
+    drawing_ = drawing;
+    drawingSide_ = 0;
     Refresh();
+}
+
+// A drawing in the photo's place stays of a size that looks like a sign, not like a photo.
+const wxBitmapBundle& PictureBox::drawingForSize() {
+    const wxSize room = GetClientSize();
+    int side = std::max(1, std::min(room.x, room.y));
+    if (ground_ == Ground::mat) {
+        side = std::min(side * 3 / 4, FromDIP(largestDrawing));
+    }
+    if (side != drawingSide_) {
+        drawingSide_ = side;
+        drawingBundle_ = drawingBundle(drawing_, side);
+    }
+    return drawingBundle_;
 }
 
 wxSize PictureBox::sizeInPixels() const {
@@ -189,8 +208,8 @@ void PictureBox::paint() {
     if (bitmap_.IsOk()) {
         const wxPoint origin = pictureOrigin();
         dc.DrawBitmap(bitmap_, wxRound(origin.x / scale()), wxRound(origin.y / scale()));
-    } else if (drawing_.IsOk()) {
-        const wxBitmap picture = drawing_.GetBitmapFor(this);
+    } else if (drawing_ != Drawing::none) {
+        const wxBitmap picture = drawingForSize().GetBitmapFor(this);
         const wxSize room = GetClientSize();
         const wxSize size = picture.GetLogicalSize();
         dc.DrawBitmap(picture, (room.x - size.x) / 2, (room.y - size.y) / 2, true);
@@ -203,8 +222,8 @@ void PictureBox::paint() {
 void PictureBox::drawFocus(wxDC& dc) {
     const wxRect all = GetClientRect();
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    dc.SetPen(wxPen(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT), FromDIP(2),
-                    wxPENSTYLE_SOLID));
+    dc.SetPen(
+        wxPen(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT), FromDIP(2), wxPENSTYLE_SOLID));
     dc.DrawRectangle(all.Deflate(FromDIP(1)));
 }
 

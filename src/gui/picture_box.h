@@ -5,12 +5,12 @@
 
 #include "controls/picture.h"
 
+#include <functional>
+#include <memory>
+
 #include <wx/bitmap.h>
 #include <wx/bmpbndl.h>
 #include <wx/window.h>
-
-#include <functional>
-#include <memory>
 
 namespace veldara {
 
@@ -45,6 +45,7 @@ class PictureBox : public wxWindow {
     void bindMouse();
     void bindKeyboard();
     void paint();
+    const wxBitmapBundle& drawingForSize();
     void drawFocus(wxDC& dc);
     void pointerDown(wxMouseEvent& event, MouseButton button);
     void pointerUp(wxMouseEvent& event, MouseButton button);
@@ -56,7 +57,9 @@ class PictureBox : public wxWindow {
     Ground ground_;
     std::shared_ptr<const Image> pixels_;
     wxBitmap bitmap_;
-    wxBitmapBundle drawing_;
+    Drawing drawing_ = Drawing::none;
+    wxBitmapBundle drawingBundle_;
+    int drawingSide_ = 0;
     int arrowKey_ = 0;
 };
 
