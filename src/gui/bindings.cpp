@@ -329,9 +329,12 @@ wxHyperlinkCtrl* Bindings::link(wxWindow* parent, LinkLabel& model, const std::s
     native->SetName(name);
     native->SetVisitedColour(native->GetNormalColour());
     native->Bind(wxEVT_HYPERLINK, [&model](wxHyperlinkEvent&) { model.userClick(); });
-    followWidget(model, *native, [native, &model](Property property) {
+    followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::caption) {
             native->SetLabel(nativeText(model.caption()));
+            if (onLinkChanged) {
+                onLinkChanged();
+            }
         }
     });
     return native;
@@ -366,6 +369,13 @@ PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const std::strin
             showIn(*native, model);
         }
     });
+    return native;
+}
+
+PictureBox* Bindings::placedPicture(wxWindow* parent, Picture& model, const std::string& name) {
+    PictureBox* native = picture(parent, model, name, wxSize(1, 1), PictureBox::Keyboard::ignored,
+                                 PictureBox::Ground::window);
+    native->onResized = {};
     return native;
 }
 

@@ -76,6 +76,11 @@ class Bindings {
                              const std::string& name, const wxSize& smallest,
                              PictureBox::Keyboard keyboard);
 
+    // A picture box whose place and size its window model says; the view puts it there.
+    PictureBox* placedPicture(wxWindow* parent, Picture& model, const std::string& name);
+
+    // Raised after a link's words have changed.
+    std::function<void()> onLinkChanged;
     // Raised after a control has come or gone, for windows that fit themselves to what is visible.
     std::function<void()> onVisibilityChanged;
 

@@ -37,10 +37,14 @@ wxBitmapBundle folderBundle(bool open, int side) {
     return bundleOf(open ? openFolderSvg : closedFolderSvg, side);
 }
 
+wxBitmapBundle iconBundle(int side) {
+    return bundleOf(iconSvg(side), side);
+}
+
 wxIconBundle programIcons() {
     wxIconBundle icons;
     for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-        icons.AddIcon(bundleOf(iconSvg(side), side).GetIcon(wxSize(side, side)));
+        icons.AddIcon(iconBundle(side).GetIcon(wxSize(side, side)));
     }
     return icons;
 }

@@ -14,7 +14,8 @@ wxBitmapBundle drawingBundle(Drawing drawing, int side);
 // The sign before an entry of a folder list.
 wxBitmapBundle folderBundle(bool open, int side);
 
-// The program's icon.
+// The program's icon, as a picture of that side and as the sign of its windows.
+wxBitmapBundle iconBundle(int side);
 wxIconBundle programIcons();
 
 } // namespace veldara

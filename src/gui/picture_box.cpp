@@ -220,11 +220,12 @@ void PictureBox::paint() {
 }
 
 void PictureBox::drawFocus(wxDC& dc) {
-    const wxRect all = GetClientRect();
+    wxRect edge = GetClientRect();
+    edge.Deflate(FromDIP(1));
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
     dc.SetPen(
         wxPen(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT), FromDIP(2), wxPENSTYLE_SOLID));
-    dc.DrawRectangle(all.Deflate(FromDIP(1)));
+    dc.DrawRectangle(edge);
 }
 
 } // namespace veldara

@@ -3,6 +3,8 @@
 #include "gui/message_dialog.h"
 #include "gui/native_text.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include <wx/filedlg.h>
@@ -110,7 +112,20 @@ std::string WxDialogs::askSaveFile(const SaveFileRequest& request) {
     if (dialog.ShowModal() != wxID_OK) {
         return {};
     }
-    return portableText(dialog.GetPath());
+    wxFileName chosen(dialog.GetPath());
+    if (chosen.HasExt() || request.filters.empty()) {
+        return portableText(chosen.GetFullPath());
+    }
+    const auto filter = static_cast<std::size_t>(std::max(0, dialog.GetFilterIndex()));
+    chosen.SetExt(extensionOf(request.filters[std::min(filter, request.filters.size() - 1)]));
+    const std::string path = portableText(chosen.GetFullPath());
+    // The system's dialog has asked about the name as it was typed, not about this one.
+    return !chosen.FileExists() || mayOverwrite(path) ? path : std::string();
+}
+
+bool WxDialogs::mayOverwrite(const std::string& path) {
+    return showMessage({"The file \"" + path + "\" already exists.  Do you want to replace it?", "",
+                        MessageIcon::exclamation, MessageButtons::yesNo}) == Answer::yes;
 }
 
 } // namespace veldara

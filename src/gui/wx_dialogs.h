@@ -20,6 +20,8 @@ class WxDialogs : public Dialogs {
     std::string askSaveFile(const SaveFileRequest& request) override;
 
   private:
+    bool mayOverwrite(const std::string& path);
+
     std::function<wxWindow*()> parent_;
 };
 
