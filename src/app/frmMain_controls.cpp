@@ -24,12 +24,6 @@ void describe(Control& control, const char* caption, const char* toolTip) {
 
 } // namespace
 
-frmMain::frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto)
-    : Window("frmMain", screen), Drive1(platform.drives), Dir1(platform.drives),
-      loadPhoto_(std::move(loadPhoto)) {
-    fillControlTexts();
-}
-
 void frmMain::fillControlTexts() {
     fillMenuTexts();
     fillStepTexts();
@@ -133,6 +127,9 @@ void frmMain::fillPlacementTexts() {
     imgArrow_left.setDrawing(Drawing::arrowPadLeft);
     lblLrCaption.setCaption("Horizontal:");
     lblTbCaption.setCaption("Vertical:");
+    tmrLoadingImg.setInterval(100);
+    tmrAppEnd.setInterval(250);
+    tmrResize.setInterval(60);
     describe(lblLrValue, "(center)", "Horizontal centering of the poster Tiles");
     describe(lblTbValue, "(center)", "Vertical centering of the poster Tiles");
 }

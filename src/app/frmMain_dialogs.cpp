@@ -1,0 +1,70 @@
+// The main window's hand-over to its other windows and to the help.
+#include "app/frmMain.h"
+#include "platform/error.h"
+
+namespace veldara {
+
+void frmMain::openPaperDialog() {
+    tileSize_.OpenWith(sPaperRegLine, iMarginsLocked == 1);
+}
+
+void frmMain::openCalibrationDialog() {
+    btm_.Open();
+    // the trims may have become others
+    ShowMainPreview();
+    UpdatePlacementLabels();
+}
+
+void frmMain::cmdLargePreview_Click() {
+    if (!bImgSelected) {
+        platform_.dialogs.showMessage({"No image selected.  Please select an image "
+                                       "from the file listbox",
+                                       "No Image Selected", MessageIcon::exclamation});
+        return;
+    }
+    SetPointer(3);
+    preview_.show();
+    preview_.Fill();
+    SetPointer(0);
+}
+
+void frmMain::cmdSaveNow_Click() {
+    double width = 0.0;
+    double height = 0.0;
+    if (!CheckTileSizes(width, height)) {
+        ShowTileSizeError();
+        return;
+    }
+    std::vector<TileRect> tiles;
+    if (!bImgSelected || CalcTileCoord(tiles) < 1) {
+        platform_.dialogs.showMessage({"Invalid image/tile information.  Can not continue.",
+                                       "Can not continue", MessageIcon::critical});
+        return;
+    }
+    saveTiles_.OpenForPhoto(Drive1.drive(), Dir1.path(), lstFiles.selectedText());
+}
+
+void frmMain::mnuAbout_Click() {
+    about_.showModal();
+}
+
+void frmMain::OpenHelpFile() {
+    if (sHelpFile.empty() || !fileExists(sHelpFile)) {
+        platform_.dialogs.showMessage({"The help file ("
+                                       "omra.chm"
+                                       ") is missing.  Please reinstall this software.",
+                                       "Can not find help file", MessageIcon::critical});
+        return;
+    }
+    try {
+        platform_.launcher.openHelp(sHelpFile);
+    } catch (const Error& error) {
+        showError(error.what());
+    }
+}
+
+void frmMain::showError(const std::string& sentence) {
+    platform_.dialogs.showMessage({sentence, "Error", MessageIcon::critical});
+}
+
+} // namespace veldara
