@@ -1,0 +1,143 @@
+#include "output/save_messages.h"
+#include "output/split_path_label.h"
+#include "output/tile_files.h"
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+TEST(TileFiles, takeTheirBaseFromThePhoto) {
+    EXPECT_EQ(defaultBaseName("IMG_0001.JPG"), "IMG_0001");
+    EXPECT_EQ(defaultBaseName("x.jpeg"), "x.");
+    EXPECT_EQ(defaultBaseName("ä.jpg"), "ä");
+    EXPECT_EQ(defaultBaseName("a.jp"), std::nullopt);
+    EXPECT_EQ(defaultBaseName("ü.jp"), std::nullopt); // five bytes, but four characters
+    EXPECT_EQ(defaultFolderName("IMG_0001"), "IMG_0001_poster_images");
+}
+
+TEST(TileFiles, takeTheirTypeFromTheEnding) {
+    EXPECT_EQ(tileFileType("IMG_0001.JPG"), FileType::jpeg);
+    EXPECT_EQ(tileFileType("a.tif"), FileType::tiff);
+    EXPECT_EQ(tileFileType("a.BmP"), FileType::bmp);
+    EXPECT_EQ(tileFileType("x.jpeg"), std::nullopt);
+    EXPECT_EQ(tileFileType("x.tiff"), std::nullopt);
+    EXPECT_EQ(tileFileType("jp"), std::nullopt);
+    EXPECT_EQ(extensionOf(FileType::bmp), ".bmp");
+    EXPECT_EQ(extensionOf(FileType::tiff), ".tif");
+    EXPECT_EQ(extensionOf(FileType::jpeg), ".jpg");
+}
+
+TEST(TileFiles, areNumberedInAtLeastThreeDigits) {
+    EXPECT_EQ(tileNumberText(1), "001");
+    EXPECT_EQ(tileNumberText(9), "009");
+    EXPECT_EQ(tileNumberText(10), "010");
+    EXPECT_EQ(tileNumberText(625), "625");
+    EXPECT_EQ(tileNumberText(1000), "1000");
+}
+
+TEST(TileFiles, goIntoTheNewFolder) {
+    const TileFileParts parts{"C:\\photos", "poster", "img", FileType::jpeg};
+    EXPECT_EQ(getTileFileName(parts, 1, '\\').path, "C:\\photos\\poster\\img001.jpg");
+    EXPECT_EQ(getTileFileName(parts, 1000, '\\').path, "C:\\photos\\poster\\img1000.jpg");
+    EXPECT_EQ(tileFolderPath("C:\\photos", "poster", '\\'), "C:\\photos\\poster");
+    EXPECT_EQ(tileFolderLabel("C:\\photos", "poster", '\\'), "C:\\photos\\poster\\");
+}
+
+TEST(TileFiles, goIntoTheParentWithoutANewFolder) {
+    const TileFileParts parts{"/home/me", "", "img", FileType::tiff};
+    EXPECT_EQ(getTileFileName(parts, 2, '/').path, "/home/me/img002.tif");
+    EXPECT_EQ(tileFolderPath("/home/me", "", '/'), "/home/me/");
+    EXPECT_EQ(tileFolderLabel("/home/me", "", '/'), "/home/me/");
+}
+
+TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
+    EXPECT_EQ(getTileFileName({"C:\\", "", "a", FileType::bmp}, 1, '\\').path, "C:\\a001.bmp");
+    EXPECT_EQ(getTileFileName({"/", "p", "a", FileType::bmp}, 1, '/').path, "/p/a001.bmp");
+}
+
+TEST(TileFiles, tellWhatIsMissing) {
+    EXPECT_EQ(getTileFileName({"/", "p", "a", std::nullopt}, 1, '/').problem,
+              "File extension not selected");
+    EXPECT_EQ(getTileFileName({"", "p", "a", FileType::bmp}, 1, '/').problem,
+              "You must select the location where the new poster tile image folder will be "
+              "created");
+    EXPECT_FALSE(getTileFileName({"", "p", "a", FileType::bmp}, 1, '/').ok());
+    EXPECT_TRUE(getTileFileName({"/", "p", "a", FileType::bmp}, 1, '/').ok());
+}
+
+TEST(SplitPathLabel, breaksAtTheLimit) {
+    const std::string path(120, 'x');
+    EXPECT_EQ(SplitPathLabel(path, 78, 55, '\\'),
+              std::string(55, 'x') + "\r\n" + std::string(55, 'x') + "\r\n" + std::string(10, 'x'));
+}
+
+TEST(SplitPathLabel, prefersTheEndOfAFolder) {
+    const std::string folder(36, 'a');
+    EXPECT_EQ(SplitPathLabel(folder + "\\b", 35, 55, '\\'), folder + "\\\r\nb");
+    EXPECT_EQ(SplitPathLabel(std::string(34, 'a') + "\\b", 35, 55, '\\'),
+              std::string(34, 'a') + "\\b"); // 35 are not more than 35
+    EXPECT_EQ(SplitPathLabel(std::string(35, 'a') + "\\b", 35, 55, '\\'),
+              std::string(35, 'a') + "\\\r\nb");
+}
+
+TEST(SplitPathLabel, countsAnewBehindASpace) {
+    const std::string words = std::string(30, 'a') + " " + std::string(30, 'b') + "\\c";
+    EXPECT_EQ(SplitPathLabel(words, 35, 55, '\\'), words);
+}
+
+TEST(SplitPathLabel, breaksOnceWhereBothReasonsMeet) {
+    EXPECT_EQ(SplitPathLabel(std::string(54, 'a') + "\\b", 35, 55, '\\'),
+              std::string(54, 'a') + "\\\r\nb");
+}
+
+TEST(SplitPathLabel, countsCharactersNotBytes) {
+    std::string umlauts;
+    for (int i = 0; i < 56; ++i) {
+        umlauts += "ü";
+    }
+    EXPECT_EQ(SplitPathLabel(umlauts, 78, 55, '/'), umlauts.substr(0, 110) + "\r\n" + "ü");
+    EXPECT_EQ(SplitPathLabel("", 78, 55, '/'), "");
+}
+
+TEST(SaveMessages, askBeforeAFolderIsUsedAgain) {
+    const Message question = folderExistsQuestion("C:\\p");
+    EXPECT_EQ(question.title, "Folder Exists");
+    EXPECT_EQ(question.buttons, MessageButtons::yesNoCancel);
+    EXPECT_EQ(question.text, "The folder \"C:\\p\" already exists.  Some files could be "
+                             "overwritten.  Do you want to continue?");
+}
+
+TEST(SaveMessages, areWordedAsTheyAre) {
+    const auto same = [](const Message& message, const char* title, const std::string& text) {
+        EXPECT_EQ(message, (Message{text, title, MessageIcon::critical, MessageButtons::ok}));
+    };
+    same(noTilesToSaveMessage(), "Can not continue",
+         "Invalid image/tile information.  Can not continue.");
+    same(invalidPhotoNameMessage(), "Problem", "Invalid file chosen.  Can not continue.");
+    same(invalidPhotoTypeMessage(), "Error", "Unable to save - invalid image file type");
+    same(tileTableFailedMessage(), "Error", "Error calculating tile coordinates");
+    same(fileSystemObjectFailedMessage(), "Error",
+         "Error creating FileSystemObject - Windows component missing");
+    same(folderNotCreatedMessage("C:\\p"), "Error",
+         "Could not create the folder \"C:\\p\" to save your poster tile images into.  Possible "
+         "causes of this are that you do not have access rights to the drive that you selected, "
+         "the disk drive is full, or that you provided an invalid folder name.  Can not continue.");
+    same(imageObjectFailedMessage(), "Error", "Error creating imgX object");
+    same(invalidTileSizesMessage(), "Error", "Can not continue - Invalid tile print sizes entered");
+    same(tileNameProblemMessage("why"), "Error", "Problem: why");
+    same(compensationFailedMessage(), "Error", "Error applying printer edge clipping compensation");
+    same(outOfDiskSpaceMessage(), "Out of disk space",
+         "Not enough disk space on selected drive.  Can not save images.");
+    same(tileNotSavedMessage(), "Error",
+         "Error saving tile image file to disk.  Possible cause is that the disk is full.  Can not "
+         "continue.");
+    same(canceledMessage(), "Canceled", "Canceled by user");
+    same(invalidDriveMessage(), "Invalid Drive", "The drive you chose could not be accessed.");
+    EXPECT_EQ(std::string(savedText),
+              "You poster images were saved successfully and are now ready for you to print.  They "
+              "are located in the following folder:");
+}
+
+} // namespace
+} // namespace veldara
