@@ -84,11 +84,16 @@ bool TileRun::State::waitForRoom(std::size_t number) {
 
 EncodedTile TileRun::State::encode(const TilePixels& pixels) const {
     EncodedTile result;
-    attempt(result.step, TileOutcome::compensationFailed, [&] {
-        const TileImage image = makeTileImage(pixels.view, job.treatment);
-        result.bytes =
-            encodeImage(image.view(), job.type, job.treatment.resolution, source.colourProfile());
+    std::optional<TileImage> image;
+    const bool made = attempt(result.step, TileOutcome::compensationFailed, [&] {
+        image.emplace(makeTileImage(pixels.view, job.treatment));
     });
+    if (made) {
+        attempt(result.step, TileOutcome::encodeFailed, [&] {
+            result.bytes = encodeImage(image->view(), job.type, job.treatment.resolution,
+                                       source.colourProfile());
+        });
+    }
     return result;
 }
 

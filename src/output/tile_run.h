@@ -50,7 +50,8 @@ class WholePhotoSource : public TileSource {
 enum class TileOutcome {
     written,
     sourceFailed,       // the tile's pixels could not be had
-    compensationFailed, // or turned, or encoded
+    compensationFailed, // the tile could not be turned or enlarged
+    encodeFailed,
     outOfSpace,
     saveFailed,
 };

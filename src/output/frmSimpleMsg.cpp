@@ -1,0 +1,40 @@
+#include "output/frmSimpleMsg.h"
+
+#include "output/save_messages.h"
+#include "output/split_path_label.h"
+#include "platform/error.h"
+
+namespace veldara {
+
+frmSimpleMsg::frmSimpleMsg(Platform& platform, Screen& screen)
+    : Window("frmSimpleMsg", screen), platform_(platform) {
+    setCaption("Veldara");
+    lblTitle.setCaption(savedTitle);
+    imgCheck.setDrawing(Drawing::checkMark);
+    cmdOk.setCaption("OK");
+    lnkFol.onClick = [this] { lnkFol_Click(); };
+    cmdOk.onClick = [this] { cmdOk_Click(); };
+}
+
+void frmSimpleMsg::ShowSaveOkMsg(const std::string& sFolderName) {
+    lblMsg.setCaption(savedText);
+    show();
+    lnkFol.setCaption(
+        SplitPathLabel(sFolderName, resultLabelStart, pathLabelEnd, platform_.drives.separator()));
+    lnkFol.setTarget(sFolderName);
+}
+
+void frmSimpleMsg::lnkFol_Click() {
+    try {
+        platform_.launcher.openTarget(lnkFol.target());
+    } catch (const Error& error) {
+        platform_.dialogs.showMessage(
+            {error.what(), "Problem", MessageIcon::critical, MessageButtons::ok});
+    }
+}
+
+void frmSimpleMsg::cmdOk_Click() {
+    unload();
+}
+
+} // namespace veldara

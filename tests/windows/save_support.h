@@ -1,0 +1,193 @@
+// What the tests of the save windows share: a main window that answers as told, a run whose files
+// land in memory, and a reader of bitmap bytes of the tests' own.
+#pragma once
+
+#include "output/frmMsg.h"
+#include "output/frmSaveTiles.h"
+#include "output/frmSimpleMsg.h"
+#include "platform/error.h"
+#include "platform/text/path_text.h"
+#include "support/test_platform.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace veldara::test {
+
+// Every pixel differs from its neighbours in all three channels.
+inline Image patternedImage(int width, int height) {
+    Image image(width, height);
+    for (int y = 0; y < height; ++y) {
+        std::uint8_t* row = image.row(y);
+        for (int x = 0; x < width; ++x) {
+            row[3 * x] = static_cast<std::uint8_t>(7 * x + 3 * y);
+            row[3 * x + 1] = static_cast<std::uint8_t>(x + 11 * y);
+            row[3 * x + 2] = static_cast<std::uint8_t>(5 * x * y + x);
+        }
+    }
+    return image;
+}
+
+class FakeSaveOwner : public SaveOwner {
+  public:
+    Image photo = patternedImage(60, 40);
+    std::vector<TileRect> tiles{{0, 0, 29, 19}, {30, 0, 59, 19}, {0, 20, 29, 39}, {30, 20, 59, 39}};
+    std::optional<int> tileCount; // instead of the tiles' own number
+    bool tableThrows = false;
+    bool sizesOk = true;
+    bool sizesNoTrimOk = true;
+    double widthInches = 0.2; // 30 pixels: 150 dots per inch
+    bool rotated = false;
+    bool compensated = false;
+    bool trimsThrow = false;
+    EdgeTrims trims{};
+
+    int CalcTileCoord(std::vector<TileRect>& table) const override {
+        if (tableThrows) {
+            throw Error("Nothing is left of a tile.");
+        }
+        table = tiles;
+        return tileCount.value_or(static_cast<int>(tiles.size()));
+    }
+    bool CheckTileSizes(double& width, double& height) const override {
+        width = widthInches;
+        height = 1.0;
+        return sizesOk;
+    }
+    bool CheckTileSizesNoTrim(double& width, double& height) const override {
+        width = 999.0; // of no use to the run but to say that the sizes are right
+        height = 999.0;
+        return sizesNoTrimOk;
+    }
+    const Image& currentPhoto() const override { return photo; }
+    bool rotateTilesChecked() const override { return rotated; }
+    bool tileRotated() const override { return rotated; }
+    bool printerClipsChecked() const override { return compensated; }
+    void FillCurEdgeTrimInches(EdgeTrims& filled) const override {
+        if (trimsThrow) {
+            throw Error("No edge profile is selected.");
+        }
+        filled = trims;
+    }
+};
+
+struct WrittenFile {
+    std::string path;
+    std::vector<std::uint8_t> bytes;
+};
+
+// An uncompressed bitmap taken apart.
+struct Bitmap {
+    explicit Bitmap(const std::vector<std::uint8_t>& file) : bytes(file) {
+        width = number(18);
+        height = number(22);
+        dotsPerMetre = number(38);
+    }
+    int number(std::size_t at) const {
+        return static_cast<int>(static_cast<unsigned>(bytes.at(at)) | bytes.at(at + 1) << 8U |
+                                bytes.at(at + 2) << 16U |
+                                static_cast<unsigned>(bytes.at(at + 3)) << 24U);
+    }
+    // The three channels of a pixel, row 0 at the top.
+    std::array<int, 3> at(int x, int y) const {
+        const int stride = (3 * width + 3) / 4 * 4;
+        const int rows = height < 0 ? -height : height;
+        const int row = height < 0 ? y : rows - 1 - y;
+        const auto place = static_cast<std::size_t>(number(10) + row * stride + 3 * x);
+        return {bytes.at(place + 2), bytes.at(place + 1), bytes.at(place)};
+    }
+    int dotsPerInch() const { return static_cast<int>(dotsPerMetre * 0.0254 + 0.5); }
+
+    std::vector<std::uint8_t> bytes;
+    int width = 0;
+    int height = 0;
+    int dotsPerMetre = 0;
+};
+
+inline std::array<int, 3> pixelOf(const Image& image, int x, int y) {
+    const std::uint8_t* pixel = image.row(y) + 3 * x;
+    return {pixel[0], pixel[1], pixel[2]};
+}
+
+// The three windows over a platform of fakes; files that a run writes are kept in `written`.
+class SaveWindows {
+  public:
+    explicit SaveWindows(char separator = '\\') : fakes(separator) {
+        photos = separator == '\\' ? "c:\\photos" : "/photos";
+        drive = separator == '\\' ? "c" : "/";
+        fakes.tree.addFolder(photos);
+        fakes.clock.drive(progress.tmrProgBar);
+    }
+
+    TestPlatform fakes;
+    std::string photos;
+    std::string drive;
+    FakeSaveOwner owner;
+    std::vector<WrittenFile> written;
+    bool writeFails = false;
+    bool tileImageFails = false;
+
+    Platform platform = fakes.platform();
+    frmMsg progress{platform, fakes.screen};
+    frmSimpleMsg result{platform, fakes.screen};
+    frmSaveTiles dialog{platform, fakes.screen, owner, progress, result, doors()};
+
+    // Opens the dialog for a photo and has the user do something in it, then close it.
+    void open(const std::function<void()>& user, const std::string& photo = "IMG_0001.BMP") {
+        fakes.screen.whenModal("frmSaveTiles", [this, user](Window&) {
+            user();
+            dialog.userClose();
+        });
+        dialog.OpenForPhoto(drive, photos, photo);
+    }
+
+    // The same, and saves.
+    void save(
+        const std::function<void()>& before = [] {}, const std::string& photo = "IMG_0001.BMP") {
+        open(
+            [&] {
+                before();
+                dialog.cmdSaveNow.userClick();
+            },
+            photo);
+    }
+
+    std::string folder() const { return photos + fakes.tree.separator + "IMG_0001_poster_images"; }
+
+    std::vector<std::string> paths() const {
+        std::vector<std::string> names;
+        for (const WrittenFile& file : written) {
+            names.push_back(file.path);
+        }
+        return names;
+    }
+
+    Bitmap bitmap(std::size_t tile) const { return Bitmap(written.at(tile).bytes); }
+
+  private:
+    SaveDoors doors() {
+        SaveDoors made;
+        made.createTileImage = [this](int width, int height) {
+            if (tileImageFails) {
+                throw Error("There is not enough memory.");
+            }
+            return Image(width, height);
+        };
+        made.write = [this](const std::filesystem::path& file,
+                            const std::vector<std::uint8_t>& bytes) {
+            if (writeFails) {
+                throw Error("The disk is full.");
+            }
+            written.push_back({pathText(file), bytes});
+        };
+        return made;
+    }
+};
+
+} // namespace veldara::test
