@@ -190,18 +190,18 @@ TEST_F(ProgressWindow, ATickThatOutlivesTheWindowDrawsNothing) {
 
 TEST_F(ProgressWindow, TimedMessageStaysForItsTimeAndOneTick) {
     window.bAllowCancel = true;
-    window.ShowMsgForSecs("Hello", 2.0);
+    window.ShowMsgForSecs("Hello", 2.05); // between two ticks
     EXPECT_EQ(window.curStatus, 2);
     EXPECT_EQ(window.lblMsg.caption(), "Hello");
     EXPECT_DOUBLE_EQ(window.dStart, fakes.clock.now);
-    EXPECT_DOUBLE_EQ(window.dSecToShowMsg, 2.0);
+    EXPECT_DOUBLE_EQ(window.dSecToShowMsg, 2.05);
     EXPECT_FALSE(window.bAllowCancel);
     EXPECT_FALSE(window.bCancel);
     EXPECT_FALSE(window.picProgressBar.visible());
     EXPECT_TRUE(window.visible());
-    fakes.clock.advance(1950);
+    fakes.clock.advance(2050);
     EXPECT_EQ(window.curStatus, 2);
-    fakes.clock.advance(150);
+    fakes.clock.advance(100);
     EXPECT_EQ(window.curStatus, 1);
     EXPECT_TRUE(window.visible());
     fakes.clock.advance(100);
