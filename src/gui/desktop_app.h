@@ -1,0 +1,23 @@
+// The toolkit's application object: starts the desktop program when the event loop runs, and shows
+// an error that no window has caught.
+#pragma once
+
+#include "gui/desktop_program.h"
+
+#include <memory>
+
+#include <wx/app.h>
+
+namespace veldara {
+
+class DesktopApp : public wxApp {
+  public:
+    bool OnInit() override;
+    int OnExit() override;
+    bool OnExceptionInMainLoop() override;
+
+  private:
+    std::unique_ptr<DesktopProgram> program_;
+};
+
+} // namespace veldara

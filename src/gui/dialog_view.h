@@ -1,0 +1,26 @@
+// What the dialogs' views have in common: a dialog that Escape closes, made of one panel's worth of
+// contents.
+#pragma once
+
+#include "gui/layout.h"
+#include "gui/view.h"
+
+#include <wx/dialog.h>
+
+namespace veldara {
+
+class DialogView : public View {
+  protected:
+    DialogView(Window& model, wxWindow* parent);
+
+    wxDialog* dialog() { return dialog_; }
+    // The button that Enter presses.
+    void setDefault(wxButton* button) { button->SetDefault(); }
+    // Adds the contents, fits the dialog to them and centres it before its parent.
+    void finish(wxSizer* contents);
+
+  private:
+    wxDialog* dialog_;
+};
+
+} // namespace veldara

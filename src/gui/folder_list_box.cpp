@@ -1,0 +1,105 @@
+#include "gui/folder_list_box.h"
+
+#include "gui/drawings.h"
+#include "gui/native_text.h"
+
+#include <algorithm>
+
+#include <wx/dc.h>
+#include <wx/settings.h>
+
+namespace veldara {
+
+namespace {
+
+constexpr int iconSide = 16; // in units of the toolkit
+constexpr int indentStep = 12;
+constexpr int gap = 5;
+
+} // namespace
+
+FolderListBox::FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size)
+    : wxVListBox(parent, wxID_ANY, wxDefaultPosition, size, wxBORDER_THEME),
+      closedFolder_(folderBundle(false, iconSide)), openFolder_(folderBundle(true, iconSide)) {
+    SetName(name);
+    SetMinSize(size);
+    SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+    Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { openSelected(); });
+    Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER) {
+            openSelected();
+        } else if (event.GetKeyCode() == WXK_BACK) {
+            openParent();
+        } else {
+            event.Skip();
+        }
+    });
+    // Enter would press the window's default button before the list sees it.
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER) {
+            openSelected();
+        } else {
+            event.Skip();
+        }
+    });
+    Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        event.Skip();
+        Refresh();
+    });
+    Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+        event.Skip();
+        Refresh();
+    });
+}
+
+void FolderListBox::showEntries(const std::vector<FolderList::Entry>& entries, int current) {
+    entries_ = entries;
+    current_ = current;
+    SetItemCount(entries_.size());
+    SetSelection(current);
+    // The folder itself stays in sight together with the first of those below it.
+    if (current >= 0) {
+        const int last = std::min(current + 4, static_cast<int>(entries_.size()) - 1);
+        ScrollToRow(0);
+        while (!IsRowVisible(static_cast<std::size_t>(last)) &&
+               GetVisibleRowsBegin() < static_cast<std::size_t>(std::max(0, current - 1)) &&
+               ScrollRows(1)) {
+        }
+    }
+    Refresh();
+}
+
+void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) const {
+    if (entry >= entries_.size()) {
+        return;
+    }
+    const FolderList::Entry& folder = entries_[entry];
+    const wxBitmap icon = (folder.onTheWay ? openFolder_ : closedFolder_).GetBitmapFor(this);
+    const int left = rect.x + FromDIP(4 + indentStep * folder.depth);
+    const wxSize iconSize = icon.GetLogicalSize();
+    dc.DrawBitmap(icon, left, rect.y + (rect.height - iconSize.y) / 2, true);
+    dc.SetFont(GetFont());
+    dc.SetTextForeground(wxSystemSettings::GetColour(IsSelected(entry) ? wxSYS_COLOUR_HIGHLIGHTTEXT
+                                                                       : wxSYS_COLOUR_LISTBOXTEXT));
+    const wxString name = nativeText(folder.name);
+    const int textTop = rect.y + (rect.height - dc.GetCharHeight()) / 2;
+    dc.DrawText(name, left + iconSize.x + FromDIP(gap), textTop);
+}
+
+wxCoord FolderListBox::OnMeasureItem(std::size_t) const {
+    return std::max(GetCharHeight(), FromDIP(iconSide)) + FromDIP(4);
+}
+
+void FolderListBox::openSelected() {
+    if (GetSelection() != wxNOT_FOUND && onOpen) {
+        onOpen(GetSelection());
+    }
+}
+
+void FolderListBox::openParent() {
+    if (current_ > 0 && onOpen) {
+        onOpen(current_ - 1);
+    }
+}
+
+} // namespace veldara

@@ -1,0 +1,55 @@
+// The distances that all windows share, so that they look like one family, and the few arrangements
+// that they have in common. Lengths are in units of the toolkit at 100%.
+#pragma once
+
+#include <initializer_list>
+
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/window.h>
+
+namespace veldara {
+
+namespace spacing {
+constexpr int windowEdge = 14; // between a window's edge and its contents
+constexpr int group = 12;      // between groups
+constexpr int row = 6;         // between rows of one group
+constexpr int close = 4;       // between things that belong together
+constexpr int column = 8;      // between a label and what it labels
+constexpr int insideGroup = 10;
+} // namespace spacing
+
+// A group box's sizer: things are added to the inner sizer, which keeps the distance to the frame.
+class GroupSizer {
+  public:
+    GroupSizer(wxStaticBox* box, int orientation);
+    wxSizer* outer() const { return outer_; }
+    wxBoxSizer* inner() const { return inner_; }
+    wxStaticBox* box() const { return box_; }
+
+  private:
+    wxStaticBox* box_;
+    wxStaticBoxSizer* outer_;
+    wxBoxSizer* inner_;
+};
+
+// Labels at the left, their widgets at the right; the second column takes the extra width.
+wxFlexGridSizer* labelledRows(const wxWindow& window, int columns = 2);
+
+// Adds a label and its widget to such rows.
+void addRow(wxFlexGridSizer& rows, wxWindow* label, wxWindow* widget);
+void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets);
+
+// Buttons in a row at the right-hand end, all of them as wide as the widest.
+wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> buttons);
+
+// Gives the widgets the width of the widest.
+void sameWidth(std::initializer_list<wxWindow*> widgets);
+
+// Adds the contents with the distance from the window's edge and makes them the window's sizer.
+void setContents(wxWindow& window, wxSizer* contents);
+
+// The heading of a step: the window's font, bold.
+void makeHeading(wxWindow& label);
+
+} // namespace veldara

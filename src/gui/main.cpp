@@ -1,0 +1,3 @@
+#include "gui/desktop_app.h"
+
+wxIMPLEMENT_APP(veldara::DesktopApp);

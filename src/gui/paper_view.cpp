@@ -1,0 +1,166 @@
+// The paper and margins dialog: units, paper, margins, and the print size that results.
+#include "gui/dialog_view.h"
+#include "gui/views.h"
+#include "paper/frmTileSize.h"
+
+#include <array>
+#include <string>
+
+#include <wx/statline.h>
+
+namespace veldara {
+
+namespace {
+
+constexpr int paperListWidth = 230;
+constexpr int paperListHeight = 250;
+constexpr int sizeBoxWidth = 90;
+
+class PaperView : public DialogView {
+  public:
+    PaperView(frmTileSize& model, wxWindow* parent);
+
+  private:
+    wxSizer* makeUnits();
+    wxSizer* makePaper();
+    wxSizer* makePaperSize(wxWindow* box);
+    wxSizer* makeMargins();
+    wxSizer* makeMarginRows(wxWindow* box);
+    wxSizer* makeResults();
+    wxSizer* makeButtons();
+
+    frmTileSize& model_;
+};
+
+PaperView::PaperView(frmTileSize& model, wxWindow* parent)
+    : DialogView(model, parent), model_(model) {
+    wxSizer* units = makeUnits();
+    wxSizer* paper = makePaper();
+    wxSizer* margins = makeMargins();
+    wxSizer* results = makeResults();
+    wxSizer* buttons = makeButtons();
+
+    const int gap = dialog()->FromDIP(spacing::group);
+    auto* left = new wxBoxSizer(wxVERTICAL);
+    left->Add(units, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+    left->Add(paper, wxSizerFlags(1).Expand());
+    auto* right = new wxBoxSizer(wxVERTICAL);
+    right->Add(margins, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
+    right->Add(results, wxSizerFlags().Expand());
+    auto* columns = new wxBoxSizer(wxHORIZONTAL);
+    columns->Add(left, wxSizerFlags(1).Expand().Border(wxRIGHT, gap));
+    columns->Add(right, wxSizerFlags(1).Expand());
+    auto* contents = new wxBoxSizer(wxVERTICAL);
+    contents->Add(columns, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
+    contents->Add(buttons, wxSizerFlags().Expand());
+    finish(contents);
+}
+
+wxSizer* PaperView::makeUnits() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraUnits, "fraUnits"), wxHORIZONTAL);
+    group.inner()->Add(bind().option(group.box(), model_.opbInches, "opbInches", 'I', true),
+                       wxSizerFlags().Border(wxRIGHT, dialog()->FromDIP(spacing::windowEdge)));
+    group.inner()->Add(bind().option(group.box(), model_.opbMm, "opbMm", 'M', false));
+    return group.outer();
+}
+
+wxSizer* PaperView::makePaper() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraPaperSize, "fraPaperSize"), wxVERTICAL);
+    wxListBox* papers = bind().listBox(group.box(), model_.lstPaperSize, "lstPaperSize",
+                                       dialog()->FromDIP(wxSize(paperListWidth, paperListHeight)));
+    papers->SetFocus();
+    group.inner()->Add(
+        papers, wxSizerFlags(1).Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::group)));
+    group.inner()->Add(makePaperSize(group.box()), wxSizerFlags().Expand());
+    return group.outer();
+}
+
+wxSizer* PaperView::makePaperSize(wxWindow* box) {
+    wxFlexGridSizer* rows = labelledRows(*dialog(), 3);
+    const auto add = [&](Label& label, const char* labelName, char letter, TextBox& text,
+                         const char* textName, std::size_t unit) {
+        wxTextCtrl* field = bind().textBox(box, text, textName);
+        field->SetMinSize(wxSize(dialog()->FromDIP(sizeBoxWidth), -1));
+        rows->Add(bind().labelFor(*field, box, label, labelName, letter),
+                  wxSizerFlags().CentreVertical());
+        rows->Add(field, wxSizerFlags().Expand());
+        rows->Add(bind().valueLabel(box, model_.lblUnits[unit], "lblUnits", "Inches"),
+                  wxSizerFlags().CentreVertical());
+    };
+    add(model_.lblWidth, "lblWidth", 'W', model_.txtWidth, "txtWidth", 0);
+    add(model_.lblHeight, "lblHeight", 'H', model_.txtHeight, "txtHeight", 1);
+    return rows;
+}
+
+wxSizer* PaperView::makeMargins() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraMargins, "fraMargins"), wxVERTICAL);
+    wxStaticBox* box = group.box();
+    wxSizer* rows = makeMarginRows(box);
+    wxCheckBox* lock = bind().checkBox(box, model_.chkLock, "chkLock", 'k');
+    wxButton* borderlessNow = bind().button(box, model_.cmdBorderless, "cmdBorderless", 'S');
+    wxButton* reset = bind().button(box, model_.cmdReset, "cmdReset", 'R');
+    wxCheckBox* borderless = bind().checkBox(box, model_.chkBorderless, "chkBorderless", 'd');
+    const int row = dialog()->FromDIP(spacing::row);
+    const int group2 = dialog()->FromDIP(spacing::group);
+    group.inner()->Add(bind().valueLabel(box, model_.lblMarginUnits, "lblMarginUnits",
+                                         "(Margin sizes in MILLIMETERS)"),
+                       wxSizerFlags().Expand().Border(wxBOTTOM, row));
+    group.inner()->Add(rows, wxSizerFlags().Expand().Border(wxBOTTOM, group2));
+    group.inner()->Add(lock, wxSizerFlags().Border(wxBOTTOM, row));
+    group.inner()->Add(borderless, wxSizerFlags().Border(wxBOTTOM, group2));
+    group.inner()->AddStretchSpacer();
+    group.inner()->Add(borderlessNow, wxSizerFlags().Expand().Border(wxBOTTOM, row));
+    group.inner()->Add(reset, wxSizerFlags().Expand());
+    return group.outer();
+}
+
+wxSizer* PaperView::makeMarginRows(wxWindow* box) {
+    constexpr std::array<char, 4> letters{'T', 'g', 'B', 'L'};
+    wxFlexGridSizer* rows = labelledRows(*dialog());
+    for (std::size_t edge = 0; edge < model_.cmbMargins.size(); ++edge) {
+        const std::string place = std::to_string(edge);
+        wxComboBox* margin = bind().freeCombo(box, model_.cmbMargins[edge], "cmbMargins" + place);
+        margin->SetMinSize(wxSize(dialog()->FromDIP(sizeBoxWidth), -1));
+        addRow(*rows,
+               bind().labelFor(*margin, box, model_.lblMargins[edge], "lblMargins" + place,
+                               letters[edge]),
+               margin);
+    }
+    return rows;
+}
+
+wxSizer* PaperView::makeResults() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraResults, "fraResults"), wxVERTICAL);
+    wxStaticBox* box = group.box();
+    const wxString sample = "Invalid margin size selected";
+    const int close = dialog()->FromDIP(spacing::close);
+    const auto add = [&](Label& caption, const char* captionName, Label& value,
+                         const char* valueName, int below) {
+        wxStaticText* figure = bind().valueLabel(box, value, valueName, sample);
+        makeHeading(*figure);
+        group.inner()->Add(bind().label(box, caption, captionName),
+                           wxSizerFlags().Border(wxBOTTOM, close));
+        group.inner()->Add(figure, wxSizerFlags().Expand().Border(wxBOTTOM, below));
+    };
+    add(model_.lblSizeWithBordersCaption, "lblSizeWithBordersCaption", model_.lblSizeWithBorders,
+        "lblSizeWithBorders", dialog()->FromDIP(spacing::row));
+    add(model_.lblSizeWithoutBordersCaption, "lblSizeWithoutBordersCaption",
+        model_.lblSizeWithoutBorders, "lblSizeWithoutBorders", 0);
+    return group.outer();
+}
+
+wxSizer* PaperView::makeButtons() {
+    wxButton* ok = bind().button(dialog(), model_.cmdOk, "cmdOk", 'O');
+    wxButton* apply = bind().button(dialog(), model_.cmdApply, "cmdApply", 'A');
+    wxButton* cancel = bind().button(dialog(), model_.cmdCancel, "cmdCancel", 'C');
+    setDefault(ok);
+    return buttonRow(*dialog(), {ok, apply, cancel});
+}
+
+} // namespace
+
+std::unique_ptr<View> makePaperView(Window& model, wxWindow* parent) {
+    return std::make_unique<PaperView>(static_cast<frmTileSize&>(model), parent);
+}
+
+} // namespace veldara

@@ -1,0 +1,231 @@
+#include "gui/picture_box.h"
+
+#include "gui/drawings.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <wx/dcbuffer.h>
+#include <wx/image.h>
+#include <wx/renderer.h>
+#include <wx/settings.h>
+
+namespace veldara {
+
+namespace {
+
+constexpr int largestDrawing = 320; // units of the toolkit
+
+bool isArrow(int key) {
+    return key == WXK_UP || key == WXK_DOWN || key == WXK_LEFT || key == WXK_RIGHT;
+}
+
+// A step from the window's own colour towards its text, so that it fits light and dark themes.
+wxColour matColour() {
+    const wxColour face = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+    const bool dark = face.GetLuminance() < 0.5;
+    return face.ChangeLightness(dark ? 70 : 88);
+}
+
+wxBitmap bitmapOf(const Image& image, double scale) {
+    // The toolkit only reads through the pointer, and only until its own copy is made.
+    wxImage shared(image.width(), image.height(), const_cast<unsigned char*>(image.row(0)), true);
+    return {shared, wxBITMAP_SCREEN_DEPTH, scale};
+}
+
+} // namespace
+
+PictureBox::PictureBox(wxWindow* parent, const wxString& name, const wxSize& smallest,
+                       Keyboard keyboard, Ground ground)
+    : keyboard_(keyboard), ground_(ground) {
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    wxWindow::Create(parent, wxID_ANY, wxDefaultPosition, smallest,
+                     wxFULL_REPAINT_ON_RESIZE | wxWANTS_CHARS | wxBORDER_NONE, name);
+    SetMinSize(smallest);
+    Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        Refresh();
+        if (onResized) {
+            onResized(sizeInPixels());
+        }
+    });
+    bindMouse();
+    if (keyboard_ == Keyboard::taken) {
+        bindKeyboard();
+    }
+}
+
+void PictureBox::showPixels(std::shared_ptr<const Image> pixels) {
+    pixels_ = std::move(pixels);
+    drawing_ = Drawing::none;
+    bitmap_ = pixels_ && !pixels_->empty() ? bitmapOf(*pixels_, scale()) : wxNullBitmap;
+    Refresh();
+}
+
+void PictureBox::showDrawing(Drawing drawing) {
+    if (drawing == drawing_ && !pixels_) {
+        return;
+    }
+    pixels_.reset();
+    bitmap_ = wxNullBitmap;
+    drawing_ = drawing;
+    drawingSide_ = 0;
+    Refresh();
+}
+
+// A drawing in the photo's place stays of a size that looks like a sign, not like a photo.
+const wxBitmapBundle& PictureBox::drawingForSize() {
+    const wxSize room = GetClientSize();
+    int side = std::max(1, std::min(room.x, room.y));
+    if (ground_ == Ground::mat) {
+        side = std::min(side * 3 / 4, FromDIP(largestDrawing));
+    }
+    if (side != drawingSide_) {
+        drawingSide_ = side;
+        drawingBundle_ = drawingBundle(drawing_, side);
+    }
+    return drawingBundle_;
+}
+
+wxSize PictureBox::sizeInPixels() const {
+    const wxSize size = GetClientSize();
+    return {wxRound(size.x * scale()), wxRound(size.y * scale())};
+}
+
+double PictureBox::scale() const {
+    return GetContentScaleFactor();
+}
+
+void PictureBox::bindMouse() {
+    Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::left); });
+    Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::left); });
+    Bind(wxEVT_MIDDLE_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::middle); });
+    Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::right); });
+    Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& e) { pointerUp(e, MouseButton::left); });
+    Bind(wxEVT_MIDDLE_UP, [this](wxMouseEvent& e) { pointerUp(e, MouseButton::middle); });
+    Bind(wxEVT_RIGHT_UP, [this](wxMouseEvent& e) { pointerUp(e, MouseButton::right); });
+    Bind(wxEVT_MOTION, [this](wxMouseEvent& event) {
+        if (onMouseMove) {
+            const wxPoint at = inPicture(event);
+            onMouseMove(at.x, at.y);
+        }
+    });
+    // Another window took the mouse (a message box came up): for the picture the button is up.
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) {
+        if (onMouseUp) {
+            const wxPoint at = ScreenToClient(wxGetMousePosition());
+            const wxPoint origin = pictureOrigin();
+            onMouseUp(MouseButton::left, wxRound(at.x * scale()) - origin.x,
+                      wxRound(at.y * scale()) - origin.y);
+        }
+    });
+}
+
+void PictureBox::bindKeyboard() {
+    Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+        const int key = event.GetKeyCode();
+        if (!isArrow(key) || event.HasAnyModifiers()) {
+            event.Skip();
+            if (key == WXK_TAB) {
+                Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                                           : wxNavigationKeyEvent::IsForward);
+            }
+            return;
+        }
+        if (key != arrowKey_ && onArrowDown) { // the keyboard repeats a key that is held
+            arrowKey_ = key;
+            onArrowDown(key);
+        }
+    });
+    const auto released = [this] {
+        if (arrowKey_ != 0) {
+            arrowKey_ = 0;
+            if (onArrowUp) {
+                onArrowUp();
+            }
+        }
+    };
+    Bind(wxEVT_KEY_UP, [this, released](wxKeyEvent& event) {
+        if (event.GetKeyCode() == arrowKey_) {
+            released();
+        }
+        event.Skip();
+    });
+    Bind(wxEVT_KILL_FOCUS, [this, released](wxFocusEvent& event) {
+        released();
+        Refresh();
+        event.Skip();
+    });
+    Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        Refresh();
+        event.Skip();
+    });
+}
+
+void PictureBox::pointerDown(wxMouseEvent& event, MouseButton button) {
+    if (AcceptsFocus()) {
+        SetFocus();
+    }
+    if (!HasCapture()) {
+        CaptureMouse();
+    }
+    if (onMouseDown) {
+        const wxPoint at = inPicture(event);
+        onMouseDown(button, at.x, at.y);
+    }
+}
+
+void PictureBox::pointerUp(wxMouseEvent& event, MouseButton button) {
+    if (HasCapture()) {
+        ReleaseMouse();
+    }
+    if (onMouseUp) {
+        const wxPoint at = inPicture(event);
+        onMouseUp(button, at.x, at.y);
+    }
+}
+
+wxPoint PictureBox::inPicture(const wxMouseEvent& event) const {
+    const wxPoint origin = pictureOrigin();
+    return {wxRound(event.GetX() * scale()) - origin.x, wxRound(event.GetY() * scale()) - origin.y};
+}
+
+wxPoint PictureBox::pictureOrigin() const {
+    if (!pixels_) {
+        return {0, 0};
+    }
+    const wxSize room = sizeInPixels();
+    return {std::max(0, (room.x - pixels_->width()) / 2),
+            std::max(0, (room.y - pixels_->height()) / 2)};
+}
+
+void PictureBox::paint() {
+    wxAutoBufferedPaintDC dc(this);
+    dc.SetBackground(
+        wxBrush(ground_ == Ground::mat ? matColour() : GetParent()->GetBackgroundColour()));
+    dc.Clear();
+    if (bitmap_.IsOk()) {
+        const wxPoint origin = pictureOrigin();
+        dc.DrawBitmap(bitmap_, wxRound(origin.x / scale()), wxRound(origin.y / scale()));
+    } else if (drawing_ != Drawing::none) {
+        const wxBitmap picture = drawingForSize().GetBitmapFor(this);
+        const wxSize room = GetClientSize();
+        const wxSize size = picture.GetLogicalSize();
+        dc.DrawBitmap(picture, (room.x - size.x) / 2, (room.y - size.y) / 2, true);
+    }
+    if (HasFocus() && keyboard_ == Keyboard::taken) {
+        drawFocus(dc);
+    }
+}
+
+void PictureBox::drawFocus(wxDC& dc) {
+    wxRect edge = GetClientRect();
+    edge.Deflate(FromDIP(1));
+    dc.SetBrush(*wxTRANSPARENT_BRUSH);
+    dc.SetPen(
+        wxPen(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT), FromDIP(2), wxPENSTYLE_SOLID));
+    dc.DrawRectangle(edge);
+}
+
+} // namespace veldara

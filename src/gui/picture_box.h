@@ -1,0 +1,66 @@
+// A native picture box: shows pixels of the screen one to one, or one of the program's drawings,
+// and tells of the mouse in pixels of the picture. It can take the keyboard, so that a picture that
+// is worked with the mouse can be worked with the arrow keys too.
+#pragma once
+
+#include "controls/picture.h"
+
+#include <functional>
+#include <memory>
+
+#include <wx/bitmap.h>
+#include <wx/bmpbndl.h>
+#include <wx/window.h>
+
+namespace veldara {
+
+class PictureBox : public wxWindow {
+  public:
+    enum class Keyboard { ignored, taken };
+    enum class Ground { window, mat }; // mat: the darker ground that a photo is laid on
+
+    PictureBox(wxWindow* parent, const wxString& name, const wxSize& smallest, Keyboard keyboard,
+               Ground ground);
+
+    void showPixels(std::shared_ptr<const Image> pixels);
+    void showDrawing(Drawing drawing);
+
+    // The inner size in pixels of the screen (not the toolkit's units, which are larger on a
+    // display with small pixels).
+    wxSize sizeInPixels() const;
+
+    std::function<void(MouseButton, int, int)> onMouseDown;
+    std::function<void(int, int)> onMouseMove;
+    std::function<void(MouseButton, int, int)> onMouseUp;
+    std::function<void(wxSize)> onResized;
+
+    // An arrow key (WXK_UP ...) went down, or the last one that was down came up.
+    std::function<void(int)> onArrowDown;
+    std::function<void()> onArrowUp;
+
+    bool AcceptsFocus() const override { return keyboard_ == Keyboard::taken; }
+    bool AcceptsFocusFromKeyboard() const override { return keyboard_ == Keyboard::taken; }
+
+  private:
+    void bindMouse();
+    void bindKeyboard();
+    void paint();
+    const wxBitmapBundle& drawingForSize();
+    void drawFocus(wxDC& dc);
+    void pointerDown(wxMouseEvent& event, MouseButton button);
+    void pointerUp(wxMouseEvent& event, MouseButton button);
+    wxPoint inPicture(const wxMouseEvent& event) const;
+    wxPoint pictureOrigin() const; // in pixels of the screen
+    double scale() const;
+
+    Keyboard keyboard_;
+    Ground ground_;
+    std::shared_ptr<const Image> pixels_;
+    wxBitmap bitmap_;
+    Drawing drawing_ = Drawing::none;
+    wxBitmapBundle drawingBundle_;
+    int drawingSide_ = 0;
+    int arrowKey_ = 0;
+};
+
+} // namespace veldara
