@@ -21,11 +21,20 @@ inline std::string textOf(const std::filesystem::path& path) {
 
 class TempFolder {
   public:
-    TempFolder() {
+    TempFolder() : TempFolder(std::filesystem::temp_directory_path()) {}
+
+    // In memory where the system has a place for that, for tests with very many files.
+    static TempFolder inMemory() {
+        const std::filesystem::path shared = "/dev/shm";
+        std::error_code ignored;
+        return std::filesystem::is_directory(shared, ignored) ? TempFolder(shared) : TempFolder();
+    }
+
+    explicit TempFolder(const std::filesystem::path& parent) {
         std::random_device random;
         const std::string name =
             "veldara_test_" + std::to_string(random()) + std::to_string(random());
-        path_ = std::filesystem::canonical(std::filesystem::temp_directory_path()) / name;
+        path_ = std::filesystem::canonical(parent) / name;
         std::filesystem::create_directories(path_);
     }
     TempFolder(const TempFolder&) = delete;
