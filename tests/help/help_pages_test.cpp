@@ -106,9 +106,11 @@ TEST(HelpPages, ContentsListsEveryPageOnTheFirstPageAndInTheViewer) {
     const std::vector<std::string> viewer =
         quotedAfter(pageText("veldara.hhc"), "name=\"Local\" value=");
     EXPECT_EQ(viewer, projectPages());
-    for (const std::string& page : pageNames())
-        if (page != "index.html")
+    for (const std::string& page : pageNames()) {
+        if (page != "index.html") {
             EXPECT_NE(first.find("<li><a href=\"" + page + "\">"), std::string::npos) << page;
+        }
+    }
 }
 
 TEST(HelpPages, IndexIsTheSameOnItsPageAndInTheViewer) {
