@@ -3,12 +3,19 @@
 // and rewritten after every change.
 #pragma once
 
+#include "calibration/edge_profile.h"
+#include "calibration/test_target.h"
 #include "controls/controls.h"
 #include "controls/lists.h"
 #include "controls/window.h"
+#include "platform/image/codec.h"
+#include "platform/measures.h"
 #include "platform/platform.h"
 
 #include <array>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,6 +39,13 @@ class CalibrationOwner {
     virtual int activeProfile() const = 0; // cmbCurBtm's selected position, -1: none
     // The folder recorded in the preferences under "app_dir"; empty: none.
     virtual std::string applicationFolder() const = 0;
+};
+
+// What making a test target does to memory and disk, as doors that a test can shut.
+struct TestTargetDoors {
+    std::function<Image(double, double)> create = createTestImage; // height, width in inches
+    std::function<void(const std::filesystem::path&, const std::vector<std::uint8_t>&)> write =
+        writeWholeFile;
 };
 
 class frmBtm : public Window {
@@ -63,12 +77,13 @@ class frmBtm : public Window {
 
     Button cmdOk;
 
-    frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner);
+    frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner, TestTargetDoors doors = {});
 
     // Opens the dialog as the main window does for its button and its menu entry.
     void Open();
 
-    // Reads the profiles (the first time only) and fills the controls and the main window's list.
+    // Fills the controls and the main window's list. The profiles are read the first time only:
+    // from then on the list here is the truth.
     void initControls();
     // Puts the stripe's width into the step 1 text, in the current units.
     void SetStep1DescUnits();
@@ -86,7 +101,7 @@ class frmBtm : public Window {
     // The active profile's trim in inches; iEdge 1 top, 2 right, 3 bottom, 4 left. Throws Error
     // when there is no such edge or no profile is active.
     void GetCurEdgeTrimInches(int iEdge, double& dEdgeInches) const;
-    void FillCurEdgeTrimInches(std::array<double, 4>& adTrim) const;
+    void FillCurEdgeTrimInches(EdgeTrims& adTrim) const;
     // No profile was ever made, and the active one cuts nothing off.
     void IsInitialProfile(bool& bResult) const;
 
@@ -102,8 +117,34 @@ class frmBtm : public Window {
     void closeBox() override;
 
   private:
+    void fillTexts();
+    void bindHandlers();
+    std::array<ComboBox*, 4> edgeLists(); // top, right, bottom, left
+    std::array<Label*, 4> edgeDescriptions();
+
+    void SetDefaultProfiles();
+    std::string GetProfileFilePath() const;
+    void WriteBorderPrefs();
+
+    bool isSelected() const; // a profile is selected in lstConfigurations
+    EdgeProfile& selected();
+    const EdgeProfile& active() const;
+    std::vector<std::string> profileNames() const;
+    void fillConfigurations(int select);
+    // After a change of the list: writes the file and refills both lists.
+    void listChanged(int select, int activeNow);
+    void UpdateDescriptions();
+
+    bool agreedToTestTarget(double& heightInches, double& widthInches);
+    bool makeTestTarget(double heightInches, double widthInches, Image& image);
+    void saveTestTarget(const Image& image, const std::string& name, FileType type);
+
     Platform& platform_;
     CalibrationOwner& owner_;
+    TestTargetDoors doors_;
+    std::vector<EdgeProfile> profiles_;
+    bool loading_ = false; // controls are being filled: handlers do nothing
+    bool working_ = false; // a test target is being made
 };
 
 } // namespace veldara

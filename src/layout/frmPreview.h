@@ -4,6 +4,7 @@
 #include "controls/controls.h"
 #include "controls/picture.h"
 #include "controls/window.h"
+#include "layout/full_preview.h"
 #include "platform/platform.h"
 
 namespace veldara {
@@ -47,22 +48,28 @@ class frmPreview : public Window {
     // Lays out and renders; for the main window after showing this one.
     void Fill();
 
-    // The window's inner size in pixels has become another one.
+    // The window's inner size in pixels has become another one: everything is laid out again, and
+    // the poster rendered again.
     void userResize(int width, int height);
 
     void cmdClose_Click();
 
   protected:
-    void closeBox() override;
+    void unloadHandler() override;
 
   private:
+    bool fitToRatio();
+    void place(const PreviewWindowLayout& layout);
+    void render();
+
     Platform& platform_;
     PreviewOwner& owner_;
-    int width_ = 0;
+    int width_ = 0; // of the window's inner area, in pixels
     int height_ = 0;
     Place closePlace_;
-    bool filling_ = false;
-    bool resizedMeanwhile_ = false;
+    bool filled_ = false;           // a new size is to be rendered, too
+    bool filling_ = false;          // the poster is being rendered
+    bool resizedMeanwhile_ = false; // and is to be rendered again
 };
 
 } // namespace veldara

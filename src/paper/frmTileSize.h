@@ -6,9 +6,13 @@
 #include "controls/controls.h"
 #include "controls/lists.h"
 #include "controls/window.h"
+#include "paper/paper_catalogue.h"
+#include "paper/paper_check.h"
+#include "platform/measures.h"
 #include "platform/platform.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 namespace veldara {
@@ -102,8 +106,34 @@ class frmTileSize : public Window {
     void closeBox() override;
 
   private:
+    void fillTexts();
+    void bindHandlers();
+
+    void showAll();
+    void showMarginLists();
+    void showPapers();
+    void showEntries();
+    void setMarginTexts(const Margins& margins);
+    void showResults();
+    void showBorderless(const PaperEntries& entries);
+
+    // What stands in the boxes. A box that still shows a stored length stands for it unrounded.
+    PaperEntries readEntries() const;
+    PaperCheck check(const PaperEntries& entries, Units units) const;
+    // The same of a paper with its stored margins; shows what is wrong with it.
+    bool isUsable(const PaperRecord& paper, Units units);
+    void entriesChanged();
+    void store(const PaperEntries& entries);
+    void chooseUnits(Units units);
+    bool apply();
+    void close();
+
     Platform& platform_;
     PaperOwner& owner_;
+    PaperTables applied_;              // what was accepted, of every paper
+    PaperTables current_;              // what the dialog shows and works on
+    std::optional<Units> listedUnits_; // of the margin lists
+    bool loading_ = false;             // controls are being filled: handlers do nothing
 };
 
 } // namespace veldara

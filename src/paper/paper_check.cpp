@@ -35,6 +35,12 @@ PaperCheck checkMargins(const PaperEntries& entries) {
 
 } // namespace
 
+PaperEntries entriesOf(const PaperRecord& paper) {
+    PaperEntries entries{paper.width, paper.height, {}};
+    std::copy(paper.margins.begin(), paper.margins.end(), entries.margins.begin());
+    return entries;
+}
+
 PaperEntries readPaperEntries(const std::string& width, const std::string& height,
                               const std::array<std::string, 4>& margins, NumberStyle style) {
     PaperEntries entries{readNumber(width, style), readNumber(height, style), {}};
@@ -53,8 +59,8 @@ PaperCheck checkPaper(const PaperEntries& entries, Units units, double leastInch
     }
     const double width = *entries.width;
     const double height = *entries.height;
-    const double tileWidth = width - *entries.margins[edgeRight] - *entries.margins[edgeLeft];
-    const double tileHeight = height - *entries.margins[edgeTop] - *entries.margins[edgeBottom];
+    const double tileWidth = entries.tileWidth();
+    const double tileHeight = entries.tileHeight();
     if (!(tileWidth > 0)) {
         return marginFault("Invalid Left / Right Margins.  Together they are larger than the "
                            "paper width.");

@@ -2,6 +2,7 @@
 // fails.
 #pragma once
 
+#include "paper/paper_catalogue.h"
 #include "platform/dialogs.h"
 #include "platform/measures.h"
 #include "platform/text/number_text.h"
@@ -25,7 +26,14 @@ struct PaperEntries {
     std::optional<double> width;
     std::optional<double> height;
     std::array<std::optional<double>, 4> margins; // top, right, bottom, left
+
+    // What the margins leave of the paper; only of entries that are all numbers.
+    double tileWidth() const { return *width - *margins[edgeRight] - *margins[edgeLeft]; }
+    double tileHeight() const { return *height - *margins[edgeTop] - *margins[edgeBottom]; }
 };
+
+// A paper with the margins that it has now.
+PaperEntries entriesOf(const PaperRecord& paper);
 
 // Reads the texts of the boxes.
 PaperEntries readPaperEntries(const std::string& width, const std::string& height,

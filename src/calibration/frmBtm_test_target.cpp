@@ -1,0 +1,82 @@
+// The button of the calibration dialog that makes the test print.
+#include "calibration/frmBtm.h"
+#include "controls/loading_mark.h"
+#include "platform/text/characters.h"
+#include "platform/text/path_text.h"
+
+#include <exception>
+#include <optional>
+
+namespace veldara {
+
+void frmBtm::cmdGenerateTest_Click() {
+    if (working_) {
+        return;
+    }
+    const LoadingMark mark(working_);
+    double height = 0;
+    double width = 0;
+    Image image;
+    if (!agreedToTestTarget(height, width) || !makeTestTarget(height, width, image)) {
+        return;
+    }
+    SaveFileRequest request = testTargetSaveRequest("Edge_Test_Image");
+    request.folder = platform_.specialFolders.path(specialFolderIdentifier(2));
+    const std::string name = platform_.dialogs.askSaveFile(request);
+    if (name.empty()) {
+        platform_.dialogs.showMessage(testTargetCanceledMessage());
+        return;
+    }
+    if (characterCount(name) < 4) {
+        return;
+    }
+    const std::optional<FileType> type = testTargetFileType(name);
+    if (!type) {
+        platform_.dialogs.showMessage(testTargetFileTypeMessage());
+        return;
+    }
+    saveTestTarget(image, name, *type);
+}
+
+bool frmBtm::agreedToTestTarget(double& heightInches, double& widthInches) {
+    if (!owner_.CheckTileSizesNoTrim(widthInches, heightInches)) {
+        platform_.dialogs.showMessage(invalidPrintDimensionsMessage(
+            owner_.getConstMinTileSize(), owner_.getConstMaxTileSize(), owner_.tileSizeAreaName(),
+            platform_.numberStyle));
+        return false;
+    }
+    return platform_.dialogs.showMessage(testTargetAnnouncement(
+               heightInches, widthInches, unitsOf(owner_.getCurUnits()), platform_.numberStyle)) ==
+           Answer::ok;
+}
+
+bool frmBtm::makeTestTarget(double heightInches, double widthInches, Image& image) {
+    std::string problem;
+    setPointer(Pointer::hourglass);
+    try {
+        platform_.eventPump.runWhileServing(
+            [&] { image = doors_.create(heightInches, widthInches); });
+    } catch (const std::exception& error) {
+        problem = error.what();
+    }
+    setPointer(Pointer::arrow);
+    if (!problem.empty()) {
+        platform_.dialogs.showMessage(testTargetFailedMessage(problem));
+    }
+    return problem.empty();
+}
+
+void frmBtm::saveTestTarget(const Image& image, const std::string& name, FileType type) {
+    try {
+        platform_.eventPump.runWhileServing([&] {
+            doors_.write(textPath(name), encodeImage(image.view(), type, testTargetDotsPerInch,
+                                                     image.colourProfile));
+        });
+    } catch (const std::exception& error) {
+        platform_.dialogs.showMessage(testTargetSaveFailedMessage(error.what()));
+        return;
+    }
+    platform_.dialogs.showMessage(testTargetDoneMessage(name));
+}
+
+} // namespace veldara

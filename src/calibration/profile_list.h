@@ -1,0 +1,17 @@
+// Rules of a list of edge profiles that is edited.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veldara {
+
+// A name as it can stand in the profile file: characters that end the name or the line there become
+// blanks.
+std::string profileName(std::string_view entered);
+
+// Where the profile at `position` stands once the one at `deleted` has gone and `count` are left;
+// for the deleted one itself, where its successor stands (the last one's: the one before).
+int positionAfterDelete(int position, int deleted, int count);
+
+} // namespace veldara

@@ -1,0 +1,13 @@
+// What the calibration dialog says of its profile list.
+#pragma once
+
+#include "platform/dialogs.h"
+
+#include <string>
+
+namespace veldara {
+
+Message onlyProfileMessage();
+Message deleteProfileQuestion(const std::string& name);
+
+} // namespace veldara
