@@ -322,16 +322,12 @@ wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string
     return native;
 }
 
-wxHyperlinkCtrl* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name) {
-    auto* native =
-        new wxHyperlinkCtrl(parent, wxID_ANY, wxString("-"), wxString("-"), wxDefaultPosition,
-                            wxDefaultSize, wxNO_BORDER | wxHL_ALIGN_LEFT);
-    native->SetName(name);
-    native->SetVisitedColour(native->GetNormalColour());
-    native->Bind(wxEVT_HYPERLINK, [&model](wxHyperlinkEvent&) { model.userClick(); });
+LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name) {
+    auto* native = new LinkText(parent, nativeText(name));
+    native->onOpen = [&model] { model.userClick(); };
     followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::caption) {
-            native->SetLabel(nativeText(model.caption()));
+            native->setText(nativeText(model.caption()));
             if (onLinkChanged) {
                 onLinkChanged();
             }

@@ -8,6 +8,7 @@
 #include "controls/picture.h"
 #include "controls/window.h"
 #include "gui/folder_list_box.h"
+#include "gui/link_text.h"
 #include "gui/picture_box.h"
 
 #include <functional>
@@ -16,7 +17,6 @@
 #include <string>
 #include <vector>
 
-#include <wx/hyperlink.h>
 #include <wx/timer.h>
 #include <wx/wx.h>
 
@@ -65,7 +65,7 @@ class Bindings {
     wxChoice* driveList(wxWindow* parent, DriveList& model, const std::string& name);
     FolderListBox* folderList(wxWindow* parent, FolderList& model, const std::string& name,
                               const wxSize& size);
-    wxHyperlinkCtrl* link(wxWindow* parent, LinkLabel& model, const std::string& name);
+    LinkText* link(wxWindow* parent, LinkLabel& model, const std::string& name);
     PictureBox* picture(wxWindow* parent, Picture& model, const std::string& name,
                         const wxSize& smallest, PictureBox::Keyboard keyboard,
                         PictureBox::Ground ground);

@@ -19,7 +19,7 @@ constexpr int gap = 5;
 } // namespace
 
 FolderListBox::FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size)
-    : wxVListBox(parent, wxID_ANY, wxDefaultPosition, size, wxBORDER_THEME),
+    : wxVListBox(parent, wxID_ANY, wxDefaultPosition, size, wxBORDER_SUNKEN),
       closedFolder_(folderBundle(false, iconSide)), openFolder_(folderBundle(true, iconSide)) {
     SetName(name);
     SetMinSize(size);

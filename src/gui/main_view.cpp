@@ -191,13 +191,14 @@ wxSizer* MainView::makeTiles() {
     wxStaticText* heading = bind().labelFor(*wide, panel_, model_.lblStep3, "lblStep3", 'j');
     makeHeading(*heading);
 
+    sameWidth({wide, high});
     const int row = panel_->FromDIP(spacing::row);
     const int column = panel_->FromDIP(spacing::column);
     auto* counts = new wxBoxSizer(wxHORIZONTAL);
     counts->Add(wideLabel, wxSizerFlags().CentreVertical().Border(wxRIGHT, column));
-    counts->Add(wide, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, 2 * column));
+    counts->Add(wide, wxSizerFlags().CentreVertical().Border(wxRIGHT, 2 * column));
     counts->Add(highLabel, wxSizerFlags().CentreVertical().Border(wxRIGHT, column));
-    counts->Add(high, wxSizerFlags(1).CentreVertical());
+    counts->Add(high, wxSizerFlags().CentreVertical());
     group.inner()->Add(counts, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     group.inner()->Add(lock, wxSizerFlags().Border(wxBOTTOM, row));
     group.inner()->Add(turn, wxSizerFlags());

@@ -23,7 +23,7 @@ ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model
     title->SetFont(title->GetFont().Bold().Scaled(1.25F));
     wxStaticText* message = bind().label(dialog(), model.lblMsg, "lblMsg");
     message->Wrap(dialog()->FromDIP(textWidth));
-    wxHyperlinkCtrl* folder = bind().link(dialog(), model.lnkFol, "lnkFol");
+    LinkText* folder = bind().link(dialog(), model.lnkFol, "lnkFol");
     wxButton* ok = bind().button(dialog(), model.cmdOk, "cmdOk", 'O');
     setDefault(ok);
     ok->SetFocus();

@@ -3,6 +3,5 @@
 
 #include <wx/bmpbndl.h>
 #include <wx/dcbuffer.h>
-#include <wx/hyperlink.h>
 #include <wx/vlbox.h>
 #include <wx/wx.h>
