@@ -90,4 +90,5 @@ function(veldara_program name)
   endif()
   target_link_libraries(${name} PRIVATE veldara_options ${ARG_USES})
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  set_property(GLOBAL APPEND PROPERTY VELDARA_PROGRAMS ${name}) # what the hardening test looks at
 endfunction()
