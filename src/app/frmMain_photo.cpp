@@ -29,12 +29,7 @@ struct LoadFailure {
 };
 
 LoadFailure tooSmallFailure() {
-    return {photoTooSmall, "The image you selected is EXTREMELY small.  It "
-                           "has a height and/or "
-                           "width that is below the minimum allowable size of " +
-                               std::to_string(minimumPhotoSide) +
-                               " pixels.  Please select a "
-                               "larger image.  "};
+    return {photoTooSmall, photoTooSmallText()};
 }
 
 LoadFailure wrongNameFailure(const std::string& name) {

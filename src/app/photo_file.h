@@ -2,6 +2,8 @@
 // alone.
 #pragma once
 
+#include "layout/photo_limits.h"
+
 #include <string>
 
 namespace veldara {
@@ -23,13 +25,6 @@ bool isListedFile(const std::string& name, int filterIndex);
 // Whether the name may be that of a photo, whatever the filter: at least four characters that end
 // in "BMP", "JPG" or "TIF", large or small.
 bool isPhotoFile(const std::string& name);
-
-// Pictures with a side below this are refused.
-constexpr int minimumPhotoSide = 25; // pixels
-
-constexpr bool isPhotoLargeEnough(int width, int height) {
-    return width >= minimumPhotoSide && height >= minimumPhotoSide;
-}
 
 // The angle that an entry of the rotation list stands for: the third is the turn by 270 degrees,
 // the fourth the half turn. 0 when nothing is chosen.

@@ -17,7 +17,7 @@ std::optional<int> readIndex(std::string_view text, std::size_t first, int entri
 std::string preferenceName(int id) {
     switch (id) {
     case prefAppDir:
-        return "app_dir";
+        return applicationFolderName;
     case prefLastFolder:
         return "last_folder";
     case prefNumTiles:

@@ -1,6 +1,7 @@
 // The preferences as they are stored: their names, and each value into text and back.
 #pragma once
 
+#include "platform/preference_keys.h"
 #include "platform/text/number_text.h"
 
 #include <cstdint>
@@ -9,10 +10,6 @@
 #include <string_view>
 
 namespace veldara {
-
-// Where they stand in the registry. The machine-wide root is deliberate.
-constexpr const char* companyKey = "Software\\Korvane";
-constexpr const char* preferencesKey = "Software\\Korvane\\omra";
 
 // The numbers that callers use instead of value names.
 enum PreferenceId {

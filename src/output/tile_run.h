@@ -4,8 +4,8 @@
 // tile after the other.
 #pragma once
 
-#include "output/tile_image.h"
-#include "platform/image/codec.h"
+#include "output/encoded_tiles.h"
+#include "output/tile_pool.h"
 
 #include <chrono>
 #include <cstdint>
@@ -13,53 +13,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace veldara {
-
-// A tile's pixels in the photo, and whatever keeps them in memory.
-struct TilePixels {
-    PixelView view;
-    std::shared_ptr<const void> owner;
-};
-
-// Where tiles' pixels come from. tile() is called for 0, 1, 2 ... in order, by one thread at a
-// time.
-class TileSource {
-  public:
-    virtual ~TileSource() = default;
-    virtual TilePixels tile(std::size_t number) = 0; // throws Error
-    virtual const ColourProfile& colourProfile() const = 0;
-};
-
-// A whole photo in memory, which outlives the source.
-class WholePhotoSource : public TileSource {
-  public:
-    WholePhotoSource(const Image& photo, std::vector<TileRect> tiles)
-        : photo_(photo), tiles_(std::move(tiles)) {}
-    TilePixels tile(std::size_t number) override;
-    const ColourProfile& colourProfile() const override { return photo_.colourProfile; }
-
-  private:
-    const Image& photo_;
-    std::vector<TileRect> tiles_;
-};
-
-// What one step of a run came to. Every outcome but `written` ends the run.
-enum class TileOutcome {
-    written,
-    sourceFailed,       // the tile's pixels could not be had
-    compensationFailed, // the tile could not be turned or enlarged
-    encodeFailed,
-    outOfSpace,
-    saveFailed,
-};
-
-struct TileStep {
-    TileOutcome outcome = TileOutcome::written;
-    std::string reason; // of a failure
-};
 
 // The doors to the disk, called on the thread that calls next(), in the tiles' order.
 struct TileDisk {
@@ -81,15 +37,19 @@ struct TileJob {
 
 class TileRun {
   public:
-    // Starts encoding ahead at once. The source must outlive the run.
-    TileRun(TileSource& source, TileJob job, TileDisk disk);
-    ~TileRun(); // leaves the tiles that were not asked for
-    TileRun(const TileRun&) = delete;
-    TileRun& operator=(const TileRun&) = delete;
+    // Of a photo whose tiles can be had whole. Starts encoding ahead at once. The source must
+    // outlive the run.
+    TileRun(TileSource& source, const TileJob& job, TileDisk disk);
 
-    std::size_t count() const;
-    std::size_t written() const;
-    bool done() const { return written() == count(); }
+    // Of tiles that somebody encodes.
+    TileRun(std::unique_ptr<EncodedTiles> tiles, std::vector<std::filesystem::path> files,
+            TileDisk disk);
+
+    // Leaves the tiles that were not asked for when it is destroyed.
+
+    std::size_t count() const { return files_.size(); }
+    std::size_t written() const { return written_; }
+    bool done() const { return written_ == count(); }
 
     // Waits at most that long for the next tile to be encoded; true when next() will not wait. A
     // window lets its events run in between.
@@ -100,8 +60,10 @@ class TileRun {
     TileStep next();
 
   private:
-    struct State;
-    std::unique_ptr<State> state_;
+    std::unique_ptr<EncodedTiles> tiles_;
+    std::vector<std::filesystem::path> files_;
+    TileDisk disk_;
+    std::size_t written_ = 0;
 };
 
 } // namespace veldara

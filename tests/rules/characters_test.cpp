@@ -13,7 +13,12 @@ TEST(Characters, areCountedNotBytes) {
     EXPECT_EQ(characterCount("Größe"), 5U);
     EXPECT_EQ(characterCount("日本.jpg"), 6U);
     EXPECT_EQ(characterCount("\xF0\x9F\x96\xBC"), 1U);
-    EXPECT_EQ(characterCount("\xFFz\xC3"), 3U); // bytes that are no characters count one by one
+    EXPECT_EQ(characterCount("\xFFz\xC3"), 3U);    // bytes that are no characters count one by one
+    EXPECT_EQ(characterCount("\xE0\x80\x80"), 3U); // a second spelling of NUL
+    EXPECT_EQ(characterCount("\xED\xA0\x80"), 3U); // half a surrogate pair
+    EXPECT_EQ(characterCount("\xF4\x90\x80\x80"), 4U); // beyond the last character
+    EXPECT_EQ(characterCount("\xF4\x8F\xBF\xBF"), 1U); // the last character
+    EXPECT_EQ(characterCount("\xE2\x82"), 2U);         // cut off
 }
 
 TEST(Characters, sleftGivesTheFirst) {

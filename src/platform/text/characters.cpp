@@ -7,9 +7,21 @@
 namespace veldara {
 namespace {
 
+unsigned byteAt(std::string_view text, std::size_t at) {
+    return static_cast<unsigned char>(text[at]);
+}
+
+// The lowest and the highest second byte that may follow the lead, so that no character has two
+// spellings, none is half of a surrogate pair, and none lies beyond the last one (RFC 3629).
+bool mayFollow(unsigned lead, unsigned second) {
+    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    return second >= lowest && second <= highest;
+}
+
 // Length in bytes of the character that starts at `at`; 1 where no valid sequence starts.
 std::size_t characterLength(std::string_view text, std::size_t at) {
-    const auto lead = static_cast<unsigned char>(text[at]);
+    const unsigned lead = byteAt(text, at);
     std::size_t length = 1;
     if (lead >= 0xC2 && lead < 0xE0) {
         length = 2;
@@ -18,11 +30,11 @@ std::size_t characterLength(std::string_view text, std::size_t at) {
     } else if (lead >= 0xF0 && lead < 0xF5) {
         length = 4;
     }
-    if (at + length > text.size()) {
+    if (length == 1 || at + length > text.size() || !mayFollow(lead, byteAt(text, at + 1))) {
         return 1;
     }
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((static_cast<unsigned char>(text[at + i]) & 0xC0U) != 0x80U) {
+    for (std::size_t i = 2; i < length; ++i) {
+        if ((byteAt(text, at + i) & 0xC0U) != 0x80U) {
             return 1;
         }
     }

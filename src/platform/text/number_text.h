@@ -15,9 +15,10 @@ struct NumberStyle {
     static NumberStyle ofUser();
 };
 
-// Formats by a pattern such as "##0.00" or "####0.0": at least as many integer digits as the pattern
-// has zeros before the point, exactly as many decimals as it has after it, rounded half away from
-// zero on the decimal value (the shortest decimal text of the double). No thousands separator.
+// Formats by a pattern such as "##0.00" or "####0.0": at least as many integer digits as the
+// pattern has zeros before the point, exactly as many decimals as it has after it, rounded half
+// away from zero on the decimal value (the shortest decimal text of the double). No thousands
+// separator.
 std::string formatNumber(double value, std::string_view pattern, NumberStyle style = {});
 
 // The plain conversion: shortest text that reads back as the same double, whole numbers without a

@@ -1,0 +1,111 @@
+#include "cli/console.h"
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+
+#ifdef _WIN32
+#include <io.h>
+#include <windows.h>
+#else
+#include <sys/ioctl.h>
+#include <unistd.h>
+#endif
+
+namespace veldara {
+namespace {
+
+// A signal reaches the process, not an object: the one mark that has to be the process's.
+std::atomic<bool>& interruptMark() {
+    static std::atomic<bool> mark{false};
+    return mark;
+}
+
+extern "C" void takeSignal(int) {
+    interruptMark() = true;
+}
+
+#ifdef _WIN32
+
+void catchSignals() {
+    std::signal(SIGINT, takeSignal);
+    std::signal(SIGTERM, takeSignal);
+}
+
+bool isTerminal(std::FILE* stream) {
+    return _isatty(_fileno(stream)) != 0;
+}
+
+int terminalColumns() {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    return GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info) != 0 ? info.dwSize.X
+                                                                                  : 80;
+}
+
+#else
+
+void catchSignals() {
+    struct sigaction action {};
+    action.sa_handler = takeSignal;
+    // No restart: a question that waits for an answer is to end, too.
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isTerminal(std::FILE* stream) {
+    return isatty(fileno(stream)) != 0;
+}
+
+int terminalColumns() {
+    winsize size{};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+#endif
+
+void write(std::FILE* stream, const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+SystemConsole::SystemConsole() {
+    interruptMark() = false; // made before the first signal can come
+    catchSignals();
+}
+
+void SystemConsole::print(const std::string& text) {
+    write(stdout, text);
+}
+
+void SystemConsole::complain(const std::string& text) {
+    write(stderr, text);
+}
+
+bool SystemConsole::canAsk() const {
+    return isTerminal(stdin) && isTerminal(stderr);
+}
+
+bool SystemConsole::canDraw() const {
+    return isTerminal(stderr);
+}
+
+int SystemConsole::columns() const {
+    return terminalColumns();
+}
+
+std::optional<std::string> SystemConsole::readLine() {
+    std::string line;
+    if (!std::getline(std::cin, line)) {
+        return std::nullopt;
+    }
+    return line;
+}
+
+bool SystemConsole::interrupted() const {
+    return interruptMark();
+}
+
+} // namespace veldara

@@ -1,0 +1,59 @@
+// What the command line asks for.
+#pragma once
+
+#include "calibration/edge_profile.h"
+#include "paper/paper_catalogue.h"
+#include "platform/image/codec.h"
+#include "platform/image/operations.h"
+#include "platform/measures.h"
+
+#include <array>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace veldara {
+
+// A command line that cannot be understood; what() names the option and what it may be.
+class WrongOption : public std::runtime_error {
+  public:
+    explicit WrongOption(const std::string& sentence) : std::runtime_error(sentence) {}
+};
+
+struct Options {
+    std::string photo;
+    int wide = 2;
+    int high = 2;
+    Units units = Units::inches;
+    std::string paper; // empty: the catalogue's first
+    std::optional<std::array<double, 2>> paperSize;
+    std::optional<Margins> margins;
+    Turn rotation = Turn::none;
+    bool rotateTiles = false;
+    int zoom = 0;
+    int horzPos = 100;
+    int vertPos = 100;
+    std::optional<ClipCounts> clip;
+    std::string profile;
+    std::optional<FileType> format;
+    std::string out;
+    std::optional<std::string> base;
+    std::string testTarget;
+    bool yes = false;
+    bool plan = false;
+    bool quiet = false;
+    bool listPapers = false;
+    bool listProfiles = false;
+};
+
+// Either options, or a text that was asked for instead of work (the help, the version).
+struct CommandLine {
+    Options options;
+    std::string text;
+};
+
+// arguments: without the program's name. Throws WrongOption.
+CommandLine readCommandLine(const std::vector<std::string>& arguments);
+
+} // namespace veldara

@@ -1,0 +1,51 @@
+#include "cli/progress_bar.h"
+
+#include <algorithm>
+
+namespace veldara {
+
+std::string progressLine(std::size_t done, std::size_t count, int columns) {
+    const std::size_t percent = count == 0 ? 100 : done * 100 / count;
+    const std::string total = std::to_string(count);
+    std::string number = std::to_string(done);
+    number.insert(0, total.size() - std::min(total.size(), number.size()), ' ');
+    std::string share = std::to_string(percent);
+    share.insert(0, 3 - std::min<std::size_t>(3, share.size()), ' ');
+    const std::string figures = " " + number + "/" + total + " " + share + "%";
+
+    // The last column stays free: some terminals break the line when it is filled.
+    const int room = columns - 1 - static_cast<int>(figures.size()) - 2;
+    if (room < 4) {
+        return figures.substr(1);
+    }
+    const auto width = static_cast<std::size_t>(std::min(room, 50));
+    const std::size_t filled = width * percent / 100;
+    std::string bar(filled, '=');
+    if (filled < width) {
+        bar += '>';
+        bar.resize(width, ' ');
+    }
+    return "[" + bar + "]" + figures;
+}
+
+ProgressBar::ProgressBar(Console& console, bool wanted)
+    : console_(console), shown_(wanted && console.canDraw()) {}
+
+ProgressBar::~ProgressBar() {
+    if (drawn_ > 0) {
+        console_.complain("\r" + std::string(drawn_, ' ') + "\r");
+    }
+}
+
+void ProgressBar::show(std::size_t done, std::size_t count) {
+    if (!shown_) {
+        return;
+    }
+    std::string line = progressLine(done, count, console_.columns());
+    const std::size_t length = line.size();
+    line.resize(std::max(length, drawn_), ' ');
+    drawn_ = length;
+    console_.complain("\r" + line);
+}
+
+} // namespace veldara

@@ -1,0 +1,148 @@
+#include "output/tile_pool.h"
+
+#include "output/attempt.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <thread>
+
+namespace veldara {
+
+TilePixels WholePhotoSource::tile(std::size_t number) {
+    const TileRect& rect = tiles_.at(number);
+    return {photo_.view().cut(rect.left, rect.top, rect.width(), rect.height()), nullptr};
+}
+
+std::size_t workerCount(int asked) {
+    return asked > 0 ? static_cast<std::size_t>(asked)
+                     : std::max(std::thread::hardware_concurrency(), 1U);
+}
+
+// Everything that the workers share, under one lock except the source, which has its own so that
+// fetching one tile does not hold up handing out another.
+struct TilePool::State {
+    State(TileSource& tileSource, std::size_t tiles, const TileTreatment& tileTreatment,
+          FileType fileType)
+        : source(tileSource), count(tiles), treatment(tileTreatment), type(fileType) {}
+
+    TileSource& source;
+    const std::size_t count;
+    const TileTreatment treatment;
+    const FileType type;
+
+    std::mutex sourceLock;
+    std::size_t toFetch = 0; // guarded by sourceLock
+
+    std::mutex lock;
+    std::condition_variable changed;
+    std::map<std::size_t, EncodedTile> encoded;
+    std::size_t committed = 0;
+    std::size_t ahead = 1; // tiles that may be in work or waiting beyond the committed ones
+    bool stopping = false;
+
+    std::vector<std::thread> workers;
+
+    void work();
+    bool fetch(std::size_t& number, TilePixels& pixels, TileStep& step);
+    bool waitForRoom(std::size_t number);
+    EncodedTile encode(const TilePixels& pixels) const;
+};
+
+// False when the run ends first.
+bool TilePool::State::waitForRoom(std::size_t number) {
+    std::unique_lock guard(lock);
+    changed.wait(guard, [&] { return stopping || number < committed + ahead; });
+    return !stopping;
+}
+
+// False when there is nothing left to fetch.
+bool TilePool::State::fetch(std::size_t& number, TilePixels& pixels, TileStep& step) {
+    const std::lock_guard guard(sourceLock);
+    number = toFetch;
+    if (number >= count || !waitForRoom(number)) {
+        return false;
+    }
+    ++toFetch;
+    if (!attempt(step, TileOutcome::sourceFailed, [&] { pixels = source.tile(number); })) {
+        toFetch = count; // nothing can follow a tile that is missing
+    }
+    return true;
+}
+
+EncodedTile TilePool::State::encode(const TilePixels& pixels) const {
+    EncodedTile result;
+    attempt(result.step, TileOutcome::compensationFailed, [&] {
+        const TileImage image = makeTileImage(pixels.view, treatment);
+        result.bytes =
+            encodeImage(image.view(), type, treatment.resolution, source.colourProfile());
+    });
+    return result;
+}
+
+void TilePool::State::work() {
+    for (;;) {
+        std::size_t number = 0;
+        TilePixels pixels;
+        EncodedTile result;
+        if (!fetch(number, pixels, result.step)) {
+            return;
+        }
+        if (result.step.outcome == TileOutcome::written) {
+            result = encode(pixels);
+        }
+        pixels = {};
+        {
+            const std::lock_guard guard(lock);
+            encoded.emplace(number, std::move(result));
+        }
+        changed.notify_all();
+    }
+}
+
+TilePool::TilePool(TileSource& source, std::size_t tiles, const TileTreatment& treatment,
+                   FileType type, int workers)
+    : state_(std::make_unique<State>(source, tiles, treatment, type)) {
+    const std::size_t many = std::min(workerCount(workers), std::max<std::size_t>(tiles, 1));
+    // One more than there are workers, so that all of them have something to do during a write.
+    state_->ahead = many + 1;
+    for (std::size_t i = 0; i < many; ++i) {
+        state_->workers.emplace_back([state = state_.get()] { state->work(); });
+    }
+}
+
+TilePool::~TilePool() {
+    {
+        const std::lock_guard guard(state_->lock);
+        state_->stopping = true;
+    }
+    state_->changed.notify_all();
+    for (std::thread& worker : state_->workers) {
+        worker.join();
+    }
+}
+
+bool TilePool::waitReady(std::size_t number, std::chrono::milliseconds time) {
+    std::unique_lock guard(state_->lock);
+    return state_->changed.wait_for(guard, time,
+                                    [&] { return state_->encoded.count(number) != 0; });
+}
+
+EncodedTile TilePool::take(std::size_t number) {
+    std::unique_lock guard(state_->lock);
+    state_->changed.wait(guard, [&] { return state_->encoded.count(number) != 0; });
+    EncodedTile tile = std::move(state_->encoded.at(number));
+    state_->encoded.erase(number);
+    return tile;
+}
+
+void TilePool::commit(std::size_t number) {
+    {
+        const std::lock_guard guard(state_->lock);
+        state_->committed = number + 1;
+    }
+    state_->changed.notify_all();
+}
+
+} // namespace veldara
