@@ -69,6 +69,13 @@ void FolderListBox::showEntries(const std::vector<FolderList::Entry>& entries, i
     Refresh();
 }
 
+int FolderListBox::indexOf(const std::string& name) const {
+    const auto found = std::find_if(
+        entries_.begin(), entries_.end(),
+        [&](const FolderList::Entry& entry) { return entry.name == name; });
+    return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
+}
+
 void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) const {
     if (entry >= entries_.size()) {
         return;

@@ -5,6 +5,7 @@
 #include "controls/browsing.h"
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include <wx/bmpbndl.h>
@@ -17,6 +18,9 @@ class FolderListBox : public wxVListBox {
     FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size);
 
     void showEntries(const std::vector<FolderList::Entry>& entries, int current);
+
+    // The first entry of that name, -1: none.
+    int indexOf(const std::string& name) const;
 
     std::function<void(int)> onOpen;
 

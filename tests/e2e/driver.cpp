@@ -1,0 +1,378 @@
+#include "e2e/driver.h"
+
+#include "gui/folder_list_box.h"
+#include "gui/native_text.h"
+
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/combobox.h>
+#include <wx/frame.h>
+#include <wx/listbox.h>
+#include <wx/menu.h>
+#include <wx/radiobut.h>
+#include <wx/slider.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
+
+#include <thread>
+
+namespace veldara::test {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Two clicks at one place within this time are a double click to the system.
+constexpr std::chrono::milliseconds doubleClickTime{550};
+
+template <typename T>
+T& as(wxWindow* window, const std::string& name) {
+    auto* found = dynamic_cast<T*>(window);
+    if (found == nullptr) {
+        throw DriverError("There is no widget \"" + name + "\" of that kind.");
+    }
+    return *found;
+}
+
+wxString valueOf(wxWindow& widget) {
+    if (const auto* field = dynamic_cast<const wxTextCtrl*>(&widget)) {
+        return field->GetValue();
+    }
+    if (const auto* combo = dynamic_cast<const wxComboBox*>(&widget)) {
+        return combo->GetValue();
+    }
+    if (const auto* list = dynamic_cast<const wxItemContainerImmutable*>(&widget)) {
+        return list->GetStringSelection();
+    }
+    return widget.GetLabelText();
+}
+
+} // namespace
+
+void Driver::waitUntil(const std::string& what, const std::function<bool()>& test,
+                       std::chrono::milliseconds time) {
+    const Clock::time_point end = Clock::now() + time;
+    while (!onWindowThread(test)) {
+        if (Clock::now() > end) {
+            throw DriverError("Waited in vain until " + what + ".");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+void Driver::pause(std::chrono::milliseconds time) {
+    std::this_thread::sleep_for(time);
+}
+
+// Lets what was put in at the display come back to the program as events.
+void Driver::settle() {
+    pause(std::chrono::milliseconds(40));
+    onWindowThread([] {});
+}
+
+wxTopLevelWindow* Driver::window(const std::string& name) {
+    for (wxWindow* one : wxTopLevelWindows) {
+        if (one->GetName() == name && one->IsShown()) {
+            return static_cast<wxTopLevelWindow*>(one);
+        }
+    }
+    return nullptr;
+}
+
+wxWindow* Driver::widget(const std::string& windowName, const std::string& name) {
+    wxTopLevelWindow* top = window(windowName);
+    return top == nullptr ? nullptr : wxWindow::FindWindowByName(nativeText(name), top);
+}
+
+bool Driver::isShown(const std::string& name) {
+    return onWindowThread([&] { return window(name) != nullptr; });
+}
+
+bool Driver::isEnabled(const std::string& windowName, const std::string& name) {
+    return onWindowThread([&] {
+        const wxWindow* found = widget(windowName, name);
+        return found != nullptr && found->IsEnabled();
+    });
+}
+
+bool Driver::hasFocus(const std::string& windowName, const std::string& name) {
+    return onWindowThread([&] {
+        const wxWindow* found = widget(windowName, name);
+        return found != nullptr && found->HasFocus();
+    });
+}
+
+void Driver::waitForWindow(const std::string& name) {
+    waitUntil("the window \"" + name + "\" is up", [&] { return window(name) != nullptr; });
+    settle();
+    settle(); // the window manager places it and gives it the keyboard
+}
+
+void Driver::waitForWindowToGo(const std::string& name) {
+    waitUntil("the window \"" + name + "\" is gone", [&] { return window(name) == nullptr; });
+    settle();
+}
+
+std::string Driver::text(const std::string& windowName, const std::string& name) {
+    return onWindowThread([&] {
+        return portableText(valueOf(as<wxWindow>(widget(windowName, name), name)));
+    });
+}
+
+std::string Driver::title(const std::string& windowName) {
+    return onWindowThread([&] {
+        wxTopLevelWindow* top = window(windowName);
+        return top == nullptr ? std::string() : portableText(top->GetTitle());
+    });
+}
+
+bool Driver::isChecked(const std::string& windowName, const std::string& name) {
+    return onWindowThread([&] {
+        wxWindow* found = widget(windowName, name);
+        if (const auto* option = dynamic_cast<wxRadioButton*>(found)) {
+            return option->GetValue();
+        }
+        return as<wxCheckBox>(found, name).GetValue();
+    });
+}
+
+wxSize Driver::sizeOf(const std::string& windowName, const std::string& name) {
+    return onWindowThread(
+        [&] { return as<wxWindow>(widget(windowName, name), name).GetClientSize(); });
+}
+
+wxPoint Driver::screenPoint(const std::string& windowName, const std::string& name,
+                            wxPoint inWidget) {
+    waitUntil("\"" + name + "\" of \"" + windowName + "\" can be used", [&] {
+        const wxWindow* found = widget(windowName, name);
+        return found != nullptr && found->IsShownOnScreen() && found->IsEnabled();
+    });
+    return onWindowThread([&] { return widget(windowName, name)->ClientToScreen(inWidget); });
+}
+
+void Driver::click(const std::string& windowName, const std::string& name) {
+    waitForWindow(windowName);
+    const wxSize size = sizeOf(windowName, name);
+    clickAt(windowName, name, {size.x / 2, size.y / 2});
+}
+
+void Driver::clickAt(const std::string& windowName, const std::string& name, wxPoint inWidget) {
+    clickScreen(screenPoint(windowName, name, inWidget));
+}
+
+void Driver::clickScreen(wxPoint at) {
+    if (at == lastClick_ && Clock::now() - lastClickTime_ < doubleClickTime) {
+        pause(doubleClickTime);
+    }
+    onWindowThread([at] {
+        wxUIActionSimulator simulator;
+        simulator.MouseMove(at);
+    });
+    settle();
+    onWindowThread([] {
+        wxUIActionSimulator simulator;
+        simulator.MouseClick();
+    });
+    lastClick_ = at;
+    lastClickTime_ = Clock::now();
+    settle();
+}
+
+void Driver::drag(const std::string& windowName, const std::string& name, wxPoint from,
+                  wxPoint to) {
+    const wxPoint start = screenPoint(windowName, name, from);
+    const wxPoint end = screenPoint(windowName, name, to);
+    const auto act = [this](const std::function<void(wxUIActionSimulator&)>& step) {
+        onWindowThread([&] {
+            wxUIActionSimulator simulator;
+            step(simulator);
+        });
+        settle();
+    };
+    act([&](wxUIActionSimulator& mouse) { mouse.MouseMove(start); });
+    act([](wxUIActionSimulator& mouse) { mouse.MouseDown(); });
+    constexpr int steps = 4;
+    for (int i = 1; i <= steps; ++i) {
+        const wxPoint at = start + (end - start) * i / steps;
+        act([&](wxUIActionSimulator& mouse) { mouse.MouseMove(at); });
+    }
+    act([](wxUIActionSimulator& mouse) { mouse.MouseUp(); });
+}
+
+void Driver::press(const std::string& windowName, const std::string& name, wxPoint inWidget,
+                   std::chrono::milliseconds held) {
+    const wxPoint at = screenPoint(windowName, name, inWidget);
+    onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
+    settle();
+    onWindowThread([] { wxUIActionSimulator().MouseDown(); });
+    pause(held);
+    onWindowThread([] { wxUIActionSimulator().MouseUp(); });
+    settle();
+}
+
+// A menu lies outside of what the toolkit can be asked about, so it is opened by the key of its
+// bar and gone through with the arrow keys.
+void Driver::clickMenu(const std::string& windowName, int menu, int entry) {
+    const int letter = onWindowThread([&] {
+        auto& frame = as<wxFrame>(window(windowName), windowName);
+        const wxString label = frame.GetMenuBar()->GetMenuLabel(static_cast<std::size_t>(menu));
+        return static_cast<int>(label.AfterFirst('&').Upper()[0].GetValue());
+    });
+    key(letter, wxMOD_ALT);
+    pause(std::chrono::milliseconds(150));
+    for (int i = 0; i < entry; ++i) {
+        key(WXK_DOWN);
+    }
+    key(WXK_RETURN);
+}
+
+void Driver::clickListEntry(const std::string& windowName, const std::string& name,
+                            const std::string& entry) {
+    waitUntil("\"" + name + "\" lists \"" + entry + "\"", [&] {
+        const auto* list = dynamic_cast<wxListBox*>(widget(windowName, name));
+        return list != nullptr && list->FindString(nativeText(entry), true) != wxNOT_FOUND;
+    });
+    const wxPoint at = onWindowThread([&] {
+        auto& list = as<wxListBox>(widget(windowName, name), name);
+        const int index = list.FindString(nativeText(entry), true);
+        list.EnsureVisible(index);
+        for (int y = 1; y < list.GetClientSize().y; y += 3) {
+            if (list.HitTest(wxPoint(12, y)) == index) {
+                return wxPoint(12, y + 5);
+            }
+        }
+        throw DriverError("The entry \"" + entry + "\" is not in sight.");
+    });
+    clickAt(windowName, name, at);
+}
+
+void Driver::openFolderEntry(const std::string& windowName, const std::string& name,
+                             const std::string& folder) {
+    const wxPoint at = onWindowThread([&] {
+        auto& list = as<FolderListBox>(widget(windowName, name), name);
+        const int index = list.indexOf(folder);
+        if (index < 0) {
+            throw DriverError("There is no folder \"" + folder + "\" in the list.");
+        }
+        const auto row = static_cast<std::size_t>(index);
+        if (!list.IsRowVisible(row)) {
+            list.ScrollToRow(row);
+        }
+        const wxRect place = list.GetItemRect(row);
+        return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
+    });
+    const wxPoint onScreen = screenPoint(windowName, name, at);
+    onWindowThread([&] { wxUIActionSimulator().MouseMove(onScreen); });
+    settle();
+    onWindowThread([] { wxUIActionSimulator().MouseDblClick(); });
+    lastClick_ = onScreen;
+    lastClickTime_ = Clock::now();
+    settle();
+}
+
+void Driver::choose(const std::string& windowName, const std::string& name, int entry) {
+    click(windowName, name);
+    pause(std::chrono::milliseconds(150));
+    const int now = onWindowThread(
+        [&] { return as<wxChoice>(widget(windowName, name), name).GetSelection(); });
+    for (int i = now; i < entry; ++i) {
+        key(WXK_DOWN);
+    }
+    for (int i = now; i > entry; --i) {
+        key(WXK_UP);
+    }
+    key(WXK_RETURN);
+    waitUntil("the entry is chosen in \"" + name + "\"", [&] {
+        const auto* list = dynamic_cast<wxChoice*>(widget(windowName, name));
+        return list != nullptr && list->GetSelection() == entry;
+    });
+}
+
+void Driver::dragSlider(const std::string& windowName, const std::string& name, int value) {
+    const auto placeOf = [&](double fraction) {
+        return onWindowThread([&] {
+            auto& slider = as<wxSlider>(widget(windowName, name), name);
+            const int thumb = slider.FromDIP(16);
+            const wxSize size = slider.GetClientSize();
+            return wxPoint(thumb / 2 + wxRound((size.x - thumb) * fraction), size.y / 2);
+        });
+    };
+    const double now = onWindowThread([&] {
+        auto& slider = as<wxSlider>(widget(windowName, name), name);
+        return double(slider.GetValue() - slider.GetMin()) / (slider.GetMax() - slider.GetMin());
+    });
+    const double wanted = onWindowThread([&] {
+        auto& slider = as<wxSlider>(widget(windowName, name), name);
+        return double(value - slider.GetMin()) / (slider.GetMax() - slider.GetMin());
+    });
+    drag(windowName, name, placeOf(now), placeOf(wanted));
+}
+
+void Driver::closeByCloseBox(const std::string& windowName) {
+    // The close box belongs to the window manager; this is what it sends.
+    onWindowThread([&] {
+        if (wxTopLevelWindow* top = window(windowName)) {
+            top->Close();
+        }
+    });
+    settle();
+}
+
+void Driver::key(int keyCode, int modifiers) {
+    onWindowThread([=] { wxUIActionSimulator().Char(keyCode, modifiers); });
+    settle();
+}
+
+void Driver::holdKey(int keyCode, std::chrono::milliseconds held) {
+    onWindowThread([=] { wxUIActionSimulator().KeyDown(keyCode); });
+    pause(held);
+    onWindowThread([=] { wxUIActionSimulator().KeyUp(keyCode); });
+    settle();
+}
+
+void Driver::type(const std::string& text) {
+    onWindowThread([&] { wxUIActionSimulator().Text(text.c_str()); });
+    settle();
+}
+
+void Driver::retype(const std::string& text) {
+    key('A', wxMOD_CONTROL);
+    type(text);
+}
+
+double Driver::timeToOpenByClick(const std::string& windowName, const std::string& button) {
+    const wxSize size = sizeOf("frmMain", button);
+    const wxPoint at = screenPoint("frmMain", button, {size.x / 2, size.y / 2});
+    lastClick_ = at;
+    lastClickTime_ = Clock::now();
+    return timeToOpen(
+        windowName,
+        [&] {
+            onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
+            pause(doubleClickTime);
+        },
+        [] { wxUIActionSimulator().MouseClick(); });
+}
+
+double Driver::timeToOpenByKey(const std::string& windowName, int keyCode, int modifiers) {
+    return timeToOpen(
+        windowName, [] {}, [=] { wxUIActionSimulator().Char(keyCode, modifiers); });
+}
+
+double Driver::timeToOpen(const std::string& windowName, const std::function<void()>& pointOut,
+                          const std::function<void()>& act) {
+    pointOut();
+    const Clock::time_point start = Clock::now();
+    onWindowThread(act);
+    const Clock::time_point end = start + std::chrono::seconds(10);
+    while (!isShown(windowName)) {
+        if (Clock::now() > end) {
+            throw DriverError("The window \"" + windowName + "\" does not come up.");
+        }
+    }
+    const double time = Milliseconds(Clock::now() - start).count();
+    waitForWindow(windowName);
+    return time;
+}
+
+} // namespace veldara::test

@@ -1,0 +1,109 @@
+// Plays the user at the real program: moves the real mouse pointer, clicks and types at real
+// windows, and reads what stands in them. A test runs on a thread of its own; whatever touches a
+// window is done on the window thread, also while a dialog or a long run has the event loop.
+#pragma once
+
+#include "platform/dialogs.h"
+
+#include <wx/app.h>
+#include <wx/gdicmn.h>
+#include <wx/toplevel.h>
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+namespace veldara::test {
+
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+// What the user wanted to do could not be done.
+class DriverError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+class Driver {
+  public:
+    // Runs an act on the window thread and hands back what it returns or throws.
+    template <typename Act>
+    auto onWindowThread(Act act) -> std::invoke_result_t<Act> {
+        using Result = std::invoke_result_t<Act>;
+        auto task = std::make_shared<std::packaged_task<Result()>>(std::move(act));
+        std::future<Result> result = task->get_future();
+        wxTheApp->CallAfter([task] { (*task)(); });
+        if (result.wait_for(std::chrono::seconds(60)) != std::future_status::ready) {
+            throw DriverError("The window thread does not answer.");
+        }
+        return result.get();
+    }
+
+    // Waits until the test, run on the window thread, holds. Throws DriverError after the time.
+    void waitUntil(const std::string& what, const std::function<bool()>& test,
+                   std::chrono::milliseconds time = std::chrono::seconds(20));
+    void pause(std::chrono::milliseconds time);
+
+    // Windows and their widgets by name ("frmMain", "cmdSaveNow"); called on the window thread only.
+    // Null where there is none that is shown.
+    static wxTopLevelWindow* window(const std::string& name);
+    static wxWindow* widget(const std::string& window, const std::string& name);
+
+    bool isShown(const std::string& window);
+    bool isEnabled(const std::string& window, const std::string& name);
+    bool hasFocus(const std::string& window, const std::string& name);
+    void waitForWindow(const std::string& name);
+    void waitForWindowToGo(const std::string& name);
+    // The label or the value of a widget; the chosen entry's text of a list.
+    std::string text(const std::string& window, const std::string& name);
+    std::string title(const std::string& window);
+    bool isChecked(const std::string& window, const std::string& name);
+
+    // The mouse
+    void click(const std::string& window, const std::string& name);
+    void clickAt(const std::string& window, const std::string& name, wxPoint inWidget);
+    void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
+    void press(const std::string& window, const std::string& name, wxPoint inWidget,
+               std::chrono::milliseconds held);
+    void clickMenu(const std::string& window, int menu, int entry);
+    void clickListEntry(const std::string& window, const std::string& name, const std::string& entry);
+    void openFolderEntry(const std::string& window, const std::string& name,
+                         const std::string& folder);
+    // Opens the drop-down list with the mouse and goes to the entry.
+    void choose(const std::string& window, const std::string& name, int entry);
+    // Drags the thumb of a slider to a value, as near as the pointer gets.
+    void dragSlider(const std::string& window, const std::string& name, int value);
+    wxSize sizeOf(const std::string& window, const std::string& name);
+    void closeByCloseBox(const std::string& window);
+
+    // The keyboard
+    void key(int keyCode, int modifiers = 0);
+    void holdKey(int keyCode, std::chrono::milliseconds held);
+    void type(const std::string& text);
+    // Replaces the text of the field that has the keyboard.
+    void retype(const std::string& text);
+
+    // Message boxes and the input box
+    std::string waitForMessage(); // the text of the box that is up
+    void answerByMouse(Answer answer);
+    void answerByKey(Answer answer);
+
+    // Milliseconds from the act until the window is up and answers.
+    double timeToOpenByClick(const std::string& window, const std::string& button);
+    double timeToOpenByKey(const std::string& window, int keyCode, int modifiers);
+
+  private:
+    double timeToOpen(const std::string& window, const std::function<void()>& pointOut,
+                      const std::function<void()>& act);
+    wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
+    void clickScreen(wxPoint at);
+    void settle();
+
+    wxPoint lastClick_{-1, -1};
+    std::chrono::steady_clock::time_point lastClickTime_;
+};
+
+} // namespace veldara::test
