@@ -51,8 +51,8 @@ bool knownHeaderSize(std::uint32_t size) {
 }
 
 void readSize(BmpHeader& header, const InfoHeader& info, bool core) {
-    const std::int64_t width = core ? info.u16(4) : info.i32(4);
-    const std::int64_t height = core ? info.u16(6) : info.i32(8);
+    const std::int64_t width = core ? static_cast<std::int32_t>(info.u16(4)) : info.i32(4);
+    const std::int64_t height = core ? static_cast<std::int32_t>(info.u16(6)) : info.i32(8);
     if (width <= 0 || height == 0 || std::abs(height) > std::numeric_limits<int>::max()) {
         damaged();
     }

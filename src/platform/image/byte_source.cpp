@@ -95,7 +95,7 @@ std::unique_ptr<ByteSource> openFileBytes(const std::filesystem::path& file) {
 }
 
 std::size_t MemoryBytes::readAt(std::uint64_t position, void* buffer, std::size_t count) {
-    if (position >= bytes_.size()) {
+    if (position >= bytes_.size() || count == 0) {
         return 0;
     }
     count = std::min(count, bytes_.size() - static_cast<std::size_t>(position));

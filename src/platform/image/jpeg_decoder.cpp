@@ -127,11 +127,14 @@ class JpegDecoder : public PictureDecoder {
 
   private:
     bool isCmyk() const { return state_.out_color_space == JCS_CMYK; }
+    void readHeader();
     std::uint64_t blockCount() const;
     void checkPlausible(std::uint64_t fileSize) const;
     void readResolutionAndOrientation();
     ColourProfile fileProfile();
     void start();
+    void cropColumns();
+    void passSkippedRows();
     void checkAllScansCame() const;
     void readDirect(const MutablePixelView& rows);
     void readConverted(const MutablePixelView& rows);
@@ -143,6 +146,7 @@ class JpegDecoder : public PictureDecoder {
     bool started_ = false;
     int wantedLeft_ = 0;
     int wantedWidth_ = 0;
+    int skipped_ = 0;  // rows that were passed over and not yet decoded
     int cropLeft_ = 0; // of what the library hands out, around the wanted columns
     std::vector<std::uint8_t> line_;
     std::optional<CmykToRgb> inks_;
@@ -150,14 +154,7 @@ class JpegDecoder : public PictureDecoder {
 
 JpegDecoder::JpegDecoder(ByteSource& source) : input_(source) {
     state_.src = &input_.manager;
-    library_.errors.guard([this] {
-        jpeg_save_markers(&state_, markerExif, longestMarker);
-        jpeg_save_markers(&state_, markerProfile, longestMarker);
-        jpeg_read_header(&state_, TRUE);
-    });
-    if (input_.ended) {
-        throw Error("the file ends within its header");
-    }
+    readHeader();
     if (state_.arith_code) {
         // Arithmetic coding may drop trailing bytes by design, so that a truncated file cannot be
         // told from a whole one.
@@ -182,6 +179,23 @@ JpegDecoder::JpegDecoder(ByteSource& source) : input_(source) {
     wantedWidth_ = facts_.width;
     readResolutionAndOrientation();
     checkPlausible(source.size());
+}
+
+void JpegDecoder::readHeader() {
+    try {
+        library_.errors.guard([this] {
+            jpeg_save_markers(&state_, markerExif, longestMarker);
+            jpeg_save_markers(&state_, markerProfile, longestMarker);
+            jpeg_read_header(&state_, TRUE);
+        });
+    } catch (const Error&) {
+        if (!input_.ended) {
+            throw;
+        }
+    }
+    if (input_.ended) {
+        throw Error("the file ends within its header");
+    }
 }
 
 std::uint64_t JpegDecoder::blockCount() const {
@@ -259,6 +273,7 @@ void JpegDecoder::start() {
     if (!facts_.streams) {
         checkAllScansCame();
     }
+    cropColumns();
     line_.resize(std::size_t{state_.output_width} *
                  static_cast<unsigned>(state_.output_components));
 }
@@ -277,20 +292,47 @@ void JpegDecoder::checkAllScansCame() const {
 }
 
 void JpegDecoder::skipRows(int count) {
-    if (!started_) {
-        start();
-    }
-    library_.errors.guard([this, count] {
-        for (int y = 0; y < count; ++y) {
+    skipped_ += count;
+}
+
+void JpegDecoder::passSkippedRows() {
+    // Rows next to a jump are made without their true neighbours where colour is subsampled; these
+    // are decoded and dropped.
+    const int margin = state_.max_v_samp_factor * DCTSIZE;
+    const int fast = std::max(0, skipped_ - margin);
+    const int slow = skipped_ - fast;
+    skipped_ = 0;
+    library_.errors.guard([this, fast, slow] {
+        if (fast > 0) {
+            jpeg_skip_scanlines(&state_, static_cast<JDIMENSION>(fast));
+        }
+        for (int y = 0; y < slow; ++y) {
             JSAMPROW line = line_.data();
             jpeg_read_scanlines(&state_, &line, 1);
         }
     });
 }
 
+void JpegDecoder::cropColumns() {
+    // As with rows: the columns at a cut edge differ from those of the whole picture.
+    const int margin = state_.max_h_samp_factor * DCTSIZE;
+    const int left = std::max(0, wantedLeft_ - margin);
+    const int right = std::min(facts_.width, wantedLeft_ + wantedWidth_ + margin);
+    if (right - left == facts_.width) {
+        return;
+    }
+    auto offset = static_cast<JDIMENSION>(left);
+    auto width = static_cast<JDIMENSION>(right - left);
+    library_.errors.guard([&] { jpeg_crop_scanline(&state_, &offset, &width); });
+    cropLeft_ = static_cast<int>(offset);
+}
+
 void JpegDecoder::readRows(const MutablePixelView& rows) {
     if (!started_) {
         start();
+    }
+    if (skipped_ > 0) {
+        passSkippedRows();
     }
     if (!isCmyk() && wantedWidth_ == static_cast<int>(state_.output_width)) {
         readDirect(rows);

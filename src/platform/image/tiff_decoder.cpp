@@ -17,7 +17,7 @@ namespace veldara {
 namespace {
 
 // Strips above this size are decoded row by row.
-constexpr std::uint64_t largeStrip = 8 << 20;
+constexpr std::uint64_t largeStrip = 2 << 20;
 
 [[noreturn]] void incomplete() {
     throw Error("its picture data is damaged or incomplete");
@@ -106,7 +106,7 @@ void TiffDecoder::wantColumns(int left, int width) {
 void TiffDecoder::start() {
     samples_.emplace(layout_, tiff(), fileProfile());
     const bool units = layout_.chromaAcross * layout_.chromaDown > 1;
-    if (!layout_.tiled && !units && !layout_.fax() &&
+    if (!layout_.tiled && !units &&
         static_cast<std::uint64_t>(TIFFStripSize64(tiff())) > largeStrip) {
         startRowByRow();
         return;
@@ -203,8 +203,14 @@ void TiffDecoder::decodeFax(std::uint32_t block, std::uint32_t rows,
     const std::vector<std::uint8_t> first = bytes;
     std::fill(bytes.begin(), bytes.end(), std::uint8_t{0xAA});
     decodeBlock(block, bytes);
-    if (std::memcmp(first.data(), bytes.data(), rowSize_ * rows) != 0) {
-        incomplete();
+    const unsigned padding = 8 * static_cast<unsigned>(rowSize_) - layout_.blockWidth;
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        const std::size_t last = rowSize_ * (row + 1) - 1;
+        if (std::memcmp(&first[last + 1 - rowSize_], &bytes[last + 1 - rowSize_], rowSize_ - 1) !=
+                0 ||
+            (first[last] ^ bytes[last]) >> padding != 0) {
+            incomplete();
+        }
     }
 }
 

@@ -90,7 +90,7 @@ tmsize_t readOutput(thandle_t user, void* buffer, tmsize_t count) noexcept {
     auto& output = *static_cast<TiffOutput*>(user);
     const std::size_t left = output.bytes.size() - std::min(output.position, output.bytes.size());
     const std::size_t got = std::min(left, static_cast<std::size_t>(std::max<tmsize_t>(0, count)));
-    std::memcpy(buffer, output.bytes.data() + output.position, got);
+    std::copy_n(output.bytes.data() + output.position, got, static_cast<std::uint8_t*>(buffer));
     output.position += got;
     return static_cast<tmsize_t>(got);
 }

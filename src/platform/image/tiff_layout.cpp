@@ -45,7 +45,6 @@ void readCompression(TiffLayout& layout, TIFF* tiff) {
     case COMPRESSION_ADOBE_DEFLATE:
     case COMPRESSION_JPEG:
     case COMPRESSION_CCITTRLE:
-    case COMPRESSION_CCITTRLEW:
     case COMPRESSION_CCITTFAX3:
     case COMPRESSION_CCITTFAX4:
         return;
@@ -162,10 +161,9 @@ std::uint64_t fewestBytes(const TiffLayout& layout, TIFF* tiff) {
     if (layout.fax()) {
         return layout.height / 8; // a row like the one above is a single bit
     }
-    const auto blockSize =
-        static_cast<std::uint64_t>(layout.tiled ? TIFFTileSize64(tiff) : TIFFVStripSize64(tiff, 1));
-    const std::uint64_t blocks =
-        layout.tiled ? TIFFNumberOfTiles(tiff) : std::uint64_t{layout.height} * layout.planes();
+    const auto blockSize = static_cast<std::uint64_t>(
+        layout.tiled ? TIFFTileSize64(tiff) : TIFFVStripSize64(tiff, layout.height));
+    const std::uint64_t blocks = layout.tiled ? TIFFNumberOfTiles(tiff) : layout.planes();
     if (blockSize == 0 || blocks == 0 ||
         blockSize > std::numeric_limits<std::uint64_t>::max() / blocks) {
         damaged();
@@ -200,8 +198,8 @@ void checkBlocksLieInFile(const TiffLayout& layout, TIFF* tiff, std::uint64_t fi
 } // namespace
 
 bool TiffLayout::fax() const {
-    return compression == COMPRESSION_CCITTRLE || compression == COMPRESSION_CCITTRLEW ||
-           compression == COMPRESSION_CCITTFAX3 || compression == COMPRESSION_CCITTFAX4;
+    return compression == COMPRESSION_CCITTRLE || compression == COMPRESSION_CCITTFAX3 ||
+           compression == COMPRESSION_CCITTFAX4;
 }
 
 TiffLayout readTiffLayout(TIFF* tiff, std::uint64_t fileSize) {
