@@ -1,0 +1,134 @@
+#!/usr/bin/env bash
+# Takes the pictures of the program's windows, in docs/screenshots/ and for the manual in help/img/,
+# from the running program, in a display and a home folder of its own.
+#
+#   docs/screenshots.sh [PROGRAM]        (default: build/bin/veldara)
+#
+# Needs Xvfb, openbox, xdotool and ImageMagick.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+program=$(realpath "${1:-$root/build/bin/veldara}")
+shots="$root/docs/screenshots"
+# Windows that the manual shows too; their words are in English whatever the user's language.
+manual=(main_window.png paper_dialog.png calibration_dialog.png preview.jpg save_dialog.png result.png)
+export LC_ALL=C.UTF-8 GTK_THEME=Adwaita NO_AT_BRIDGE=1
+
+work=$(mktemp -d /tmp/veldara-XXXXXX)
+started=()
+stop() {
+  for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+  rm -rf "$work"
+}
+trap stop EXIT
+
+prepareHome() {
+  export HOME="$work/home" XDG_CONFIG_HOME="$work/home/.config" XDG_DATA_HOME="$work/home/.local/share"
+  pictures="$work/Pictures/2026 Mountains"
+  mkdir -p "$pictures" "$HOME/Desktop" "$HOME/Documents" "$XDG_CONFIG_HOME/veldara"
+  cp "$root/art/sample/veldara-sample.jpg" "$pictures/Lake at sunrise.jpg"
+  convert "$pictures/Lake at sunrise.jpg" -crop 2304x1536+1700+600 "$pictures/Main peak.jpg"
+  convert "$pictures/Lake at sunrise.jpg" -crop 1200x1800+0+1200 "$pictures/Pines.tif"
+  cat > "$XDG_CONFIG_HOME/veldara/values" <<VALUES
+[Software\\Korvane\\omra]
+string "last_folder" = "$pictures"
+string "prefs_numTiles" = "w02h02"
+string "paperRegLine" = "|0|Letter 8.5\\" x 11\\"|8.5|11|1|1.25|1|1.25|1|1.25|1|1.25|"
+string "prefs_edgeAdjust" = "0_01"
+dword "prefs_showTiles" = 1
+VALUES
+}
+
+openDisplay() {
+  mkfifo "$work/display"
+  Xvfb -displayfd 3 -screen 0 1440x960x24 3>"$work/display" >/dev/null 2>&1 &
+  started+=($!)
+  read -r number <"$work/display"
+  export DISPLAY=":$number"
+  openbox >/dev/null 2>&1 &
+  started+=($!)
+  xsetroot -solid '#5b6f8f' 2>/dev/null || true
+}
+
+# The window with that title, waited for.
+window() {
+  for _ in $(seq 100); do
+    local found
+    found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -1) || true
+    if [[ -n "$found" ]]; then
+      echo "$found"
+      return
+    fi
+    sleep 0.1
+  done
+  echo "screenshots: there is no window \"$1\"" >&2
+  return 1
+}
+
+# Waits until the screen has been the same for half a second.
+settle() {
+  local before='' now
+  for _ in $(seq 60); do
+    now=$(import -silent -window root rgb:- | md5sum)
+    [[ "$now" == "$before" ]] && return
+    before=$now
+    sleep 0.5
+  done
+}
+
+shoot() { # TITLE FILE
+  local id
+  id=$(window "$1")
+  xdotool windowactivate --sync "$id"
+  xdotool mousemove 1439 959
+  settle
+  import -silent -frame -window "$id" -strip -quality 90 -define png:compression-level=9 "$shots/$2"
+}
+
+# Closes a dialog with the keys and waits until the main window has the keyboard again.
+leave() {
+  press "$@"
+  sleep 0.3
+  xdotool windowactivate --sync "$(window "$main")"
+  settle
+}
+
+press() { xdotool key --delay 60 "$@"; }
+
+prepareHome
+openDisplay
+mkdir -p "$shots"
+"$program" &
+started+=($!)
+main='Veldara v[0-9.]*'
+xdotool windowactivate --sync "$(window "$main")"
+settle
+shoot "$main" start.png
+press alt+c Home
+sleep 3
+settle
+press alt+r alt+c
+shoot "$main" main_window.png
+
+press alt+e
+shoot 'Determine Tile Print Size' paper_dialog.png
+leave Escape
+press alt+i
+xdotool windowactivate --sync "$(window 'Edge Calibration')"
+press alt+p Down
+shoot 'Edge Calibration' calibration_dialog.png
+leave alt+c
+press alt+p
+shoot 'Poster Preview' preview.jpg
+leave Escape
+press alt+h a
+shoot 'Veldara' about.png
+leave Escape
+press alt+s
+shoot 'Save Image Tiles' save_dialog.png
+press alt+s
+sleep 2
+shoot 'Veldara' result.png
+leave Return
+
+for name in "${manual[@]}"; do cp "$shots/$name" "$root/help/img/"; done
