@@ -13,7 +13,9 @@ shots="$root/docs/screenshots"
 manual=(main_window.png paper_dialog.png calibration_dialog.png preview.jpg save_dialog.png result.png)
 export LC_ALL=C.UTF-8 GTK_THEME=Adwaita NO_AT_BRIDGE=1
 
-work=$(mktemp -d /tmp/veldara-XXXXXX)
+# Always the same folder, since its name is in the pictures.
+work=/tmp/veldara-demo
+mkdir "$work"
 started=()
 stop() {
   for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
