@@ -80,6 +80,7 @@ std::string failureText(const TileStep& step) {
         return compensationFailedMessage().text + ".  " + step.reason;
     case TileOutcome::outOfSpace:
         return outOfDiskSpaceMessage().text;
+    case TileOutcome::encodeFailed:
     case TileOutcome::saveFailed:
         return tileNotSavedMessage().text + "  " + step.reason;
     case TileOutcome::sourceFailed:

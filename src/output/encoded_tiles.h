@@ -14,7 +14,8 @@ namespace veldara {
 enum class TileOutcome {
     written,
     sourceFailed,       // the tile's pixels could not be had
-    compensationFailed, // or turned, or encoded
+    compensationFailed, // the tile could not be turned or enlarged
+    encodeFailed,
     outOfSpace,
     saveFailed,
 };

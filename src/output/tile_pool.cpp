@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace veldara {
@@ -73,11 +74,15 @@ bool TilePool::State::fetch(std::size_t& number, TilePixels& pixels, TileStep& s
 
 EncodedTile TilePool::State::encode(const TilePixels& pixels) const {
     EncodedTile result;
-    attempt(result.step, TileOutcome::compensationFailed, [&] {
-        const TileImage image = makeTileImage(pixels.view, treatment);
-        result.bytes =
-            encodeImage(image.view(), type, treatment.resolution, source.colourProfile());
-    });
+    std::optional<TileImage> image;
+    const bool made = attempt(result.step, TileOutcome::compensationFailed,
+                              [&] { image.emplace(makeTileImage(pixels.view, treatment)); });
+    if (made) {
+        attempt(result.step, TileOutcome::encodeFailed, [&] {
+            result.bytes =
+                encodeImage(image->view(), type, treatment.resolution, source.colourProfile());
+        });
+    }
     return result;
 }
 

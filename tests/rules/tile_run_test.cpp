@@ -174,6 +174,19 @@ TEST(TileRun, tellsOfATileThatCannotBeEnlarged) {
     EXPECT_TRUE(disk.files.empty());
 }
 
+TEST(TileRun, tellsOfATileThatCannotBeEncoded) {
+    const Image photo = noise(65501, 1); // one more than a JPEG file can be wide
+    WholePhotoSource source(photo, strips(photo, 1));
+    MemoryDisk disk;
+    TileJob work = job(1);
+    work.type = FileType::jpeg;
+    TileRun run(source, work, disk.doors());
+    const TileStep step = runAll(run);
+    EXPECT_EQ(step.outcome, TileOutcome::encodeFailed);
+    EXPECT_FALSE(step.reason.empty());
+    EXPECT_TRUE(disk.files.empty());
+}
+
 TEST(TileRun, canBeLeftAtAnyTile) {
     const Image photo = noise(64, 640);
     for (std::size_t after = 0; after <= 5; ++after) {
