@@ -9,6 +9,7 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #endif
@@ -43,12 +44,14 @@ int terminalColumns() {
                                                                                   : 80;
 }
 
+// A read of the console ends by itself when Ctrl-C is pressed.
+void waitForInput() {}
+
 #else
 
 void catchSignals() {
     struct sigaction action {};
     action.sa_handler = takeSignal;
-    // No restart: a question that waits for an answer is to end, too.
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
 }
@@ -60,6 +63,14 @@ bool isTerminal(std::FILE* stream) {
 int terminalColumns() {
     winsize size{};
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+// Until there is something to read or the user wants to stop. A signal that comes just before a
+// read would not end it.
+void waitForInput() {
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    while (!interruptMark() && poll(&input, 1, 50) <= 0) {
+    }
 }
 
 #endif
@@ -97,8 +108,9 @@ int SystemConsole::columns() const {
 }
 
 std::optional<std::string> SystemConsole::readLine() {
+    waitForInput();
     std::string line;
-    if (!std::getline(std::cin, line)) {
+    if (interrupted() || !std::getline(std::cin, line)) {
         return std::nullopt;
     }
     return line;

@@ -15,7 +15,8 @@ namespace {
 std::string lengthRange(Units units) {
     const bool inches = units == Units::inches;
     const double factor = inches ? 1 : millimetresPerInch;
-    return plainNumber(minTileInches * factor) + " to " + plainNumber(maxTileInches * factor) +
+    return stripSuffix(formatNumber(minTileInches * factor, "0.00"), ".00") + " to " +
+           stripSuffix(formatNumber(maxTileInches * factor, "0.00"), ".00") +
            (inches ? " inches" : " millimetres");
 }
 
@@ -112,7 +113,8 @@ PaperRecord chosenPaper(const Options& options) {
     if (!check.ok()) {
         throw WrongOption((options.paperSize && check.fault == PaperFault::paper ? "--paper-size: "
                                                                                  : "--margins: ") +
-                          check.text + "  A sheet and what its margins leave of it may be " +
+                          stripSuffix(check.text, ".") +
+                          ".  A sheet and what its margins leave of it may be " +
                           lengthRange(options.units) + " on each side.");
     }
     return paper;

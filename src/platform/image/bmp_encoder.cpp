@@ -20,18 +20,18 @@ void put32(std::uint8_t* at, std::uint32_t value) {
     put16(at + 2, value >> 16);
 }
 
-void putHeaders(std::uint8_t* file, const PixelView& pixels, int dotsPerInch,
-                std::uint32_t headerSize, std::uint32_t pixelSize, std::uint32_t profileSize) {
+void putHeaders(std::uint8_t* file, const PictureToEncode& picture, std::uint32_t headerSize,
+                std::uint32_t pixelSize, std::uint32_t profileSize) {
     const std::uint32_t pixelsAt = bmp::fileHeaderSize + headerSize;
     file[0] = 'B';
     file[1] = 'M';
     put32(file + 2, pixelsAt + pixelSize + profileSize);
     put32(file + 10, pixelsAt);
     std::uint8_t* info = file + bmp::fileHeaderSize;
-    const auto perMetre = static_cast<std::uint32_t>(std::lround(dotsPerInch / 0.0254));
+    const auto perMetre = static_cast<std::uint32_t>(std::lround(picture.dotsPerInch / 0.0254));
     put32(info, headerSize);
-    put32(info + 4, static_cast<std::uint32_t>(pixels.width()));
-    put32(info + 8, static_cast<std::uint32_t>(pixels.height()));
+    put32(info + 4, static_cast<std::uint32_t>(picture.width));
+    put32(info + 8, static_cast<std::uint32_t>(picture.height));
     put16(info + 12, 1); // planes
     put16(info + 14, 24);
     put32(info + 16, bmp::plain);
@@ -54,30 +54,47 @@ void putRow(std::uint8_t* stored, const std::uint8_t* rgb, std::size_t width) {
     }
 }
 
+class BmpEncoder : public PictureEncoder {
+  public:
+    explicit BmpEncoder(const PictureToEncode& picture)
+        : width_(static_cast<std::size_t>(picture.width)), rowSize_((3 * width_ + 3) / 4 * 4) {
+        const std::size_t pixelSize = rowSize_ * static_cast<std::size_t>(picture.height);
+        const std::uint32_t headerSize =
+            picture.profile.empty() ? bmp::infoHeader : bmp::version5Header;
+        const std::size_t pixelsAt = bmp::fileHeaderSize + headerSize;
+        const std::size_t fileSize = pixelsAt + pixelSize + picture.profile.size();
+        if (fileSize > std::numeric_limits<std::uint32_t>::max()) {
+            throw Error("a bitmap file cannot be larger than 4 GB");
+        }
+        file_.resize(fileSize);
+        putHeaders(file_.data(), picture, headerSize, static_cast<std::uint32_t>(pixelSize),
+                   static_cast<std::uint32_t>(picture.profile.size()));
+        next_ = pixelsAt + pixelSize;
+        std::copy(picture.profile.begin(), picture.profile.end(),
+                  file_.begin() + static_cast<std::ptrdiff_t>(next_));
+    }
+
+    // The format keeps the bottom row first.
+    void writeRows(const PixelView& rows) override {
+        for (int y = 0; y < rows.height(); ++y) {
+            next_ -= rowSize_;
+            putRow(&file_[next_], rows.row(y), width_);
+        }
+    }
+
+    std::vector<std::uint8_t> finish() override { return std::move(file_); }
+
+  private:
+    std::size_t width_;
+    std::size_t rowSize_;
+    std::vector<std::uint8_t> file_;
+    std::size_t next_ = 0; // the row written last
+};
+
 } // namespace
 
-std::vector<std::uint8_t> encodeBmp(const PixelView& pixels, int dotsPerInch,
-                                    const ColourProfile& profile) {
-    const auto width = static_cast<std::size_t>(pixels.width());
-    const auto height = static_cast<std::size_t>(pixels.height());
-    const std::size_t rowSize = (3 * width + 3) / 4 * 4;
-    const std::uint32_t headerSize = profile.empty() ? bmp::infoHeader : bmp::version5Header;
-    const std::size_t pixelsAt = bmp::fileHeaderSize + headerSize;
-    const std::size_t fileSize = pixelsAt + rowSize * height + profile.size();
-    if (fileSize > std::numeric_limits<std::uint32_t>::max()) {
-        throw Error("a bitmap file cannot be larger than 4 GB");
-    }
-    std::vector<std::uint8_t> file(fileSize);
-    putHeaders(file.data(), pixels, dotsPerInch, headerSize,
-               static_cast<std::uint32_t>(rowSize * height),
-               static_cast<std::uint32_t>(profile.size()));
-    for (std::size_t y = 0; y < height; ++y) {
-        putRow(&file[pixelsAt + rowSize * (height - 1 - y)], pixels.row(static_cast<int>(y)),
-               width);
-    }
-    std::copy(profile.begin(), profile.end(),
-              file.begin() + static_cast<std::ptrdiff_t>(pixelsAt + rowSize * height));
-    return file;
+std::unique_ptr<PictureEncoder> openBmpEncoder(const PictureToEncode& picture) {
+    return std::make_unique<BmpEncoder>(picture);
 }
 
 } // namespace veldara

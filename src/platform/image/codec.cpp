@@ -298,30 +298,84 @@ std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file) {
     return openRowReader(opened(file), pathText(file));
 }
 
-std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
-                                      const ColourProfile& profile) {
+namespace {
+
+// Runs a piece of encoding; every way to fail becomes one sentence.
+template <class Work>
+auto encoding(Work&& work) {
     const auto sentence = [](const std::string& reason) {
         return Error("Could not encode the picture: " + reason + ".");
     };
     try {
-        if (pixels.empty()) {
-            throw Error("it has no pixels");
-        }
-        const ColourProfile fitting = profileForRgbRows(profile, true);
-        switch (type) {
-        case FileType::jpeg:
-            return encodeJpeg(pixels, dotsPerInch, fitting);
-        case FileType::tiff:
-            return encodeTiff(pixels, dotsPerInch, fitting);
-        case FileType::bmp:
-            return encodeBmp(pixels, dotsPerInch, fitting);
-        }
-        throw Error("there is no such type of file");
+        return work();
     } catch (const Error& error) {
         throw sentence(error.what());
     } catch (const std::bad_alloc&) {
         throw sentence("there is not enough memory");
     }
+}
+
+std::unique_ptr<PictureEncoder> openEncoder(const PictureToEncode& picture, FileType type) {
+    if (picture.width <= 0 || picture.height <= 0) {
+        throw Error("it has no pixels");
+    }
+    switch (type) {
+    case FileType::jpeg:
+        return openJpegEncoder(picture);
+    case FileType::tiff:
+        return openTiffEncoder(picture);
+    case FileType::bmp:
+        return openBmpEncoder(picture);
+    }
+    throw Error("there is no such type of file");
+}
+
+class CheckedEncoder : public RowEncoder {
+  public:
+    CheckedEncoder(const PictureToEncode& picture, FileType type)
+        : encoder_(openEncoder(picture, type)), width_(picture.width), rowsLeft_(picture.height) {}
+
+    void writeRows(const PixelView& rows) override {
+        encoding([&] {
+            if (rows.width() != width_ || rows.height() > rowsLeft_) {
+                throw Error("its rows are not those that were announced");
+            }
+            encoder_->writeRows(rows);
+            rowsLeft_ -= rows.height();
+        });
+    }
+
+    std::vector<std::uint8_t> finish() override {
+        return encoding([&] {
+            if (rowsLeft_ > 0) {
+                throw Error("not all of its rows came");
+            }
+            return encoder_->finish();
+        });
+    }
+
+  private:
+    std::unique_ptr<PictureEncoder> encoder_;
+    int width_;
+    int rowsLeft_;
+};
+
+} // namespace
+
+std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, FileType type, int dotsPerInch,
+                                           const ColourProfile& profile) {
+    return encoding([&] {
+        return std::make_unique<CheckedEncoder>(
+            PictureToEncode{width, height, dotsPerInch, profileForRgbRows(profile, true)}, type);
+    });
+}
+
+std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
+                                      const ColourProfile& profile) {
+    const std::unique_ptr<RowEncoder> encoder =
+        openRowEncoder(pixels.width(), pixels.height(), type, dotsPerInch, profile);
+    encoder->writeRows(pixels);
+    return encoder->finish();
 }
 
 } // namespace veldara

@@ -55,8 +55,26 @@ class RowReader {
 
 std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file);
 
-// Encodes a picture into the bytes of a file: JPEG at quality 95 without chroma subsampling, TIFF
-// with LZW and the horizontal predictor, BMP 24-bit; the resolution and the profile in every one.
+// A picture on its way into the bytes of a file, from the top row to the bottom row: JPEG at
+// quality 95 without chroma subsampling, TIFF with LZW and the horizontal predictor, BMP 24-bit;
+// the resolution and the profile in every one. It holds little more than the encoded bytes. May be
+// used by one thread after the other.
+class RowEncoder {
+  public:
+    virtual ~RowEncoder() = default;
+
+    // The next rows, as wide as the picture. Throws Error.
+    virtual void writeRows(const PixelView& rows) = 0;
+
+    // The file, after the last row. Throws Error when rows are missing.
+    virtual std::vector<std::uint8_t> finish() = 0;
+};
+
+// Throws Error when the format cannot hold such a picture.
+std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, FileType type, int dotsPerInch,
+                                           const ColourProfile& profile);
+
+// The same for a picture that can be had whole.
 std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
                                       const ColourProfile& profile);
 

@@ -69,23 +69,23 @@ struct Compressor {
     ~Compressor() { jpeg_destroy_compress(&state); }
 };
 
-void setUp(jpeg_compress_struct& state, const PixelView& pixels, int dotsPerInch) {
-    state.image_width = static_cast<JDIMENSION>(pixels.width());
-    state.image_height = static_cast<JDIMENSION>(pixels.height());
+void setUp(jpeg_compress_struct& state, const PictureToEncode& picture) {
+    state.image_width = static_cast<JDIMENSION>(picture.width);
+    state.image_height = static_cast<JDIMENSION>(picture.height);
     state.input_components = 3;
     state.in_color_space = JCS_RGB;
     jpeg_set_defaults(&state);
     jpeg_set_quality(&state, quality, TRUE);
     state.comp_info[0].h_samp_factor = 1; // colour as fine as brightness
     state.comp_info[0].v_samp_factor = 1;
-    if (dotsPerInch > 0) {
+    if (picture.dotsPerInch > 0) {
         state.density_unit = 1; // per inch
-        state.X_density = static_cast<UINT16>(std::min(dotsPerInch, 65535));
+        state.X_density = static_cast<UINT16>(std::min(picture.dotsPerInch, 65535));
         state.Y_density = state.X_density;
     }
 }
 
-void writeRows(jpeg_compress_struct& state, const PixelView& pixels) {
+void compressRows(jpeg_compress_struct& state, const PixelView& pixels) {
     constexpr int most = 16;
     std::array<JSAMPROW, most> lines{};
     int done = 0;
@@ -100,24 +100,39 @@ void writeRows(jpeg_compress_struct& state, const PixelView& pixels) {
     }
 }
 
+class JpegEncoder : public PictureEncoder {
+  public:
+    explicit JpegEncoder(const PictureToEncode& picture) {
+        jpeg_compress_struct& state = library_.state;
+        state.dest = &output_.manager;
+        library_.errors.guard([&] {
+            setUp(state, picture);
+            jpeg_start_compress(&state, TRUE);
+            if (!picture.profile.empty()) {
+                jpeg_write_icc_profile(&state, picture.profile.data(),
+                                       static_cast<unsigned>(picture.profile.size()));
+            }
+        });
+    }
+
+    void writeRows(const PixelView& rows) override {
+        library_.errors.guard([&] { compressRows(library_.state, rows); });
+    }
+
+    std::vector<std::uint8_t> finish() override {
+        library_.errors.guard([&] { jpeg_finish_compress(&library_.state); });
+        return std::move(output_.bytes);
+    }
+
+  private:
+    JpegOutput output_;
+    Compressor library_;
+};
+
 } // namespace
 
-std::vector<std::uint8_t> encodeJpeg(const PixelView& pixels, int dotsPerInch,
-                                     const ColourProfile& profile) {
-    Compressor library;
-    JpegOutput output;
-    jpeg_compress_struct& state = library.state;
-    state.dest = &output.manager;
-    library.errors.guard([&] {
-        setUp(state, pixels, dotsPerInch);
-        jpeg_start_compress(&state, TRUE);
-        if (!profile.empty()) {
-            jpeg_write_icc_profile(&state, profile.data(), static_cast<unsigned>(profile.size()));
-        }
-        writeRows(state, pixels);
-        jpeg_finish_compress(&state);
-    });
-    return std::move(output.bytes);
+std::unique_ptr<PictureEncoder> openJpegEncoder(const PictureToEncode& picture) {
+    return std::make_unique<JpegEncoder>(picture);
 }
 
 } // namespace veldara

@@ -17,10 +17,9 @@ bool needsWideOffsets(std::uint64_t pixelBytes) {
     return pixelBytes > 2'800'000'000;
 }
 
-void setFields(TIFF* tiff, const PixelView& pixels, int dotsPerInch, const ColourProfile& profile,
-               std::uint32_t rowsPerStrip) {
-    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(pixels.width()));
-    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(pixels.height()));
+void setFields(TIFF* tiff, const PictureToEncode& picture, std::uint32_t rowsPerStrip) {
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(picture.width));
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(picture.height));
     TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
     TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
     TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
@@ -28,45 +27,75 @@ void setFields(TIFF* tiff, const PixelView& pixels, int dotsPerInch, const Colou
     TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
     TIFFSetField(tiff, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
     TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
-    if (dotsPerInch > 0) {
+    if (picture.dotsPerInch > 0) {
         TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
-        TIFFSetField(tiff, TIFFTAG_XRESOLUTION, static_cast<double>(dotsPerInch));
-        TIFFSetField(tiff, TIFFTAG_YRESOLUTION, static_cast<double>(dotsPerInch));
+        TIFFSetField(tiff, TIFFTAG_XRESOLUTION, static_cast<double>(picture.dotsPerInch));
+        TIFFSetField(tiff, TIFFTAG_YRESOLUTION, static_cast<double>(picture.dotsPerInch));
     }
-    if (!profile.empty()) {
-        TIFFSetField(tiff, TIFFTAG_ICCPROFILE, static_cast<std::uint32_t>(profile.size()),
-                     profile.data());
+    if (!picture.profile.empty()) {
+        TIFFSetField(tiff, TIFFTAG_ICCPROFILE, static_cast<std::uint32_t>(picture.profile.size()),
+                     picture.profile.data());
     }
 }
 
-} // namespace
+std::size_t rowSizeOf(const PictureToEncode& picture) {
+    return std::size_t{3} * static_cast<std::size_t>(picture.width);
+}
 
-std::vector<std::uint8_t> encodeTiff(const PixelView& pixels, int dotsPerInch,
-                                     const ColourProfile& profile) {
-    const std::size_t rowSize = std::size_t{3} * static_cast<std::size_t>(pixels.width());
-    const auto height = static_cast<std::uint32_t>(pixels.height());
-    const auto rowsPerStrip =
-        static_cast<std::uint32_t>(std::clamp<std::uint64_t>(stripSize / rowSize, 1, height));
-    TiffOutput output(needsWideOffsets(std::uint64_t{rowSize} * height));
-    TIFF* tiff = output.handle.get();
-    setFields(tiff, pixels, dotsPerInch, profile, rowsPerStrip);
+class TiffEncoder : public PictureEncoder {
+  public:
+    explicit TiffEncoder(const PictureToEncode& picture)
+        : rowSize_(rowSizeOf(picture)),
+          rowsPerStrip_(std::clamp<std::size_t>(stripSize / rowSize_, 1,
+                                                static_cast<std::size_t>(picture.height))),
+          output_(
+              needsWideOffsets(std::uint64_t{rowSize_} * static_cast<unsigned>(picture.height))),
+          strip_(rowSize_ * rowsPerStrip_) {
+        setFields(output_.handle.get(), picture, static_cast<std::uint32_t>(rowsPerStrip_));
+    }
 
-    std::vector<std::uint8_t> strip(rowSize * rowsPerStrip);
-    for (std::uint32_t row = 0, number = 0; row < height; row += rowsPerStrip, ++number) {
-        const std::uint32_t rows = std::min(rowsPerStrip, height - row);
-        for (std::uint32_t y = 0; y < rows; ++y) {
-            std::copy_n(pixels.row(static_cast<int>(row + y)), rowSize, &strip[rowSize * y]);
+    void writeRows(const PixelView& rows) override {
+        for (int y = 0; y < rows.height(); ++y) {
+            std::copy_n(rows.row(y), rowSize_, &strip_[rowSize_ * rowsInStrip_]);
+            if (++rowsInStrip_ == rowsPerStrip_) {
+                writeStrip();
+            }
         }
-        if (TIFFWriteEncodedStrip(tiff, number, strip.data(),
-                                  static_cast<tmsize_t>(rowSize * rows)) < 0) {
+    }
+
+    std::vector<std::uint8_t> finish() override {
+        if (rowsInStrip_ > 0) {
+            writeStrip();
+        }
+        if (TIFFFlush(output_.handle.get()) != 1) {
             throw Error("there is not enough memory");
         }
+        output_.handle.reset();
+        return std::move(output_.bytes);
     }
-    if (TIFFFlush(tiff) != 1) {
-        throw Error("there is not enough memory");
+
+  private:
+    // The predictor works within the buffer that it is given.
+    void writeStrip() {
+        if (TIFFWriteEncodedStrip(output_.handle.get(), stripNumber_++, strip_.data(),
+                                  static_cast<tmsize_t>(rowSize_ * rowsInStrip_)) < 0) {
+            throw Error("there is not enough memory");
+        }
+        rowsInStrip_ = 0;
     }
-    output.handle.reset();
-    return std::move(output.bytes);
+
+    std::size_t rowSize_;
+    std::size_t rowsPerStrip_;
+    TiffOutput output_;
+    std::vector<std::uint8_t> strip_;
+    std::size_t rowsInStrip_ = 0;
+    std::uint32_t stripNumber_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<PictureEncoder> openTiffEncoder(const PictureToEncode& picture) {
+    return std::make_unique<TiffEncoder>(picture);
 }
 
 } // namespace veldara
