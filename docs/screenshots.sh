@@ -129,7 +129,12 @@ leave Escape
 press alt+s
 shoot 'Save Image Tiles' save_dialog.png
 press alt+s
-sleep 2
+# The progress window has the same title; it goes with the last tile.
+for _ in $(seq 300); do
+  compgen -G "$pictures/*_poster_images/*009.jpg" >/dev/null && break
+  sleep 0.1
+done
+sleep 1
 shoot 'Veldara' result.png
 leave Return
 
