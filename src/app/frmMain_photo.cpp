@@ -245,7 +245,9 @@ void frmMain::MakePreviewImage() {
 void frmMain::forgetPhoto() {
     bImgSelected = false;
     bDragging = false;
-    SetArrowState(arrowNone);
+    if (iArrowDir != arrowNone) {
+        SetArrowState(arrowNone);
+    }
     img = std::make_shared<const Image>();
     imgPreview.reset();
     iCurRotation = 0;

@@ -16,7 +16,7 @@ double posterRatio(const PosterLayout& layout) {
         std::swap(tileWidth, tileHeight);
     }
     const double ratio = (layout.tilesWide * tileWidth) / (layout.tilesHigh * tileHeight);
-    if (!std::isfinite(ratio) || ratio <= 0) {
+    if (tileWidth <= 0 || tileHeight <= 0 || !std::isfinite(ratio)) {
         throw Error("Nothing is left of a tile: its edges are trimmed by more than its size.");
     }
     return ratio;

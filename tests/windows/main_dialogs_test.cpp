@@ -1,0 +1,361 @@
+// The main window's hand-over to its other windows, to the help, and to the end of the program.
+#include "main_fixture.h"
+
+namespace veldara::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class HandOver : public MainWindowTest {
+  protected:
+    template <typename Dialog>
+    void whenShown(const std::string& name, std::function<void(Dialog&)> act) {
+        fakes.screen.whenModal(name, [act](Window& dialog) { act(dynamic_cast<Dialog&>(dialog)); });
+    }
+};
+
+// Paper and margins
+
+class PaperHandOver : public HandOver,
+                      public ::testing::WithParamInterface<std::function<void(frmMain&)>> {};
+
+TEST_P(PaperHandOver, OpensModallyAndTakesTheAcceptedPaper) {
+    startWithPhoto();
+    whenShown<frmTileSize>("frmTileSize", [](frmTileSize& dialog) {
+        EXPECT_FALSE(dialog.chkLock.checked());
+        dialog.lstPaperSize.userClick(3); // Letter: 6 x 9 inches after its margins
+        dialog.cmdOk.userClick();
+    });
+    GetParam()(*window);
+    EXPECT_TRUE(fakes.screen.allUsersPlayed());
+    EXPECT_EQ(window->lblPaperName.caption(), "Letter 8.5\" x 11\"");
+    EXPECT_EQ(window->lblTileSize.caption(), "6.00 x 9.00");
+    EXPECT_EQ(window->lblFinalSize.caption(), "12 x 18 inches");
+    EXPECT_EQ(storedText("paperRegLine"), window->getPaperRegLine());
+}
+
+INSTANTIATE_TEST_SUITE_P(MenuAndButton, PaperHandOver,
+                         ::testing::Values([](frmMain& main) { main.mnuPaperSize.userClick(); },
+                                           [](frmMain& main) {
+                                               main.cmdEditPaperSize.userClick();
+                                           }));
+
+TEST_F(HandOver, CancelledPaperChangesNothing) {
+    startWithPhoto();
+    whenShown<frmTileSize>("frmTileSize", [](frmTileSize& dialog) {
+        dialog.lstPaperSize.userClick(3);
+        dialog.cmdCancel.userClick();
+    });
+    window->mnuPaperSize.userClick();
+    EXPECT_EQ(window->lblTileSize.caption(), "6.00 x 4.00");
+    EXPECT_FALSE(saved());
+}
+
+TEST_F(HandOver, PaperDialogOpensWithTheCurrentLineAndLock) {
+    store("paperRegLine", "|1|A4 - 210 x 297|210|297|25|25|25|25|20|10|20|10|");
+    store("cmbMarginLocked", 1);
+    start();
+    whenShown<frmTileSize>("frmTileSize", [](frmTileSize& dialog) {
+        EXPECT_TRUE(dialog.opbMm.selected());
+        EXPECT_EQ(dialog.lstPaperSize.selectedText(), "A4 - 210 x 297");
+        EXPECT_EQ(dialog.cmbMargins[0].text(), "20.0");
+        EXPECT_TRUE(dialog.chkLock.checked());
+        dialog.cmdCancel.userClick();
+    });
+    window->cmdEditPaperSize.userClick();
+}
+
+TEST_F(HandOver, NewMarginLockIsStoredByTheNextFullWriteOnly) {
+    start();
+    whenShown<frmTileSize>("frmTileSize", [](frmTileSize& dialog) {
+        dialog.chkLock.userSetChecked(true);
+        dialog.cmdOk.userClick();
+    });
+    window->cmdEditPaperSize.userClick();
+    EXPECT_EQ(stored("cmbMarginLocked").number, 0);
+    window->chkPreviewTiles.userSetChecked(false);
+    EXPECT_EQ(stored("cmbMarginLocked").number, 1);
+}
+
+// Edge calibration
+
+class CalibrationHandOver : public HandOver,
+                            public ::testing::WithParamInterface<std::function<void(frmMain&)>> {};
+
+TEST_P(CalibrationHandOver, OpensModallyAndItsTrimsAreUsed) {
+    startWithPhoto();
+    window->cmbCurBtm.setListIndex(1);
+    window->chkPrinterClips.userSetChecked(true);
+    EXPECT_EQ(window->lblFinalSize.caption(), "11.81 x 7.81 inches");
+    whenShown<frmBtm>("frmBtm", [](frmBtm& dialog) {
+        dialog.lstConfigurations.userClick(1);
+        dialog.cmbLeftEdge.userSelect(16);
+        dialog.cmbRightEdge.userSelect(16);
+        dialog.cmdOk.userClick();
+    });
+    GetParam()(*window);
+    EXPECT_TRUE(fakes.screen.allUsersPlayed());
+    EXPECT_EQ(window->lblFinalSize.caption(), "11 x 7.81 inches");
+    EXPECT_EQ(window->lblTbValue.caption(), "(full height)");
+    EXPECT_EQ(window->lblLrValue.caption(), "(center)") << "the crop was drawn anew";
+}
+
+INSTANTIATE_TEST_SUITE_P(MenuAndButton, CalibrationHandOver,
+                         ::testing::Values([](frmMain& main) { main.mnuEdgeClip.userClick(); },
+                                           [](frmMain& main) { main.cmdConfig.userClick(); }));
+
+TEST_F(HandOver, ProfileListFollowsTheDialog) {
+    start();
+    fakes.dialogs.texts = {"Mine", "Ours"};
+    whenShown<frmBtm>("frmBtm", [this](frmBtm& dialog) {
+        dialog.cmdNew.userClick();
+        EXPECT_THAT(window->cmbCurBtm.items(), ElementsAre("default", "Kodak photo lab default",
+                                                           "Fuji photo lab default", "Mine"));
+        dialog.cmdRename.userClick();
+        EXPECT_EQ(window->cmbCurBtm.items().back(), "Ours");
+        dialog.lstConfigurations.userClick(0);
+        dialog.cmdDel.userClick();
+        dialog.cmdOk.userClick();
+    });
+    window->cmdConfig.userClick();
+    EXPECT_THAT(window->cmbCurBtm.items(),
+                ElementsAre("Kodak photo lab default", "Fuji photo lab default", "Ours"));
+}
+
+TEST_F(HandOver, ActiveProfileStaysTheSameWhenAnotherIsDeleted) {
+    start().cmbCurBtm.setListIndex(2);
+    whenShown<frmBtm>("frmBtm", [](frmBtm& dialog) {
+        dialog.lstConfigurations.userClick(0);
+        dialog.cmdDel.userClick();
+        dialog.cmdOk.userClick();
+    });
+    window->cmdConfig.userClick();
+    EXPECT_EQ(window->cmbCurBtm.text(), "Fuji photo lab default");
+    EXPECT_EQ(window->activeProfile(), 1);
+    EXPECT_EQ(storedText("prefs_edgeAdjust"), "0_01") << "its position is what is remembered";
+}
+
+TEST_F(HandOver, OpeningTheCalibrationDialogSavesNothing) {
+    start().cmbCurBtm.setListIndex(2);
+    forgetWrites();
+    whenShown<frmBtm>("frmBtm", [](frmBtm& dialog) { dialog.cmdOk.userClick(); });
+    window->cmdConfig.userClick();
+    EXPECT_FALSE(saved());
+    EXPECT_EQ(window->activeProfile(), 2);
+}
+
+// Full-screen preview
+
+TEST_F(HandOver, PreviewButtonIsOffWithoutAPhoto) {
+    start().cmdLargePreview.userClick();
+    EXPECT_TRUE(fakes.dialogs.quiet());
+    EXPECT_FALSE(window->cmdLargePreview.enabled());
+}
+
+TEST_F(HandOver, PreviewWithoutAPhotoIsRefused) {
+    start().cmdLargePreview.setEnabled(true);
+    window->cmdLargePreview.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(),
+              (Message{"No image selected.  Please select an image from the file listbox",
+                       "No Image Selected", MessageIcon::exclamation, MessageButtons::ok}));
+    EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain"));
+}
+
+TEST_F(HandOver, PreviewIsShownBesideTheMainWindow) {
+    startWithPhoto();
+    std::vector<Pointer> pointers;
+    window->observe([&](Property property) {
+        if (property == Property::pointer) {
+            pointers.push_back(window->pointer());
+        }
+    });
+    window->cmdLargePreview.userClick();
+    EXPECT_EQ(fakes.screen.log.back(), "show frmPreview");
+    EXPECT_THAT(pointers, ElementsAre(Pointer::hourglass, Pointer::arrow));
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(HandOver, PreviewWithAnInvalidTileSizeSaysSo) {
+    startWithPhoto();
+    window->chkPreviewTiles.userSetChecked(false);
+    setTileInches(0.5, 8);
+    window->cmdLargePreview.setEnabled(true);
+    window->cmdLargePreview.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(),
+              critical("Invalid tile configuration.  Please valid tile print size values",
+                       "Invalid information"));
+}
+
+TEST_F(HandOver, ClosingTheMainWindowTakesThePreviewDown) {
+    startWithPhoto();
+    window->cmdLargePreview.userClick();
+    window->userClose();
+    EXPECT_THAT(fakes.screen.log,
+                ElementsAre("show frmMain", "show frmPreview", "hide frmPreview", "hide frmMain"));
+}
+
+// Saving
+
+TEST_F(HandOver, SaveDialogIsPrefilledFromTheMainWindow) {
+    addPhoto("IMG_0001.JPG", 3000, 2000);
+    start();
+    clickFile("IMG_0001.JPG");
+    whenShown<frmSaveTiles>("frmSaveTiles", [](frmSaveTiles& dialog) {
+        EXPECT_EQ(dialog.drvTile.drive(), "/");
+        EXPECT_EQ(dialog.dirTile.path(), "/photos");
+        EXPECT_EQ(dialog.txtBaseFileName.text(), "IMG_0001");
+        EXPECT_EQ(dialog.txtNewFolderName.text(), "IMG_0001_poster_images");
+        EXPECT_TRUE(dialog.opbJpg.selected());
+        dialog.cmdClose.userClick();
+    });
+    window->cmdSaveNow.userClick();
+    EXPECT_TRUE(fakes.screen.allUsersPlayed());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(HandOver, SavingWithAnInvalidTileSizeOnlyComplains) {
+    startWithPhoto();
+    window->chkPreviewTiles.userSetChecked(false);
+    setTileInches(0.5, 8);
+    window->cmdSaveNow.setEnabled(true);
+    window->cmdSaveNow.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage().title, "Invalid Tile Print Size Entered");
+    EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain"));
+}
+
+TEST_F(HandOver, SavingWithoutTilesIsRefused) {
+    start().cmdSaveNow.setEnabled(true);
+    window->cmdSaveNow.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(),
+              critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
+}
+
+TEST_F(HandOver, SavingAfterTheListWasRefilledIsRefused) {
+    startWithPhoto();
+    window->cmbFileType.userSelect(1); // nothing is chosen in the list any more
+    window->cmdSaveNow.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(),
+              critical("Invalid file chosen.  Can not continue.", "Problem"));
+}
+
+TEST_F(HandOver, SaveButtonIsOffWithoutAPhoto) {
+    start().cmdSaveNow.userClick();
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+// Help
+
+class Help : public HandOver {
+  protected:
+    Message missing() const {
+        return critical("The help file (omra.chm) is missing.  Please reinstall this software.",
+                        "Can not find help file");
+    }
+};
+
+TEST_F(Help, OpensFromTheApplicationFolderFirst) {
+    store("app_dir", "/app");
+    fakes.tree.addFile("/app/index.html");
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    start().mnuContent.userClick();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("help /app/index.html"));
+}
+
+TEST_F(Help, ApplicationFolderMayEndInASeparator) {
+    store("app_dir", "/app/");
+    fakes.tree.addFile("/app/index.html");
+    start().mnuContent.userClick();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("help /app/index.html"));
+}
+
+TEST_F(Help, OpensFromTheProgramsFolderWithoutAnApplicationFolder) {
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    start().mnuContent.userClick();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("help /share/veldara/help/index.html"));
+}
+
+TEST_F(Help, OpensFromTheProgramsFolderWhenTheApplicationFolderHasNone) {
+    store("app_dir", "/app");
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    start().OpenHelpFile();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("help /share/veldara/help/index.html"));
+}
+
+TEST_F(Help, MissingFileIsNamed) {
+    start().mnuContent.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(), missing());
+    EXPECT_THAT(fakes.launcher.log, IsEmpty());
+}
+
+TEST_F(Help, FileThatHasGoneSinceTheStartIsMissing) {
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    start();
+    fakes.tree.remove("/share/veldara/help/index.html");
+    window->mnuContent.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(), missing());
+}
+
+TEST_F(Help, FileThatCannotBeAskedForIsMissing) {
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    start();
+    fakes.fileSystem.faults.fileExistsFails = true;
+    window->mnuContent.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(), missing());
+}
+
+TEST_F(Help, ViewerThatCannotBeStartedIsReported) {
+    fakes.tree.addFile("/share/veldara/help/index.html");
+    fakes.launcher.fails = true;
+    start().mnuContent.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage().icon, MessageIcon::critical);
+}
+
+class LetteredHelp : public LetteredMainWindowTest {};
+
+TEST_F(LetteredHelp, IsTheCompiledFile) {
+    fakes.tree.addFile("c:\\program\\omra.chm");
+    start().mnuContent.userClick();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("help c:\\program\\omra.chm"));
+}
+
+// About, and the end
+
+TEST_F(HandOver, AboutBoxOpensModally) {
+    start();
+    whenShown<frmAbout>("frmAbout", [](frmAbout& dialog) {
+        EXPECT_EQ(dialog.lblVersion.caption(), "Version 1.20");
+        dialog.cmdOk.userClick();
+    });
+    window->mnuAbout.userClick();
+    EXPECT_TRUE(fakes.screen.allUsersPlayed());
+}
+
+class EndingAtOnce : public HandOver,
+                     public ::testing::WithParamInterface<std::function<void(frmMain&)>> {};
+
+TEST_P(EndingAtOnce, SavesNothingAndUnloadsNothing) {
+    start().cmbTilesWide.userSelect(9);
+    GetParam()(*window);
+    EXPECT_TRUE(fakes.screen.programEnded);
+    EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain", "end program"));
+    EXPECT_TRUE(window->loaded());
+    EXPECT_FALSE(saved());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EndingAtOnce,
+                         ::testing::Values([](frmMain& main) { main.cmdQuit.userClick(); },
+                                           [](frmMain& main) { main.mnuExit.userClick(); },
+                                           [](frmMain& main) { main.EndNow(); },
+                                           [](frmMain& main) { main.EndAppNow(); }));
+
+TEST_F(HandOver, ClosingSavesOnceAndHides) {
+    start().userClose();
+    EXPECT_EQ(namesWritten(), fullWrite());
+    EXPECT_FALSE(fakes.screen.programEnded);
+    window->userClose();
+    EXPECT_EQ(namesWritten(), fullWrite());
+}
+
+} // namespace
+} // namespace veldara::test
