@@ -8,6 +8,7 @@
 #include "cli/progress_bar.h"
 #include "output/save_messages.h"
 #include "output/tile_run.h"
+#include "output/tile_stream.h"
 #include "platform/error.h"
 #include "platform/text/characters.h"
 #include "platform/text/path_text.h"
@@ -110,18 +111,36 @@ void writeAll(TileRun& run, Console& console, bool quiet) {
     }
 }
 
-void writePoster(const JobPlan& plan, const Options& options, Console& console) {
+Error changedPhoto(const Options& options) {
+    return Error("The photo \"" + options.photo + "\" was changed while it was read.");
+}
+
+// A turned photo has to be had whole before its first row is known.
+void writeTurnedPoster(const JobPlan& plan, const Options& options, Console& console) {
     Image photo = loadImage(textPath(options.photo));
-    if (options.rotation != Turn::none) {
-        ColourProfile profile = std::move(photo.colourProfile);
-        photo = turned(photo.view(), options.rotation);
-        photo.colourProfile = std::move(profile);
-    }
+    ColourProfile profile = std::move(photo.colourProfile);
+    photo = turned(photo.view(), options.rotation);
+    photo.colourProfile = std::move(profile);
     if (photo.width() != plan.photoWidth || photo.height() != plan.photoHeight) {
-        throw Error("The photo \"" + options.photo + "\" was changed while it was read.");
+        throw changedPhoto(options);
     }
     WholePhotoSource source(photo, plan.rects());
     TileRun run(source, {plan.files(), plan.treatment, plan.type, 0}, realDisk(plan.folder));
+    writeAll(run, console, options.quiet);
+}
+
+void writePoster(const JobPlan& plan, const Options& options, Console& console) {
+    if (options.rotation != Turn::none) {
+        writeTurnedPoster(plan, options, console);
+        return;
+    }
+    std::unique_ptr<RowReader> photo = openRowReader(textPath(options.photo));
+    if (photo->header().width != plan.photoWidth || photo->header().height != plan.photoHeight) {
+        throw changedPhoto(options);
+    }
+    auto stream = std::make_unique<TileStream>(std::move(photo), plan.rects(),
+                                               plan.layout.tilesWide, plan.treatment, plan.type, 0);
+    TileRun run(std::move(stream), plan.files(), realDisk(plan.folder));
     writeAll(run, console, options.quiet);
 }
 

@@ -19,21 +19,11 @@ void repeatPixel(std::uint8_t* to, const std::uint8_t* pixel, int count) {
     }
 }
 
-// The tile's row with its left and right border.
-void writeRow(std::uint8_t* to, const std::uint8_t* from, const CompensationPlan& plan) {
-    const auto width = static_cast<std::size_t>(plan.imageWidth);
-    const auto left = static_cast<std::size_t>(plan.margins[edgeLeft]);
-    repeatPixel(to, from, plan.margins[edgeLeft]);
-    std::memcpy(to + channels * left, from, channels * width);
-    repeatPixel(to + channels * (left + width), from + channels * (width - 1),
-                plan.margins[edgeRight]);
-}
-
 Image bordered(const PixelView& tile, const CompensationPlan& plan) {
     Image result(plan.width(), plan.height());
     const int top = plan.margins[edgeTop];
     for (int y = 0; y < plan.imageHeight; ++y) {
-        writeRow(result.row(top + y), tile.row(y), plan);
+        borderRow(result.row(top + y), tile.row(y), plan);
     }
     const std::size_t rowBytes = channels * static_cast<std::size_t>(plan.width());
     for (int y = 0; y < top; ++y) {
@@ -46,6 +36,15 @@ Image bordered(const PixelView& tile, const CompensationPlan& plan) {
 }
 
 } // namespace
+
+void borderRow(std::uint8_t* to, const std::uint8_t* from, const CompensationPlan& plan) {
+    const auto width = static_cast<std::size_t>(plan.imageWidth);
+    const auto left = static_cast<std::size_t>(plan.margins[edgeLeft]);
+    repeatPixel(to, from, plan.margins[edgeLeft]);
+    std::memcpy(to + channels * left, from, channels * width);
+    repeatPixel(to + channels * (left + width), from + channels * (width - 1),
+                plan.margins[edgeRight]);
+}
 
 CompensationPlan planCompensation(int width, int height, double dotsPerInch,
                                   const EdgeTrims& trims) {

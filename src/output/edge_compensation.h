@@ -26,6 +26,10 @@ struct CompensationPlan {
 CompensationPlan planCompensation(int width, int height, double dotsPerInch,
                                   const EdgeTrims& trims);
 
+// One row of the tile (plan.imageWidth pixels) with its left and right border (plan.width()
+// pixels).
+void borderRow(std::uint8_t* to, const std::uint8_t* from, const CompensationPlan& plan);
+
 // A new picture in any case, also with no trims at all. Throws Error.
 Image applyEdgeClipComp(const PixelView& tile, double dotsPerInch, const EdgeTrims& trims);
 

@@ -1,10 +1,10 @@
 #include "output/tile_pool.h"
 
 #include "output/attempt.h"
+#include "output/tile_mailbox.h"
 
 #include <algorithm>
 #include <condition_variable>
-#include <map>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -38,11 +38,11 @@ struct TilePool::State {
 
     std::mutex lock;
     std::condition_variable changed;
-    std::map<std::size_t, EncodedTile> encoded;
     std::size_t committed = 0;
     std::size_t ahead = 1; // tiles that may be in work or waiting beyond the committed ones
     bool stopping = false;
 
+    TileMailbox finished;
     std::vector<std::thread> workers;
 
     void work();
@@ -98,11 +98,7 @@ void TilePool::State::work() {
             result = encode(pixels);
         }
         pixels = {};
-        {
-            const std::lock_guard guard(lock);
-            encoded.emplace(number, std::move(result));
-        }
-        changed.notify_all();
+        finished.put(number, std::move(result));
     }
 }
 
@@ -129,17 +125,11 @@ TilePool::~TilePool() {
 }
 
 bool TilePool::waitReady(std::size_t number, std::chrono::milliseconds time) {
-    std::unique_lock guard(state_->lock);
-    return state_->changed.wait_for(guard, time,
-                                    [&] { return state_->encoded.count(number) != 0; });
+    return state_->finished.waitReady(number, time);
 }
 
 EncodedTile TilePool::take(std::size_t number) {
-    std::unique_lock guard(state_->lock);
-    state_->changed.wait(guard, [&] { return state_->encoded.count(number) != 0; });
-    EncodedTile tile = std::move(state_->encoded.at(number));
-    state_->encoded.erase(number);
-    return tile;
+    return state_->finished.take(number);
 }
 
 void TilePool::commit(std::size_t number) {

@@ -1,0 +1,310 @@
+#include "output/tile_stream.h"
+
+#include "output/attempt.h"
+#include "output/tile_mailbox.h"
+#include "output/tile_pool.h"
+#include "output/tile_sink.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace veldara {
+namespace {
+
+// A strip of rows is large enough to be worth a lock and small enough to stay in the caches between
+// the thread that decodes it and those that encode it.
+constexpr std::size_t stripBytes = 1536 << 10;
+constexpr int fewestStripRows = 8;
+constexpr int mostStripRows = 128;
+
+int stripRowsFor(int width) {
+    const std::size_t rows = stripBytes / (std::size_t{3} * static_cast<std::size_t>(width));
+    return static_cast<int>(std::clamp<std::size_t>(rows, fewestStripRows, mostStripRows));
+}
+
+// Rows of the photo within the columns that are wanted.
+struct Strip {
+    int top = 0;
+    int height = 0;
+    Image pixels;
+    int bottom() const { return top + height - 1; }
+};
+
+// How far a tile is.
+struct TileProgress {
+    int nextRow = 0;
+    bool busy = false; // a worker is at it
+    bool done = false;
+    std::unique_ptr<TileSink> sink;
+};
+
+// Rows of one strip that one tile is to take next.
+struct Piece {
+    std::size_t tile = 0;
+    Strip* strip = nullptr;
+    int top = 0;
+    int height = 0;
+    bool last = false;
+};
+
+} // namespace
+
+// Everything is guarded by the lock, except the reader, which belongs to whoever has set
+// `decoding`, and a tile's sink, which belongs to whoever has set `busy`.
+struct TileStream::State {
+    State(std::unique_ptr<RowReader> reader, std::vector<TileRect> rects, int wide,
+          const TileTreatment& tileTreatment, FileType fileType, std::size_t threads)
+        : photo(std::move(reader)), tiles(std::move(rects)),
+          tilesWide(static_cast<std::size_t>(wide)), treatment(tileTreatment), type(fileType),
+          mostStrips(2 * threads + 2), progress(tiles.size()) {}
+
+    const std::unique_ptr<RowReader> photo;
+    const std::vector<TileRect> tiles;
+    const std::size_t tilesWide;
+    const TileTreatment treatment;
+    const FileType type;
+    const std::size_t mostStrips;
+
+    int cropLeft = 0;
+    int cropWidth = 0;
+    int cropBottom = 0;
+    int stripRows = 0;
+
+    std::mutex lock;
+    std::condition_variable changed;
+    bool stopping = false;
+    bool decoding = false;
+    int skip = 0;    // rows to pass over before the next are read
+    int nextRow = 0; // of the photo
+    std::deque<Strip> strips;
+    std::vector<Image> spare; // pixels of strips that are gone
+    std::vector<TileProgress> progress;
+    std::size_t firstOpen = 0; // all tiles before it are done
+    std::optional<TileStep> sourceFailure;
+    std::size_t committed = 0;
+
+    TileMailbox finished;
+    std::vector<std::thread> workers;
+
+    void setUp();
+    void work();
+    bool mayDecode() const;
+    std::optional<Piece> nextPiece();
+    Strip* stripWith(int row);
+    Strip newStrip();
+    void decode(std::unique_lock<std::mutex>& guard);
+    void encode(const Piece& piece, std::unique_lock<std::mutex>& guard);
+    void finish(std::size_t tile, EncodedTile result);
+    void failSource(const TileStep& step);
+    void dropUsedStrips();
+};
+
+void TileStream::State::setUp() {
+    int right = 0;
+    cropLeft = tiles.front().left;
+    for (std::size_t i = 0; i < tiles.size(); ++i) {
+        progress[i].nextRow = tiles[i].top;
+        cropLeft = std::min(cropLeft, tiles[i].left);
+        right = std::max(right, tiles[i].right);
+        cropBottom = std::max(cropBottom, tiles[i].bottom);
+    }
+    cropWidth = right - cropLeft + 1;
+    stripRows = stripRowsFor(cropWidth);
+    nextRow = tiles.front().top;
+    skip = nextRow;
+    photo->wantColumns(cropLeft, cropWidth);
+}
+
+// Rows are decoded while there is room for them, and no more than two rows of tiles ahead of what
+// is written.
+bool TileStream::State::mayDecode() const {
+    if (decoding || nextRow > cropBottom || strips.size() >= mostStrips) {
+        return false;
+    }
+    const std::size_t beyond = (committed / tilesWide + 2) * tilesWide;
+    return beyond >= tiles.size() || nextRow < tiles[beyond].top;
+}
+
+Strip* TileStream::State::stripWith(int row) {
+    for (Strip& strip : strips) {
+        if (strip.top <= row && row <= strip.bottom()) {
+            return &strip;
+        }
+    }
+    return nullptr;
+}
+
+// The piece that lies highest in the photo, so that strips become free in their order.
+std::optional<Piece> TileStream::State::nextPiece() {
+    while (firstOpen < tiles.size() && progress[firstOpen].done) {
+        ++firstOpen;
+    }
+    std::optional<Piece> best;
+    for (std::size_t i = firstOpen; i < tiles.size() && tiles[i].top < nextRow; ++i) {
+        const TileProgress& tile = progress[i];
+        if (tile.busy || tile.done || (best && best->top <= tile.nextRow)) {
+            continue;
+        }
+        if (Strip* strip = stripWith(tile.nextRow)) {
+            const int bottom = std::min(strip->bottom(), tiles[i].bottom);
+            best =
+                Piece{i, strip, tile.nextRow, bottom - tile.nextRow + 1, bottom == tiles[i].bottom};
+        }
+    }
+    return best;
+}
+
+Strip TileStream::State::newStrip() {
+    Strip strip;
+    strip.top = nextRow;
+    strip.height = std::min(stripRows, cropBottom - nextRow + 1);
+    if (!spare.empty()) {
+        strip.pixels = std::move(spare.back());
+        spare.pop_back();
+    }
+    return strip;
+}
+
+void TileStream::State::decode(std::unique_lock<std::mutex>& guard) {
+    Strip strip = newStrip();
+    const int pass = std::exchange(skip, 0);
+    decoding = true;
+    guard.unlock();
+    TileStep step;
+    const bool good = attempt(step, TileOutcome::sourceFailed, [&] {
+        if (strip.pixels.empty()) {
+            strip.pixels = Image(cropWidth, stripRows);
+        }
+        photo->skipRows(pass);
+        photo->readRows(strip.pixels.mutableView().cut(0, 0, cropWidth, strip.height));
+    });
+    guard.lock();
+    decoding = false;
+    if (good) {
+        nextRow = strip.bottom() + 1;
+        strips.push_back(std::move(strip));
+        dropUsedStrips();
+    } else {
+        failSource(step);
+    }
+    changed.notify_all();
+}
+
+void TileStream::State::encode(const Piece& piece, std::unique_lock<std::mutex>& guard) {
+    TileProgress& tile = progress[piece.tile];
+    const TileRect& rect = tiles[piece.tile];
+    tile.busy = true;
+    guard.unlock();
+    EncodedTile result;
+    const bool good = attempt(result.step, TileOutcome::compensationFailed, [&] {
+        if (!tile.sink) {
+            tile.sink = openTileSink(rect, treatment, type, photo->colourProfile());
+        }
+        tile.sink->writeRows(piece.strip->pixels.view().cut(
+            rect.left - cropLeft, piece.top - piece.strip->top, rect.width(), piece.height));
+        if (piece.last) {
+            result.bytes = tile.sink->finish();
+        }
+    });
+    guard.lock();
+    tile.busy = false;
+    tile.nextRow = piece.top + piece.height;
+    if (good && !piece.last && sourceFailure) {
+        result.step = *sourceFailure;
+    }
+    if (piece.last || result.step.outcome != TileOutcome::written) {
+        finish(piece.tile, std::move(result));
+    }
+    dropUsedStrips();
+    changed.notify_all();
+}
+
+void TileStream::State::finish(std::size_t tile, EncodedTile result) {
+    progress[tile].done = true;
+    progress[tile].sink.reset();
+    finished.put(tile, std::move(result));
+}
+
+// Rows that are missing are missing to every tile that is not complete above them.
+void TileStream::State::failSource(const TileStep& step) {
+    sourceFailure = step;
+    cropBottom = nextRow - 1; // nothing is decoded any more
+    for (std::size_t i = firstOpen; i < tiles.size(); ++i) {
+        if (!progress[i].done && !progress[i].busy && tiles[i].bottom >= nextRow) {
+            finish(i, {{}, step});
+        }
+    }
+}
+
+// A strip is used up when every tile that is still to be done has come past it.
+void TileStream::State::dropUsedStrips() {
+    while (!strips.empty()) {
+        const int bottom = strips.front().bottom();
+        for (std::size_t i = firstOpen; i < tiles.size() && tiles[i].top <= bottom; ++i) {
+            if (!progress[i].done && progress[i].nextRow <= bottom) {
+                return;
+            }
+        }
+        spare.push_back(std::move(strips.front().pixels));
+        strips.pop_front();
+    }
+}
+
+void TileStream::State::work() {
+    std::unique_lock guard(lock);
+    while (!stopping) {
+        // Decoding goes first: it is what everybody else waits for.
+        if (mayDecode()) {
+            decode(guard);
+        } else if (const std::optional<Piece> piece = nextPiece()) {
+            encode(*piece, guard);
+        } else {
+            changed.wait(guard);
+        }
+    }
+}
+
+TileStream::TileStream(std::unique_ptr<RowReader> photo, std::vector<TileRect> tiles, int tilesWide,
+                       const TileTreatment& treatment, FileType type, int workers) {
+    const std::size_t threads = workerCount(workers);
+    state_ = std::make_unique<State>(std::move(photo), std::move(tiles), tilesWide, treatment, type,
+                                     threads);
+    state_->setUp();
+    for (std::size_t i = 0; i < threads; ++i) {
+        state_->workers.emplace_back([state = state_.get()] { state->work(); });
+    }
+}
+
+TileStream::~TileStream() {
+    {
+        const std::lock_guard guard(state_->lock);
+        state_->stopping = true;
+    }
+    state_->changed.notify_all();
+    for (std::thread& worker : state_->workers) {
+        worker.join();
+    }
+}
+
+bool TileStream::waitReady(std::size_t number, std::chrono::milliseconds time) {
+    return state_->finished.waitReady(number, time);
+}
+
+EncodedTile TileStream::take(std::size_t number) {
+    return state_->finished.take(number);
+}
+
+void TileStream::commit(std::size_t number) {
+    {
+        const std::lock_guard guard(state_->lock);
+        state_->committed = number + 1;
+    }
+    state_->changed.notify_all();
+}
+
+} // namespace veldara
