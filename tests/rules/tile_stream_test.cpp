@@ -1,0 +1,195 @@
+#include "output/tile_run.h"
+#include "output/tile_stream.h"
+#include "platform/error.h"
+
+#include <algorithm>
+#include <atomic>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Image noise(int width, int height) {
+    Image image(width, height);
+    std::uint32_t state = 99;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < 3 * width; ++x) {
+            state = state * 1664525U + 1013904223U;
+            image.row(y)[x] = static_cast<std::uint8_t>(state >> 24U);
+        }
+    }
+    return image;
+}
+
+// Hands out rows of a photo in memory; fails at a row when it is told to.
+class MemoryReader : public RowReader {
+  public:
+    explicit MemoryReader(const Image& photo, int brokenRow = -1)
+        : photo_(photo), brokenRow_(brokenRow), width_(photo.width()) {
+        header_.width = photo.width();
+        header_.height = photo.height();
+    }
+    const ImageHeader& header() const override { return header_; }
+    const ColourProfile& colourProfile() const override { return photo_.colourProfile; }
+    bool streams() const override { return true; }
+    void wantColumns(int left, int width) override {
+        left_ = left;
+        width_ = width;
+    }
+    void skipRows(int count) override { row_ += count; }
+    void readRows(const MutablePixelView& rows) override {
+        EXPECT_EQ(rows.width(), width_);
+        for (int y = 0; y < rows.height(); ++y, ++row_) {
+            if (row_ == brokenRow_) {
+                throw Error("The photo ends here.");
+            }
+            std::copy_n(photo_.row(row_) + 3 * left_, 3 * width_, rows.row(y));
+        }
+    }
+
+  private:
+    const Image& photo_;
+    ImageHeader header_;
+    int brokenRow_;
+    int left_ = 0;
+    int width_;
+    int row_ = 0;
+};
+
+TilePixels whole(const Image& photo, const TileRect& rect) {
+    return {photo.view().cut(rect.left, rect.top, rect.width(), rect.height()), nullptr};
+}
+
+PosterLayout squareTiles(const Image& photo, int wide, int high) {
+    PosterLayout layout;
+    layout.photoWidth = photo.width();
+    layout.photoHeight = photo.height();
+    layout.tilesWide = wide;
+    layout.tilesHigh = high;
+    layout.tileWidthInches = 4;
+    layout.tileHeightInches = 4;
+    return layout;
+}
+
+Bytes expectedFile(const Image& photo, const TileRect& rect, const TileTreatment& treatment,
+                   FileType type) {
+    const TilePixels pixels = whole(photo, rect);
+    return encodeImage(makeTileImage(pixels.view, treatment).view(), type, treatment.resolution,
+                       photo.colourProfile);
+}
+
+TEST(TileStream, makesTheSameFilesAsAWholePhoto) {
+    std::mt19937 random(2026);
+    const auto pick = [&](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    for (int round = 0; round < 150; ++round) {
+        const Image photo = noise(pick(60, 400), pick(60, 700));
+        PosterLayout layout = squareTiles(photo, pick(1, 6), pick(1, 9));
+        layout.zoom = pick(0, 60);
+        layout.horzPos = pick(0, 200);
+        layout.vertPos = pick(0, 200);
+        const std::vector<TileRect> tiles = calcTileCoord(layout);
+        std::optional<EdgeTrims> trims;
+        if (pick(0, 1) == 1) {
+            trims = EdgeTrims{pick(0, 16) / 64.0, pick(0, 16) / 64.0, pick(0, 16) / 64.0,
+                              pick(0, 16) / 64.0};
+        }
+        // Small print widths give many dots per inch, large ones a tile that is resampled.
+        const TileTreatment treatment =
+            tileTreatment(tiles, pick(0, 2) == 0, pick(0, 1) == 1 ? 0.25 : 1.5, trims);
+        const std::array<FileType, 3> types{FileType::bmp, FileType::tiff, FileType::jpeg};
+        const FileType type = types.at(static_cast<std::size_t>(pick(0, 2)));
+
+        TileStream stream(std::make_unique<MemoryReader>(photo), tiles, layout.tilesWide, treatment,
+                          type, pick(1, 4));
+        for (std::size_t i = 0; i < tiles.size(); ++i) {
+            const EncodedTile tile = stream.take(i);
+            ASSERT_EQ(tile.step.outcome, TileOutcome::written) << tile.step.reason;
+            ASSERT_EQ(tile.bytes, expectedFile(photo, tiles[i], treatment, type))
+                << "round " << round << " tile " << i;
+            stream.commit(i);
+        }
+    }
+}
+
+TEST(TileStream, finishesWhatLiesAboveAMissingRow) {
+    const Image photo = noise(64, 640);
+    const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20)); // rows of 32
+    for (const int broken : {0, 1, 100, 351, 352, 639}) {
+        const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
+        TileStream stream(std::make_unique<MemoryReader>(photo, broken), tiles, 2, treatment,
+                          FileType::bmp, 2);
+        std::size_t good = 0;
+        EncodedTile tile = stream.take(0);
+        while (tile.step.outcome == TileOutcome::written) {
+            stream.commit(good++);
+            ASSERT_LT(good, tiles.size());
+            tile = stream.take(good);
+        }
+        EXPECT_EQ(tile.step.outcome, TileOutcome::sourceFailed);
+        EXPECT_EQ(tile.step.reason, "The photo ends here.");
+        // No tile that needs the row is passed off as whole.
+        EXPECT_LE(good, static_cast<std::size_t>(broken / 32 * 2));
+    }
+}
+
+TEST(TileStream, tellsOfATileThatCannotBeMade) {
+    const Image photo = noise(64, 640);
+    const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
+    TileTreatment treatment = tileTreatment(tiles, false, 4, EdgeTrims{});
+    treatment.dotsPerInch = 0;
+    TileStream stream(std::make_unique<MemoryReader>(photo), tiles, 2, treatment, FileType::bmp, 3);
+    EXPECT_EQ(stream.take(0).step.outcome, TileOutcome::compensationFailed);
+}
+
+TEST(TileStream, canBeLeftAtAnyTime) {
+    const Image photo = noise(200, 2000);
+    const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
+    const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
+    for (std::size_t after = 0; after < 6; ++after) {
+        TileStream stream(std::make_unique<MemoryReader>(photo), tiles, 2, treatment,
+                          FileType::tiff, 3);
+        for (std::size_t i = 0; i < after; ++i) {
+            EXPECT_EQ(stream.take(i).step.outcome, TileOutcome::written);
+            stream.commit(i);
+        }
+    }
+}
+
+TEST(TileStream, goesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
+    // Counts the rows that were read before anything was committed.
+    class CountingReader : public MemoryReader {
+      public:
+        CountingReader(const Image& photo, std::atomic<int>& rows)
+            : MemoryReader(photo), rows_(rows) {}
+        void readRows(const MutablePixelView& view) override {
+            MemoryReader::readRows(view);
+            rows_ += view.height();
+        }
+
+      private:
+        std::atomic<int>& rows_;
+    };
+    const Image photo = noise(900, 9000);
+    const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 1, 10)); // rows of 900
+    const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
+    std::atomic<int> rows{0};
+    TileStream stream(std::make_unique<CountingReader>(photo, rows), tiles, 1, treatment,
+                      FileType::bmp, 2);
+    stream.take(1); // both tiles of the first two rows are encoded
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_LE(rows, 1800 + 128);
+    EXPECT_FALSE(stream.waitReady(2, std::chrono::milliseconds(1)));
+    stream.commit(0);
+    stream.commit(1);
+    EXPECT_EQ(stream.take(2).step.outcome, TileOutcome::written);
+}
+
+} // namespace
+} // namespace veldara
