@@ -48,11 +48,11 @@ class BmpDecoder : public PictureDecoder {
     void readStored(const MutablePixelView& rows);
     void readRunLength(const MutablePixelView& rows);
     void convert(const std::uint8_t* stored, std::uint8_t* rgb) const;
-    void convertIndexed(const std::uint8_t* stored, std::uint8_t* rgb) const;
     void convertMasked(const std::uint8_t* stored, std::uint8_t* rgb) const;
 
     ByteSource& source_;
     BmpHeader header_;
+    IndexedPixels indexed_; // of up to eight bits
     std::array<MaskedChannel, 4> channels_;
     std::size_t left_ = 0;
     std::size_t width_ = 0;
@@ -62,10 +62,11 @@ class BmpDecoder : public PictureDecoder {
 };
 
 BmpDecoder::BmpDecoder(ByteSource& source)
-    : source_(source), header_(readBmpHeader(source)), channels_{MaskedChannel(header_.masks[0]),
-                                                                 MaskedChannel(header_.masks[1]),
-                                                                 MaskedChannel(header_.masks[2]),
-                                                                 MaskedChannel(header_.masks[3])},
+    : source_(source), header_(readBmpHeader(source)),
+      indexed_(header_.palette,
+               header_.bitsPerPixel > 8 || header_.runLengthCoded() ? 8 : header_.bitsPerPixel),
+      channels_{MaskedChannel(header_.masks[0]), MaskedChannel(header_.masks[1]),
+                MaskedChannel(header_.masks[2]), MaskedChannel(header_.masks[3])},
       width_(static_cast<std::size_t>(header_.width)) {
     facts_.width = header_.width;
     facts_.height = header_.height;
@@ -78,7 +79,7 @@ ColourProfile BmpDecoder::colourProfile() {
     if (!source_.readFully(header_.profileAt, profile.data(), profile.size())) {
         return {};
     }
-    return profileForRgbRows(profile, header_.greyPalette());
+    return profileForRgbRows(profile, header_.bitsPerPixel <= 8 && indexed_.grey());
 }
 
 void BmpDecoder::wantColumns(int left, int width) {
@@ -100,13 +101,9 @@ void BmpDecoder::readRunLength(const MutablePixelView& rows) {
         indices_ = decodeRunLength(source_, header_);
     }
     for (int y = 0; y < rows.height(); ++y) {
-        const std::uint8_t* indices = &indices_[static_cast<std::size_t>(nextRow_ + y) *
-                                                    static_cast<std::size_t>(header_.width) +
-                                                left_];
-        std::uint8_t* rgb = rows.row(y);
-        for (std::size_t x = 0; x < width_; ++x) {
-            std::copy_n(header_.palette[indices[x]].begin(), 3, rgb + 3 * x);
-        }
+        indexed_.convert(&indices_[static_cast<std::size_t>(nextRow_ + y) *
+                                   static_cast<std::size_t>(header_.width)],
+                         left_, width_, rows.row(y));
     }
 }
 
@@ -137,7 +134,7 @@ void BmpDecoder::readStored(const MutablePixelView& rows) {
 
 void BmpDecoder::convert(const std::uint8_t* stored, std::uint8_t* rgb) const {
     if (header_.bitsPerPixel <= 8) {
-        convertIndexed(stored, rgb);
+        indexed_.convert(stored, left_, width_, rgb);
     } else if (header_.bitsPerPixel != 24) {
         convertMasked(stored, rgb);
     } else {
@@ -147,18 +144,6 @@ void BmpDecoder::convert(const std::uint8_t* stored, std::uint8_t* rgb) const {
             rgb[3 * x + 1] = stored[3 * x + 1];
             rgb[3 * x + 2] = stored[3 * x];
         }
-    }
-}
-
-void BmpDecoder::convertIndexed(const std::uint8_t* stored, std::uint8_t* rgb) const {
-    const unsigned bits = header_.bitsPerPixel;
-    const unsigned perByte = 8 / bits;
-    const unsigned mask = (1U << bits) - 1;
-    for (std::size_t i = 0; i < width_; ++i) {
-        const std::size_t x = left_ + i;
-        const auto shift = static_cast<unsigned>(8 - bits - bits * (x % perByte));
-        const unsigned index = stored[x / perByte] >> shift & mask;
-        std::copy_n(header_.palette[index].begin(), 3, rgb + 3 * i);
     }
 }
 

@@ -173,12 +173,6 @@ void readProfilePlace(BmpHeader& header, const InfoHeader& info, std::uint64_t f
 
 } // namespace
 
-bool BmpHeader::greyPalette() const {
-    return bitsPerPixel <= 8 && std::all_of(palette.begin(), palette.end(), [](const auto& entry) {
-               return entry[0] == entry[1] && entry[1] == entry[2];
-           });
-}
-
 BmpHeader readBmpHeader(ByteSource& source) {
     std::array<std::uint8_t, bmp::fileHeaderSize + 4> start{};
     if (!source.readFully(0, start.data(), start.size())) {

@@ -3,6 +3,7 @@
 
 #include "platform/image/byte_source.h"
 #include "platform/image/image.h"
+#include "platform/image/indexed_pixels.h"
 
 #include <array>
 #include <cstdint>
@@ -19,12 +20,11 @@ struct BmpHeader {
     std::uint64_t pixelsAt = 0;           // position of the first stored row in the file
     std::uint64_t storedRowSize = 0;      // bytes, with the padding; of the uncompressed kinds
     std::array<std::uint32_t, 4> masks{}; // red, green, blue, alpha; of 16 and 32 bits
-    std::array<std::array<std::uint8_t, 3>, 256> palette{}; // RGB; black where the file has none
+    Palette palette{};                    // black where the file has no colour
     std::uint64_t profileAt = 0;
     std::uint32_t profileSize = 0; // 0: no profile in the file
 
     bool runLengthCoded() const { return compression == 1 || compression == 2; }
-    bool greyPalette() const;
 };
 
 // Throws Error with the bare reason when it is damaged, of an unsupported kind, or promises more

@@ -26,7 +26,7 @@ bool liesWithin(int left, int top, int width, int height, int outerWidth, int ou
                 std::to_string(outerHeight) + " pixels.");
 }
 
-std::unique_ptr<std::uint8_t[]> takePixels(int width, int height) {
+PixelMemory takePixels(int width, int height) {
     if (width <= 0 || height <= 0) {
         throw Error("A picture cannot be " + std::to_string(width) + " x " +
                     std::to_string(height) + " pixels.");
@@ -37,7 +37,7 @@ std::unique_ptr<std::uint8_t[]> takePixels(int width, int height) {
         if (bytes > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max())) {
             throw std::bad_alloc();
         }
-        return std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(bytes));
+        return takePixelMemory(static_cast<std::size_t>(bytes));
     } catch (const std::bad_alloc&) {
         throw Error("There is not enough memory for a picture of " + std::to_string(width) + " x " +
                     std::to_string(height) + " pixels.");

@@ -1,9 +1,10 @@
 // A picture in memory: 8-bit RGB, row 0 at the top, rows contiguous; and views of rectangles of it.
 #pragma once
 
+#include "platform/image/pixel_memory.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace veldara {
@@ -94,7 +95,7 @@ class Image {
 
     int width_ = 0;
     int height_ = 0;
-    std::unique_ptr<std::uint8_t[]> pixels_;
+    PixelMemory pixels_;
 };
 
 } // namespace veldara

@@ -31,7 +31,7 @@ std::uint64_t freeOfMachine() {
     std::string unit;
     while (table >> name >> kilobytes) {
         std::getline(table, unit);
-        if (name == "MemAvailable:" || name == "SwapFree:") {
+        if (name == "MemAvailable:") {
             return kilobytes * 1024;
         }
     }
@@ -51,14 +51,23 @@ std::uint64_t freeOfProcess() {
     return limit.rlim_cur > used ? limit.rlim_cur - used : 0;
 }
 
-// What is left to the group of processes that a container is.
+// What is left to the group of processes that a container is. Cached files count as used there,
+// but give way.
 std::uint64_t freeOfContainer() {
     std::ifstream limitFile("/sys/fs/cgroup/memory.max");
     std::ifstream usedFile("/sys/fs/cgroup/memory.current");
+    std::ifstream statistics("/sys/fs/cgroup/memory.stat");
     std::uint64_t limit = 0;
     std::uint64_t used = 0;
     if (!(limitFile >> limit) || !(usedFile >> used)) {
         return unlimited;
+    }
+    std::string name;
+    std::uint64_t bytes = 0;
+    while (statistics >> name >> bytes) {
+        if (name == "inactive_file" || name == "active_file") {
+            used -= std::min(used, bytes);
+        }
     }
     return limit > used ? limit - used : 0;
 }

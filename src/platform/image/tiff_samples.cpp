@@ -63,9 +63,8 @@ void TiffSamples::fillPalette(TIFF* tiff) {
                 wide ? eightBits(channels[c][i]) : static_cast<std::uint8_t>(channels[c][i]);
         }
     }
-    grey_ = std::all_of(palette_.begin(), palette_.end(), [](const auto& entry) {
-        return entry[0] == entry[1] && entry[1] == entry[2];
-    });
+    indexed_ = IndexedPixels(palette_, layout_.bits);
+    grey_ = indexed_.grey();
 }
 
 void TiffSamples::fillGreyLevels() {
@@ -78,6 +77,7 @@ void TiffSamples::fillGreyLevels() {
         palette_[i].fill(static_cast<std::uint8_t>(
             layout_.photometric == PHOTOMETRIC_MINISWHITE ? 255 - level : level));
     }
+    indexed_ = IndexedPixels(palette_, layout_.bits);
 }
 
 void TiffSamples::readChromaRange(TIFF* tiff) {
@@ -111,7 +111,7 @@ void TiffSamples::convert(std::span<const std::uint8_t* const> planes, std::size
         std::memcpy(rgb, planes[0] + 3 * first, 3 * count);
     } else if (layout_.colours == 1 && layout_.alpha == TiffAlpha::none && layout_.bits <= 8 &&
                (layout_.samples == 1 || planes.size() > 1)) {
-        convertIndexed(planes[0], first, count, rgb);
+        indexed_.convert(planes[0], first, count, rgb);
     } else {
         convertRgbOrGrey(planes, first, count, rgb);
     }
@@ -127,18 +127,6 @@ unsigned TiffSamples::sample16(std::span<const std::uint8_t* const> planes, std:
     std::uint16_t value = 0; // in the machine's byte order: the library has swapped it
     std::memcpy(&value, plane + 2 * index, 2);
     return value;
-}
-
-void TiffSamples::convertIndexed(const std::uint8_t* row, std::size_t first, std::size_t count,
-                                 std::uint8_t* rgb) const {
-    const unsigned bits = layout_.bits;
-    const unsigned perByte = 8 / bits;
-    const unsigned mask = (1U << bits) - 1;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t x = first + i;
-        const auto shift = static_cast<unsigned>(8 - bits - bits * (x % perByte));
-        std::memcpy(rgb + 3 * i, palette_[row[x / perByte] >> shift & mask].data(), 3);
-    }
 }
 
 void TiffSamples::convertRgbOrGrey(std::span<const std::uint8_t* const> planes, std::size_t first,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/image/colour.h"
+#include "platform/image/indexed_pixels.h"
 #include "platform/image/tiff_layout.h"
 
 #include <array>
@@ -32,8 +33,6 @@ class TiffSamples {
     void readChromaRange(TIFF* tiff);
     unsigned sample16(std::span<const std::uint8_t* const> planes, std::size_t pixel,
                       unsigned sample) const;
-    void convertIndexed(const std::uint8_t* row, std::size_t first, std::size_t count,
-                        std::uint8_t* rgb) const;
     void convertRgbOrGrey(std::span<const std::uint8_t* const> planes, std::size_t first,
                           std::size_t count, std::uint8_t* rgb) const;
     void convertInks(std::span<const std::uint8_t* const> planes, std::size_t first,
@@ -44,7 +43,8 @@ class TiffSamples {
 
     TiffLayout layout_;
     bool grey_ = false;
-    std::array<std::array<std::uint8_t, 3>, 256> palette_{};
+    Palette palette_{};
+    IndexedPixels indexed_;
     std::optional<CmykToRgb> inks_;
     std::vector<std::uint8_t> inkRow_;
     std::array<float, 3> luma_{};
