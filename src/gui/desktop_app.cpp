@@ -43,7 +43,7 @@ int DesktopApp::OnExit() {
 bool DesktopApp::OnExceptionInMainLoop() {
     const std::string sentence = currentSentence();
     if (program_) {
-        WxDialogs dialogs([this] { return program_->screen().frontWindow(); });
+        WxDialogs dialogs([this] { return program_->screen().dialogParent(); });
         dialogs.showMessage({sentence, "Error", MessageIcon::critical, MessageButtons::ok});
     } else {
         std::cerr << "veldara: " << sentence << '\n';

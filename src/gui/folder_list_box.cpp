@@ -70,9 +70,9 @@ void FolderListBox::showEntries(const std::vector<FolderList::Entry>& entries, i
 }
 
 int FolderListBox::indexOf(const std::string& name) const {
-    const auto found = std::find_if(
-        entries_.begin(), entries_.end(),
-        [&](const FolderList::Entry& entry) { return entry.name == name; });
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(),
+                     [&](const FolderList::Entry& entry) { return entry.name == name; });
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 

@@ -33,6 +33,7 @@ wxString nativeText(const std::string& utf8) {
     if (text.empty() && !utf8.empty()) {
         return shownByteByByte(utf8);
     }
+    text.Replace("\r\n", "\n"); // the toolkit's line end everywhere
     return text;
 }
 

@@ -125,12 +125,13 @@ void PictureBox::bindMouse() {
 void PictureBox::bindKeyboard() {
     Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         const int key = event.GetKeyCode();
+        if (key == WXK_TAB && !event.ControlDown() && !event.AltDown()) {
+            Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                                       : wxNavigationKeyEvent::IsForward);
+            return;
+        }
         if (!isArrow(key) || event.HasAnyModifiers()) {
             event.Skip();
-            if (key == WXK_TAB) {
-                Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
-                                           : wxNavigationKeyEvent::IsForward);
-            }
             return;
         }
         if (key != arrowKey_ && onArrowDown) { // the keyboard repeats a key that is held

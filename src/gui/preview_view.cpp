@@ -32,7 +32,6 @@ PreviewView::PreviewView(frmPreview& model, wxWindow* parent)
     native().SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     picture_ = bind().placedPicture(&native(), model_.picPreview, "picPreview");
     close_ = bind().button(&native(), model_.cmdClose, "cmdClose", 'C');
-    close_->SetFocus();
     closeOnEscape();
     const wxRect area = wxDisplay(parent).GetClientArea();
     native().SetSize(area);
@@ -43,6 +42,7 @@ PreviewView::PreviewView(frmPreview& model, wxWindow* parent)
 }
 
 void PreviewView::shown() {
+    close_->SetFocus();
     tellSize();
 }
 

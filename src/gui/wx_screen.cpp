@@ -104,6 +104,12 @@ wxWindow* WxScreen::frontWindow() const {
     return shown_.empty() ? nullptr : &shown_.back().view->native();
 }
 
+wxWindow* WxScreen::dialogParent() const {
+    const auto found = std::find_if(shown_.rbegin(), shown_.rend(),
+                                    [](const Shown& one) { return !one.kind->blocksParent; });
+    return found == shown_.rend() ? nullptr : &found->view->native();
+}
+
 wxTopLevelWindow* WxScreen::nativeOf(const Window& window) const {
     for (const Shown& one : shown_) {
         if (one.window == &window) {

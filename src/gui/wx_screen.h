@@ -24,8 +24,9 @@ class WxScreen : public Screen {
     // Takes all windows down without a word to their models, which may go afterwards.
     void clear();
 
-    // The window that stands in front, for dialogs of the system; null when there is none.
-    wxWindow* frontWindow() const;
+    // The window that a dialog of the system stands before; null when there is none. A progress
+    // window is none of them: it may go while the dialog is still open.
+    wxWindow* dialogParent() const;
     // The native window of a shown model, null when it is not shown.
     wxTopLevelWindow* nativeOf(const Window& window) const;
 
@@ -41,6 +42,7 @@ class WxScreen : public Screen {
     };
 
     std::shared_ptr<View> bringUp(Window& window, bool modal);
+    wxWindow* frontWindow() const;
     static void takeDown(const Shown& gone);
     void end();
 

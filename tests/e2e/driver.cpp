@@ -3,9 +3,12 @@
 #include "gui/folder_list_box.h"
 #include "gui/native_text.h"
 
+#include <thread>
+
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/combobox.h>
+#include <wx/control.h>
 #include <wx/frame.h>
 #include <wx/listbox.h>
 #include <wx/menu.h>
@@ -13,8 +16,6 @@
 #include <wx/slider.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
-
-#include <thread>
 
 namespace veldara::test {
 
@@ -44,7 +45,8 @@ wxString valueOf(wxWindow& widget) {
     if (const auto* list = dynamic_cast<const wxItemContainerImmutable*>(&widget)) {
         return list->GetStringSelection();
     }
-    return widget.GetLabelText();
+    const auto* control = dynamic_cast<const wxControl*>(&widget);
+    return control == nullptr ? widget.GetLabel() : control->GetLabelText();
 }
 
 } // namespace
@@ -102,6 +104,14 @@ bool Driver::hasFocus(const std::string& windowName, const std::string& name) {
     });
 }
 
+std::string Driver::focused() {
+    return onWindowThread([] {
+        const wxWindow* found = wxWindow::FindFocus();
+        const bool isList = found == nullptr || dynamic_cast<const wxChoice*>(found) != nullptr;
+        return isList ? std::string("(list)") : portableText(found->GetName());
+    });
+}
+
 void Driver::waitForWindow(const std::string& name) {
     waitUntil("the window \"" + name + "\" is up", [&] { return window(name) != nullptr; });
     settle();
@@ -114,9 +124,8 @@ void Driver::waitForWindowToGo(const std::string& name) {
 }
 
 std::string Driver::text(const std::string& windowName, const std::string& name) {
-    return onWindowThread([&] {
-        return portableText(valueOf(as<wxWindow>(widget(windowName, name), name)));
-    });
+    return onWindowThread(
+        [&] { return portableText(valueOf(as<wxWindow>(widget(windowName, name), name))); });
 }
 
 std::string Driver::title(const std::string& windowName) {
@@ -228,20 +237,21 @@ void Driver::clickMenu(const std::string& windowName, int menu, int entry) {
 
 void Driver::clickListEntry(const std::string& windowName, const std::string& name,
                             const std::string& entry) {
-    waitUntil("\"" + name + "\" lists \"" + entry + "\"", [&] {
-        const auto* list = dynamic_cast<wxListBox*>(widget(windowName, name));
-        return list != nullptr && list->FindString(nativeText(entry), true) != wxNOT_FOUND;
-    });
-    const wxPoint at = onWindowThread([&] {
-        auto& list = as<wxListBox>(widget(windowName, name), name);
-        const int index = list.FindString(nativeText(entry), true);
-        list.EnsureVisible(index);
-        for (int y = 1; y < list.GetClientSize().y; y += 3) {
-            if (list.HitTest(wxPoint(12, y)) == index) {
-                return wxPoint(12, y + 5);
+    wxPoint at;
+    waitUntil("\"" + name + "\" shows \"" + entry + "\"", [&] {
+        auto* list = dynamic_cast<wxListBox*>(widget(windowName, name));
+        const int index = list == nullptr ? wxNOT_FOUND : list->FindString(nativeText(entry), true);
+        if (index == wxNOT_FOUND) {
+            return false;
+        }
+        list->EnsureVisible(index);
+        for (int y = 1; y < list->GetClientSize().y; y += 3) {
+            if (list->HitTest(wxPoint(12, y)) == index) {
+                at = wxPoint(12, y + 5);
+                return true;
             }
         }
-        throw DriverError("The entry \"" + entry + "\" is not in sight.");
+        return false; // filled, but not yet laid out
     });
     clickAt(windowName, name, at);
 }
@@ -273,8 +283,8 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
 void Driver::choose(const std::string& windowName, const std::string& name, int entry) {
     click(windowName, name);
     pause(std::chrono::milliseconds(150));
-    const int now = onWindowThread(
-        [&] { return as<wxChoice>(widget(windowName, name), name).GetSelection(); });
+    const int now =
+        onWindowThread([&] { return as<wxChoice>(widget(windowName, name), name).GetSelection(); });
     for (int i = now; i < entry; ++i) {
         key(WXK_DOWN);
     }
@@ -343,34 +353,18 @@ void Driver::retype(const std::string& text) {
 double Driver::timeToOpenByClick(const std::string& windowName, const std::string& button) {
     const wxSize size = sizeOf("frmMain", button);
     const wxPoint at = screenPoint("frmMain", button, {size.x / 2, size.y / 2});
-    lastClick_ = at;
-    lastClickTime_ = Clock::now();
-    return timeToOpen(
-        windowName,
-        [&] {
-            onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
-            pause(doubleClickTime);
-        },
-        [] { wxUIActionSimulator().MouseClick(); });
-}
-
-double Driver::timeToOpenByKey(const std::string& windowName, int keyCode, int modifiers) {
-    return timeToOpen(
-        windowName, [] {}, [=] { wxUIActionSimulator().Char(keyCode, modifiers); });
-}
-
-double Driver::timeToOpen(const std::string& windowName, const std::function<void()>& pointOut,
-                          const std::function<void()>& act) {
-    pointOut();
+    onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
+    pause(doubleClickTime);
     const Clock::time_point start = Clock::now();
-    onWindowThread(act);
-    const Clock::time_point end = start + std::chrono::seconds(10);
+    onWindowThread([] { wxUIActionSimulator().MouseClick(); });
     while (!isShown(windowName)) {
-        if (Clock::now() > end) {
+        if (Clock::now() > start + std::chrono::seconds(10)) {
             throw DriverError("The window \"" + windowName + "\" does not come up.");
         }
     }
     const double time = Milliseconds(Clock::now() - start).count();
+    lastClick_ = at;
+    lastClickTime_ = Clock::now();
     waitForWindow(windowName);
     return time;
 }

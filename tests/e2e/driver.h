@@ -5,10 +5,6 @@
 
 #include "platform/dialogs.h"
 
-#include <wx/app.h>
-#include <wx/gdicmn.h>
-#include <wx/toplevel.h>
-
 #include <chrono>
 #include <functional>
 #include <future>
@@ -16,6 +12,10 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+
+#include <wx/app.h>
+#include <wx/gdicmn.h>
+#include <wx/toplevel.h>
 
 namespace veldara::test {
 
@@ -47,14 +47,17 @@ class Driver {
                    std::chrono::milliseconds time = std::chrono::seconds(20));
     void pause(std::chrono::milliseconds time);
 
-    // Windows and their widgets by name ("frmMain", "cmdSaveNow"); called on the window thread only.
-    // Null where there is none that is shown.
+    // Windows and their widgets by name ("frmMain", "cmdSaveNow"); called on the window thread
+    // only. Null where there is none that is shown.
     static wxTopLevelWindow* window(const std::string& name);
     static wxWindow* widget(const std::string& window, const std::string& name);
 
     bool isShown(const std::string& window);
     bool isEnabled(const std::string& window, const std::string& name);
     bool hasFocus(const std::string& window, const std::string& name);
+    // The name of the widget that has the keyboard; "(list)" for a drop-down list, whose focus some
+    // desktops keep to themselves.
+    std::string focused();
     void waitForWindow(const std::string& name);
     void waitForWindowToGo(const std::string& name);
     // The label or the value of a widget; the chosen entry's text of a list.
@@ -69,7 +72,8 @@ class Driver {
     void press(const std::string& window, const std::string& name, wxPoint inWidget,
                std::chrono::milliseconds held);
     void clickMenu(const std::string& window, int menu, int entry);
-    void clickListEntry(const std::string& window, const std::string& name, const std::string& entry);
+    void clickListEntry(const std::string& window, const std::string& name,
+                        const std::string& entry);
     void openFolderEntry(const std::string& window, const std::string& name,
                          const std::string& folder);
     // Opens the drop-down list with the mouse and goes to the entry.
@@ -91,13 +95,11 @@ class Driver {
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
 
-    // Milliseconds from the act until the window is up and answers.
+    // Milliseconds from a click on a button of the main window until the other window is up and
+    // answers.
     double timeToOpenByClick(const std::string& window, const std::string& button);
-    double timeToOpenByKey(const std::string& window, int keyCode, int modifiers);
 
   private:
-    double timeToOpen(const std::string& window, const std::function<void()>& pointOut,
-                      const std::function<void()>& act);
     wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
     void clickScreen(wxPoint at);
     void settle();

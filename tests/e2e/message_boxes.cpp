@@ -3,6 +3,8 @@
 
 #ifndef __WXMSW__
 
+#include <algorithm>
+
 #include <wx/defs.h>
 
 namespace veldara::test {
@@ -27,7 +29,9 @@ std::string buttonName(Answer answer) {
 
 std::string Driver::waitForMessage() {
     waitForWindow("message");
-    return text("message", "text");
+    std::string words = text("message", "text");
+    std::replace(words.begin(), words.end(), '\n', ' '); // it is wrapped at blanks
+    return words;
 }
 
 void Driver::answerByMouse(Answer answer) {

@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Starts the real program in the display at hand, waits for its main window, takes a picture of it,
+# closes it, and sees that it ended well.
+#
+#   smoke_test.sh PROGRAM [PICTURE]
+set -euo pipefail
+
+program="$1"
+home="$(mktemp -d)"
+picture="${2:-$home/main.png}"
+trap 'rm -rf "$home"' EXIT
+export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share"
+mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$home/Desktop" "$home/Documents"
+
+"$program" &
+pid=$!
+window="$(timeout 30 xdotool search --sync --onlyvisible --pid "$pid" --name '^Veldara v1\.20$' | head -n 1)"
+sleep 1
+import -window "$window" "$picture"
+colours="$(identify -format '%k' "$picture")"
+if ((colours < 50)); then
+  echo "smoke_test: the window is empty ($colours colours)" >&2
+  exit 1
+fi
+timeout 10 xdotool windowactivate --sync "$window"
+xdotool key alt+F4 # goes to the window manager, as a person's key press does
+for _ in $(seq 100); do
+  kill -0 "$pid" 2>/dev/null || break
+  sleep 0.1
+done
+if kill -0 "$pid" 2>/dev/null; then
+  echo "smoke_test: the program does not close" >&2
+  kill "$pid"
+  exit 1
+fi
+wait "$pid"
+# Closing the window has stored the settings.
+grep -q 'prefs_numTiles' -r "$XDG_CONFIG_HOME"
+echo "smoke_test: the program came up ($colours colours), closed, and stored its settings"

@@ -1,0 +1,125 @@
+// Finding a photo, with the mouse and with the keyboard alone.
+#include "e2e/stage.h"
+#include "e2e/test_photos.h"
+
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veldara::test {
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Browsing, FolderAndPhotoArePickedByClicking) {
+    Stage stage;
+    stage.home().addFolder("photos/summer");
+    writeBitmap(stage.photos() / "summer" / "lake.bmp", 300, 200, smoothColour);
+    stage.start();
+    Driver& user = stage.user();
+    EXPECT_EQ(user.title("frmMain"), "Veldara v1.20");
+    EXPECT_FALSE(user.isEnabled("frmMain", "cmdSaveNow"));
+    EXPECT_FALSE(user.isEnabled("frmMain", "cmdLargePreview"));
+
+    user.openFolderEntry("frmMain", "Dir1", "summer");
+    stage.pickPhoto("lake.bmp");
+
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdLargePreview"));
+    EXPECT_EQ(user.text("frmMain", "lblMPixVal"), "0.06");
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lImgWidth; }), 300);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lImgHeight; }), 200);
+    EXPECT_EQ(stage.stored("last_folder"), stage.home() / "photos/summer");
+}
+
+TEST(Browsing, TheListShowsTheWayBackUp) {
+    Stage stage;
+    stage.home().addFolder("photos/summer/beach");
+    stage.start();
+    Driver& user = stage.user();
+    user.openFolderEntry("frmMain", "Dir1", "summer");
+    user.openFolderEntry("frmMain", "Dir1", "photos");
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }), stage.home() / "photos");
+}
+
+TEST(Browsing, PhotoIsPickedByKeyboardAlone) {
+    Stage stage;
+    writeBitmap(stage.photos() / "a.bmp", 60, 40, smoothColour);
+    writeBitmap(stage.photos() / "b.bmp", 90, 30, smoothColour);
+    stage.start();
+    Driver& user = stage.user();
+    user.key('C', wxMOD_ALT);
+    EXPECT_TRUE(user.hasFocus("frmMain", "lstFiles"));
+    user.key(WXK_HOME);
+    user.key(WXK_DOWN);
+    user.waitUntil("the second photo is loaded", [&] { return true; });
+    user.waitUntil("a photo is shown",
+                   [&] { return Driver::widget("frmMain", "cmdSaveNow")->IsEnabled(); });
+    user.pause(std::chrono::milliseconds(300));
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.selectedText(); }),
+              user.text("frmMain", "lstFiles"));
+    EXPECT_TRUE(stage.ask([](frmMain& main) { return main.bImgSelected; }));
+}
+
+TEST(Browsing, FolderIsOpenedByKeyboardAlone) {
+    Stage stage;
+    stage.home().addFolder("photos/summer");
+    stage.start();
+    Driver& user = stage.user();
+    user.onWindowThread([] { Driver::widget("frmMain", "Dir1")->SetFocus(); });
+    user.key(WXK_DOWN);
+    user.key(WXK_RETURN);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }),
+              stage.home() / "photos/summer");
+    user.key(WXK_BACK);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }), stage.home() / "photos");
+}
+
+TEST(Browsing, BrokenPhotoIsReportedAndTheWindowStaysUsable) {
+    Stage stage;
+    std::ofstream(stage.photos() / "broken.jpg") << "this is no photo";
+    writeBitmap(stage.photos() / "good.bmp", 60, 40, smoothColour);
+    stage.start();
+    Driver& user = stage.user();
+    user.clickListEntry("frmMain", "lstFiles", "broken.jpg");
+    EXPECT_THAT(user.waitForMessage(), HasSubstr("broken.jpg"));
+    user.answerByMouse(Answer::ok);
+    EXPECT_FALSE(user.isEnabled("frmMain", "cmdSaveNow"));
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.picCur.drawing(); }), Drawing::error);
+
+    stage.pickPhoto("good.bmp");
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+}
+
+TEST(Browsing, DesktopAndDocumentsButtonsGoThere) {
+    Stage stage;
+    stage.start();
+    Driver& user = stage.user();
+    const std::string start = stage.ask([](frmMain& main) { return main.Dir1.path(); });
+    user.click("frmMain", "cmdDesktop");
+    const std::string desktop = stage.ask([](frmMain& main) { return main.Dir1.path(); });
+    EXPECT_NE(desktop, start);
+    user.click("frmMain", "cmdMyDoc");
+    const std::string documents = stage.ask([](frmMain& main) { return main.Dir1.path(); });
+    EXPECT_NE(documents, start);
+    EXPECT_NE(documents, desktop);
+}
+
+TEST(Browsing, FilterIsChosenInTheDropDownList) {
+    Stage stage;
+    writeBitmap(stage.photos() / "a.bmp", 60, 40, smoothColour);
+    stage.home().addFile("photos/notes.text", "words");
+    stage.start();
+    Driver& user = stage.user();
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.count(); }), 1);
+    user.choose("frmMain", "cmbFileType", 1);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.count(); }), 0);
+    user.choose("frmMain", "cmbFileType", 4);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.count(); }), 2);
+}
+
+} // namespace
+
+} // namespace veldara::test

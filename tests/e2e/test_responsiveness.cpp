@@ -1,0 +1,116 @@
+// How long the window is without an answer while it loads, redraws and saves a 24-megapixel photo.
+// The figures are printed; what they should be depends on the machine.
+#include "e2e/stage.h"
+#include "e2e/test_photos.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include <gtest/gtest.h>
+#include <wx/timer.h>
+
+namespace veldara::test {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A timer of the window thread that notes the longest time between two of its ticks.
+class Heartbeat : public wxTimer {
+  public:
+    void Notify() override {
+        const Clock::time_point now = Clock::now();
+        longest_ = std::max(longest_, Milliseconds(now - last_).count());
+        last_ = now;
+        ++beats_;
+    }
+
+    void begin() {
+        last_ = Clock::now();
+        longest_ = 0;
+        beats_ = 0;
+        Start(5);
+    }
+
+    double end() {
+        Notify();
+        Stop();
+        return longest_;
+    }
+
+    int beats() const { return beats_; }
+
+  private:
+    Clock::time_point last_;
+    double longest_ = 0;
+    int beats_ = 0;
+};
+
+class Measured {
+  public:
+    explicit Measured(Driver& user) : user_(user) {
+        user_.onWindowThread([this] { heartbeat_ = std::make_unique<Heartbeat>(); });
+    }
+    ~Measured() {
+        user_.onWindowThread([this] { heartbeat_.reset(); });
+    }
+
+    template <typename Act>
+    void run(const std::string& what, Act act) {
+        user_.onWindowThread([this] { heartbeat_->begin(); });
+        act();
+        const double longest = user_.onWindowThread([this] { return heartbeat_->end(); });
+        beats = heartbeat_->beats();
+        std::cout << "longest gap while " << what << ": " << longest << " ms (" << beats
+                  << " beats)\n";
+    }
+
+    int beats = 0;
+
+  private:
+    Driver& user_;
+    std::unique_ptr<Heartbeat> heartbeat_;
+};
+
+TEST(Responsiveness, WindowLivesWhileA24MegapixelPhotoIsWorkedOn) {
+    Stage stage;
+    writeJpeg(stage.photos() / "large.jpg", 6000, 4000);
+    stage.store("paperRegLine", letterLine);
+    stage.store("prefs_numTiles", "w02h01");
+    stage.start();
+    Driver& user = stage.user();
+    Measured measured(user);
+
+    measured.run("loading", [&] { stage.pickPhoto("large.jpg"); });
+    EXPECT_GT(measured.beats, 5);
+
+    const wxSize box = user.sizeOf("frmMain", "picCur");
+    measured.run("dragging the crop", [&] {
+        user.drag("frmMain", "picCur", {box.x / 2, box.y / 2}, {box.x / 2 + 60, box.y / 2});
+        user.drag("frmMain", "picCur", {box.x / 2, box.y / 2}, {box.x / 2 - 90, box.y / 2});
+    });
+    measured.run("zooming", [&] { user.dragSlider("frmMain", "scrZoom", 100); });
+    measured.run("turning the photo", [&] {
+        user.choose("frmMain", "cmbRotate", 3);
+        user.pause(std::chrono::milliseconds(800));
+    });
+    measured.run("opening the full-screen preview", [&] {
+        user.click("frmMain", "cmdLargePreview");
+        user.waitForWindow("frmPreview");
+        user.pause(std::chrono::milliseconds(800));
+        user.key(WXK_ESCAPE);
+        user.waitForWindowToGo("frmPreview");
+    });
+    measured.run("saving", [&] {
+        user.click("frmMain", "cmdSaveNow");
+        user.click("frmSaveTiles", "cmdSaveNow");
+        user.waitForWindow("frmSimpleMsg");
+    });
+    EXPECT_GT(measured.beats, 5);
+    user.click("frmSimpleMsg", "cmdOk");
+    user.waitForWindowToGo("frmSimpleMsg");
+}
+
+} // namespace
+
+} // namespace veldara::test

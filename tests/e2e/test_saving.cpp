@@ -1,0 +1,242 @@
+// The whole way from a photo to the tile files, which other readers than the program's own read.
+#include "e2e/stage.h"
+#include "e2e/test_photos.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veldara::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr int side = 1080; // of the square photo; three tiles wide and two high use all of it
+constexpr int tileWidth = side / 3;
+constexpr int tileHeight = side / 2;
+
+class Poster {
+  public:
+    explicit Poster(Painter painter) {
+        writeBitmap(stage.photos() / "square.bmp", side, side, painter);
+        stage.store("paperRegLine", letterLine);
+        stage.store("prefs_numTiles", "w02h01");
+        stage.start();
+        stage.pickPhoto("square.bmp");
+    }
+
+    fs::path folder() const { return stage.photos() / "square_poster_images"; }
+
+    fs::path tile(int number, const std::string& ending) const {
+        return folder() / ("square00" + std::to_string(number) + ending);
+    }
+
+    std::size_t fileCount() const {
+        return fs::exists(folder())
+                   ? static_cast<std::size_t>(
+                         std::distance(fs::directory_iterator(folder()), fs::directory_iterator()))
+                   : 0;
+    }
+
+    void openSaveDialog() {
+        user.click("frmMain", "cmdSaveNow");
+        user.waitForWindow("frmSaveTiles");
+    }
+
+    void save() { user.click("frmSaveTiles", "cmdSaveNow"); }
+
+    void acceptResult() {
+        user.waitForWindow("frmSimpleMsg");
+        user.click("frmSimpleMsg", "cmdOk");
+        user.waitForWindowToGo("frmSimpleMsg");
+    }
+
+    mutable Stage stage;
+    Driver& user = stage.user();
+};
+
+void expectTile(const fs::path& file, int left, int top, Painter painter, int tolerance) {
+    const ReadPicture picture = readPicture(file);
+    ASSERT_EQ(picture.width, tileWidth) << file;
+    ASSERT_EQ(picture.height, tileHeight) << file;
+    EXPECT_NEAR(picture.dotsPerInch, tileWidth / 6.0, 0.5) << file;
+    int worst = 0;
+    for (int y = 0; y < tileHeight; ++y) {
+        for (int x = 0; x < tileWidth; ++x) {
+            const Colour expected = painter(left + x, top + y);
+            const Colour found = picture.at(x, y);
+            for (std::size_t channel = 0; channel < 3; ++channel) {
+                worst = std::max(worst, std::abs(expected[channel] - found[channel]));
+            }
+        }
+    }
+    EXPECT_LE(worst, tolerance) << file;
+}
+
+void expectPoster(const Poster& poster, const std::string& ending, Painter painter, int tolerance) {
+    EXPECT_EQ(poster.fileCount(), 6U);
+    for (int i = 0; i < 6; ++i) {
+        expectTile(poster.tile(i + 1, ending), i % 3 * tileWidth, i / 3 * tileHeight, painter,
+                   tolerance);
+    }
+}
+
+struct PhotoRectangle {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
+// Where a tile was cut from the photo whose colours say their places; the tile is as large as that.
+PhotoRectangle rectangleOf(const ReadPicture& tile) {
+    const auto column = [](const Colour& colour) { return colour[0] + (colour[2] & 15) * 256; };
+    const auto row = [](const Colour& colour) { return colour[1] + (colour[2] >> 4) * 256; };
+    const Colour first = tile.at(0, 0);
+    const Colour last = tile.at(tile.width - 1, tile.height - 1);
+    const PhotoRectangle place{column(first), row(first), column(last), row(last)};
+    EXPECT_EQ(place.right - place.left + 1, tile.width);
+    EXPECT_EQ(place.bottom - place.top + 1, tile.height);
+    return place;
+}
+
+TEST(Saving, BitmapTilesHoldThePhotosOwnPixels) {
+    Poster poster(placeColour);
+    poster.openSaveDialog();
+    EXPECT_EQ(poster.user.title("frmSaveTiles"), "Save Image Tiles");
+    EXPECT_EQ(poster.user.text("frmSaveTiles", "txtNewFolderName"), "square_poster_images");
+    EXPECT_EQ(poster.user.text("frmSaveTiles", "txtBaseFileName"), "square");
+    EXPECT_TRUE(poster.user.isChecked("frmSaveTiles", "opbBmp"));
+    poster.save();
+    poster.user.waitForWindow("frmSimpleMsg");
+    EXPECT_EQ(poster.user.text("frmSimpleMsg", "lblTitle"), "Images Saved Successfully");
+    poster.acceptResult();
+    EXPECT_FALSE(poster.user.isShown("frmSaveTiles"));
+    expectPoster(poster, ".bmp", placeColour, 0);
+}
+
+TEST(Saving, TiffTilesHoldThePhotosOwnPixels) {
+    Poster poster(placeColour);
+    poster.openSaveDialog();
+    poster.user.click("frmSaveTiles", "opbTif");
+    poster.save();
+    poster.acceptResult();
+    expectPoster(poster, ".tif", placeColour, 0);
+}
+
+TEST(Saving, JpegTilesHoldThePhotosPixelsNearly) {
+    Poster poster(smoothColour);
+    poster.openSaveDialog();
+    poster.user.click("frmSaveTiles", "opbJpg");
+    poster.save();
+    poster.acceptResult();
+    expectPoster(poster, ".jpg", smoothColour, 8);
+}
+
+TEST(Saving, NamesAreTypedAndTheWholeRunIsDoneByKeyboardAlone) {
+    Poster poster(placeColour);
+    poster.user.key('S', wxMOD_ALT);
+    poster.user.waitForWindow("frmSaveTiles");
+    poster.user.key('N', wxMOD_ALT);
+    EXPECT_TRUE(poster.user.hasFocus("frmSaveTiles", "txtNewFolderName"));
+    poster.user.retype("sheets");
+    EXPECT_THAT(poster.user.text("frmSaveTiles", "lblPath"), HasSubstr("sheets"));
+    poster.user.key('A', wxMOD_ALT);
+    EXPECT_TRUE(poster.user.hasFocus("frmSaveTiles", "txtBaseFileName"));
+    poster.user.retype("part");
+    poster.user.key('B', wxMOD_ALT);
+    poster.user.key('S', wxMOD_ALT);
+    poster.user.waitForWindow("frmSimpleMsg");
+    poster.user.key(WXK_RETURN);
+    poster.user.waitForWindowToGo("frmSimpleMsg");
+    expectTile(poster.stage.photos() / "sheets" / "part001.bmp", 0, 0, placeColour, 0);
+    expectTile(poster.stage.photos() / "sheets" / "part006.bmp", 2 * tileWidth, tileHeight,
+               placeColour, 0);
+}
+
+TEST(Saving, SavingAgainAsksAndOverwritesOnlyOnYes) {
+    Poster poster(placeColour);
+    poster.openSaveDialog();
+    poster.save();
+    poster.acceptResult();
+    fs::remove(poster.tile(3, ".bmp"));
+
+    poster.openSaveDialog();
+    poster.save();
+    EXPECT_THAT(poster.user.waitForMessage(), HasSubstr("already exists."));
+    poster.user.answerByMouse(Answer::no);
+    poster.user.waitForWindowToGo("frmSaveTiles");
+    EXPECT_FALSE(fs::exists(poster.tile(3, ".bmp")));
+
+    poster.openSaveDialog();
+    poster.save();
+    poster.user.waitForMessage();
+    poster.user.answerByMouse(Answer::yes);
+    poster.acceptResult();
+    expectPoster(poster, ".bmp", placeColour, 0);
+}
+
+TEST(Saving, CancelHalfWayKeepsWholeTilesOnly) {
+    Stage stage;
+    writeJpeg(stage.photos() / "large.jpg", 4500, 4500);
+    stage.store("paperRegLine", letterLine);
+    stage.store("prefs_numTiles", "w14h09"); // 15 x 10 tiles
+    stage.start();
+    stage.pickPhoto("large.jpg");
+    Driver& user = stage.user();
+    user.click("frmMain", "cmdSaveNow");
+    user.click("frmSaveTiles", "opbTif");
+    user.click("frmSaveTiles", "cmdSaveNow");
+    user.waitForWindow("frmMsg");
+    user.click("frmMsg", "cmdCancel");
+    EXPECT_EQ(user.waitForMessage(), "Canceled by user");
+    user.answerByMouse(Answer::ok);
+    user.waitForWindowToGo("frmMsg");
+
+    const fs::path folder = stage.photos() / "large_poster_images";
+    std::size_t files = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        EXPECT_EQ(entry.path().extension(), ".tif") << entry.path();
+        const ReadPicture tile = readPicture(entry.path());
+        EXPECT_GT(tile.width, 0);
+        ++files;
+    }
+    std::cout << "canceled after " << files << " of 150 tiles\n";
+    EXPECT_LT(files, 150U);
+    // The window is usable as before.
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+}
+
+TEST(Saving, ZoomedAndMovedPosterIsTheOneThatIsSaved) {
+    Poster poster(placeColour);
+    poster.user.dragSlider("frmMain", "scrZoom", 100);
+    const wxSize box = poster.user.sizeOf("frmMain", "picCur");
+    poster.user.drag("frmMain", "picCur", {box.x / 2, box.y / 2}, {box.x / 2 + 30, box.y / 2 - 20});
+    poster.openSaveDialog();
+    poster.save();
+    poster.acceptResult();
+
+    // Every pixel says where in the photo it stood.
+    std::vector<PhotoRectangle> tiles;
+    for (int i = 0; i < 6; ++i) {
+        tiles.push_back(rectangleOf(readPicture(poster.tile(i + 1, ".bmp"))));
+    }
+    EXPECT_GT(tiles[0].left + tiles[5].right, side); // moved to the right
+    EXPECT_LT(tiles[0].top + tiles[5].bottom, side); // and up
+    for (std::size_t i = 0; i < 6; ++i) {
+        if (i % 3 > 0) {
+            EXPECT_NEAR(tiles[i].left, tiles[i - 1].right + 1, 1) << i; // each side is rounded
+        }
+        if (i >= 3) {
+            EXPECT_NEAR(tiles[i].top, tiles[i - 3].bottom + 1, 1) << i;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace veldara::test
