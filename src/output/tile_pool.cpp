@@ -2,6 +2,7 @@
 
 #include "output/attempt.h"
 #include "output/tile_mailbox.h"
+#include "output/worker_threads.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -108,9 +109,7 @@ TilePool::TilePool(TileSource& source, std::size_t tiles, const TileTreatment& t
     const std::size_t many = std::min(workerCount(workers), std::max<std::size_t>(tiles, 1));
     // One more than there are workers, so that all of them have something to do during a write.
     state_->ahead = many + 1;
-    for (std::size_t i = 0; i < many; ++i) {
-        state_->workers.emplace_back([state = state_.get()] { state->work(); });
-    }
+    startWorkers(state_->workers, many, [state = state_.get()] { state->work(); });
 }
 
 TilePool::~TilePool() {

@@ -4,6 +4,7 @@
 #include "output/tile_mailbox.h"
 #include "output/tile_pool.h"
 #include "output/tile_sink.h"
+#include "output/worker_threads.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -275,9 +276,7 @@ TileStream::TileStream(std::unique_ptr<RowReader> photo, std::vector<TileRect> t
     state_ = std::make_unique<State>(std::move(photo), std::move(tiles), tilesWide, treatment, type,
                                      threads);
     state_->setUp();
-    for (std::size_t i = 0; i < threads; ++i) {
-        state_->workers.emplace_back([state = state_.get()] { state->work(); });
-    }
+    startWorkers(state_->workers, threads, [state = state_.get()] { state->work(); });
 }
 
 TileStream::~TileStream() {

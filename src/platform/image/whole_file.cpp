@@ -140,13 +140,20 @@ class NewFile {
         }
         return true;
     }
-    bool flush() { return ::fsync(descriptor_) == 0; }
+    // Some file systems have nothing to bring to a disk, and say so.
+    bool flush() {
+        return ::fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+    }
     bool close() {
         const bool closed = descriptor_ < 0 || ::close(descriptor_) == 0;
         descriptor_ = -1;
         return closed;
     }
+    // Moving over a file asks nobody whether it may be written, so it is asked here.
     bool moveTo(const std::filesystem::path& file) {
+        if (::access(file.c_str(), W_OK) != 0 && errno != ENOENT) {
+            return false;
+        }
         if (::rename(path_.c_str(), file.c_str()) != 0) {
             return false;
         }

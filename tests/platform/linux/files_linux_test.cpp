@@ -1,8 +1,8 @@
 #include "platform/error.h"
-#include "platform/linux/child.h"
 #include "platform/linux/disk_file_system.h"
 #include "platform/linux/mounted_drives.h"
 #include "platform/linux/text_files.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 #include <csignal>

@@ -1,5 +1,5 @@
-#include "platform/linux/child.h"
 #include "platform/linux/value_file_registry.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 #include <csignal>
