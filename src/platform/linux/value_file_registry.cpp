@@ -78,15 +78,16 @@ bool hasKey(const StoredValues& values, const std::string& key) {
 
 // Waits a moment for another program's change to be done; one that is stuck must not stop us.
 bool lock(const Descriptor& file) {
-    constexpr int attempts = 200;
-    for (int i = 0; i < attempts; ++i) {
+    constexpr std::chrono::seconds patience(2);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (std::chrono::steady_clock::now() < end) {
         if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
             return true;
         }
         if (errno != EWOULDBLOCK && errno != EINTR) {
             return true; // this file system has no locks: better a rare lost value than none at all
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return false;
 }

@@ -197,8 +197,8 @@ TEST_F(TheRegistryFile, RefusesNamesThatWouldBreakItsLines) {
 }
 
 TEST_F(TheRegistryFile, LosesNoValueOfSeveralProgramsAtOnce) {
-    constexpr int programs = 6;
-    constexpr int values = 25;
+    constexpr int programs = 3;
+    constexpr int values = 12;
     std::vector<pid_t> children;
     for (int program = 0; program < programs; ++program) {
         const pid_t child = ::fork();
