@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -41,6 +42,11 @@ class Stage {
 
     // Clicks a photo in the file list and waits until it is shown.
     void pickPhoto(const std::string& name);
+
+    // Waits until the main window's model has come to a state.
+    void waitFor(const std::string& what, const std::function<bool(frmMain&)>& test) {
+        user_.waitUntil(what, [&] { return test(program_->mainWindow()); });
+    }
 
     // Asks the main window's model on the window thread.
     template <typename Ask>

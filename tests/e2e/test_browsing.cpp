@@ -54,13 +54,11 @@ TEST(Browsing, PhotoIsPickedByKeyboardAlone) {
     EXPECT_TRUE(user.hasFocus("frmMain", "lstFiles"));
     user.key(WXK_HOME);
     user.key(WXK_DOWN);
-    user.waitUntil("the second photo is loaded", [&] { return true; });
-    user.waitUntil("a photo is shown",
-                   [&] { return Driver::widget("frmMain", "cmdSaveNow")->IsEnabled(); });
-    user.pause(std::chrono::milliseconds(300));
-    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.selectedText(); }),
-              user.text("frmMain", "lstFiles"));
-    EXPECT_TRUE(stage.ask([](frmMain& main) { return main.bImgSelected; }));
+    stage.waitFor("the second photo is shown", [](frmMain& main) {
+        return main.bImgSelected && main.lstFiles.listIndex() == 1 && main.lImgWidth == 90;
+    });
+    EXPECT_EQ(user.text("frmMain", "lstFiles"), "b.bmp");
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
 }
 
 TEST(Browsing, FolderIsOpenedByKeyboardAlone) {

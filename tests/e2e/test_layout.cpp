@@ -156,11 +156,10 @@ TEST(Layout, ArrowKeysMoveTheCropOfTheFocusedPicture) {
 TEST(Layout, PhotoIsTurned) {
     WidePhoto poster;
     poster.user.choose("frmMain", "cmbRotate", 1);
-    poster.user.waitUntil("the photo is turned",
-                          [&] { return poster.user.widget("frmMain", "picCur") != nullptr; });
-    poster.user.pause(std::chrono::milliseconds(300));
-    EXPECT_EQ(poster.stage.ask([](frmMain& main) { return main.lImgWidth; }), 600);
-    EXPECT_EQ(poster.stage.ask([](frmMain& main) { return main.lImgHeight; }), 1200);
+    poster.stage.waitFor("the photo is turned", [](frmMain& main) {
+        return main.bImgSelected && main.lImgWidth == 600 && main.lImgHeight == 1200;
+    });
+    EXPECT_EQ(poster.user.text("frmMain", "cmbRotate"), "CW Rotate");
 }
 
 TEST(Layout, PreviewFollowsTheWindowsSize) {
@@ -173,12 +172,9 @@ TEST(Layout, PreviewFollowsTheWindowsSize) {
         wxTopLevelWindow* window = Driver::window("frmMain");
         window->SetSize(window->GetSize() + wxSize(150, 100));
     });
-    poster.user.waitUntil("the preview has grown", [&] {
-        const auto* box = Driver::widget("frmMain", "picCur");
-        return box != nullptr && box->GetClientSize().x >= before + 100;
+    poster.stage.waitFor("the preview has grown", [before](frmMain& main) {
+        return main.picCur.pixels() && main.picCur.pixels()->width() >= before + 100;
     });
-    poster.user.pause(std::chrono::milliseconds(800));
-    EXPECT_GE(shownWidth(), before + 100);
 }
 
 TEST(Layout, TabGoesThroughTheWindowInTheOrderOfTheWork) {

@@ -1,0 +1,193 @@
+// Times what a person waits for, in the real window with a photo of 24 megapixels, and tells it as
+// a ratio to one decoding of the same photo by djpeg in the same run.
+//
+//   tests/e2e/in_virtual_display.sh build/bin/bench_gui [PHOTO.jpg]
+#include "e2e/stage.h"
+#include "e2e/test_photos.h"
+#include "e2e/window_thread.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iomanip>
+#include <iostream>
+#include <limits>
+
+#include <wx/slider.h>
+#include <wx/uiaction.h>
+
+namespace veldara::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr int rounds = 5;
+
+template <typename Act>
+double milliseconds(Act act) {
+    const Clock::time_point start = Clock::now();
+    act();
+    return Milliseconds(Clock::now() - start).count();
+}
+
+template <typename Act>
+double best(Act act) {
+    double shortest = std::numeric_limits<double>::max();
+    for (int i = 0; i < rounds; ++i) {
+        shortest = std::min(shortest, act());
+    }
+    return shortest;
+}
+
+double decodeByDjpeg(const fs::path& photo, const fs::path& folder) {
+    const std::string command =
+        "djpeg -outfile '" + (folder / "decoded.ppm").string() + "' '" + photo.string() + "'";
+    return best([&] {
+        return milliseconds([&] {
+            if (std::system(command.c_str()) != 0) {
+                throw DriverError("djpeg does not run.");
+            }
+        });
+    });
+}
+
+class Bench {
+  public:
+    explicit Bench(const fs::path& photo) {
+        const auto place = [&](const char* name) {
+            const fs::path copy = stage_.photos() / name;
+            if (photo.empty()) {
+                writeJpeg(copy, 6000, 4000);
+            } else {
+                fs::copy_file(photo, copy);
+            }
+        };
+        place("a.jpg");
+        place("b.jpg");
+        stage_.store("paperRegLine", letterLine);
+        stage_.store("prefs_numTiles", "w02h01");
+        stage_.store("prefs_showTiles", "1");
+        decode_ = decodeByDjpeg(stage_.photos() / "a.jpg", stage_.home().path());
+        stage_.start();
+        stage_.pickPhoto("a.jpg");
+    }
+
+    void run() {
+        std::cout << "one decoding by djpeg: " << decode_ << " ms\n";
+        report("click to first preview", best([this] { return clickToPreview(); }));
+        report("redraw while dragging", dragRedraw());
+        report("zoom step", zoomStep());
+        report("save of 3 x 2 tiles", best([this] { return save(); }));
+    }
+
+  private:
+    void report(const std::string& what, double time) const {
+        std::cout << std::left << std::setw(24) << what << std::right << std::fixed
+                  << std::setprecision(2) << std::setw(10) << time << " ms" << std::setw(10)
+                  << std::setprecision(3) << time / decode_ << " of a decoding\n";
+    }
+
+    double clickToPreview() {
+        const bool first = stage_.user().text("frmMain", "lstFiles") == "a.jpg";
+        const int other = first ? 1 : 0;
+        const wxPoint at = stage_.user().onWindowThread([other] {
+            auto* list = dynamic_cast<wxListBox*>(Driver::widget("frmMain", "lstFiles"));
+            int y = 1;
+            while (list->HitTest(wxPoint(12, y)) != other && y < list->GetClientSize().y) {
+                ++y;
+            }
+            const wxPoint point = list->ClientToScreen(wxPoint(12, y + 5));
+            wxUIActionSimulator().MouseMove(point);
+            return point;
+        });
+        (void)at;
+        stage_.user().pause(std::chrono::milliseconds(700)); // no double click
+        return milliseconds([&] {
+            stage_.user().onWindowThread([] { wxUIActionSimulator().MouseClick(); });
+            while (!stage_.ask([other](frmMain& main) {
+                return main.lstFiles.listIndex() == other && main.bImgSelected &&
+                       main.picCur.pixels();
+            })) {
+            }
+            stage_.user().onWindowThread([] { Driver::widget("frmMain", "picCur")->Update(); });
+        });
+    }
+
+    double dragRedraw() {
+        constexpr int moves = 200;
+        return stage_.ask([](frmMain& main) {
+            wxWindow* box = Driver::widget("frmMain", "picCur");
+            const int x = main.picCur.pixels()->width() / 2;
+            const int y = main.picCur.pixels()->height() / 2;
+            main.scrZoom.userSetValue(60);
+            main.picCur.userMouseDown(MouseButton::left, x, y);
+            box->Update();
+            const double time = milliseconds([&] {
+                for (int i = 0; i < moves; ++i) {
+                    main.picCur.userMouseMove(x + i % 50, y + i % 20);
+                    box->Update();
+                }
+            });
+            main.picCur.userMouseUp(MouseButton::left, x, y);
+            return time / moves;
+        });
+    }
+
+    double zoomStep() {
+        constexpr int steps = 100;
+        return stage_.ask([](frmMain& main) {
+            wxWindow* box = Driver::widget("frmMain", "picCur");
+            const double time = milliseconds([&] {
+                for (int i = 0; i < steps; ++i) {
+                    main.scrZoom.userSetValue(100 + i);
+                    box->Update();
+                }
+            });
+            main.scrZoom.userSetValue(0);
+            return time / steps;
+        });
+    }
+
+    double save() {
+        Driver& user = stage_.user();
+        fs::remove_all(stage_.photos() / "a_poster_images");
+        fs::remove_all(stage_.photos() / "b_poster_images");
+        user.click("frmMain", "cmdSaveNow");
+        user.waitForWindow("frmSaveTiles");
+        const wxSize size = user.sizeOf("frmSaveTiles", "cmdSaveNow");
+        user.onWindowThread([size] {
+            wxUIActionSimulator().MouseMove(Driver::widget("frmSaveTiles", "cmdSaveNow")
+                                                ->ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
+        });
+        user.pause(std::chrono::milliseconds(700));
+        const double time = milliseconds([&] {
+            user.onWindowThread([] { wxUIActionSimulator().MouseClick(); });
+            while (!user.isShown("frmSimpleMsg")) {
+            }
+        });
+        user.click("frmSimpleMsg", "cmdOk");
+        user.waitForWindowToGo("frmSimpleMsg");
+        return time;
+    }
+
+    Stage stage_;
+    double decode_ = 0;
+};
+
+} // namespace
+
+} // namespace veldara::test
+
+int main(int argc, char** argv) {
+    const std::filesystem::path photo = argc > 1 ? argv[1] : "";
+    return veldara::test::runBesideWindows(argc, argv, [photo] {
+        try {
+            veldara::test::Bench(photo).run();
+            return 0;
+        } catch (const std::exception& error) {
+            std::cerr << "bench_gui: " << error.what() << '\n';
+            return 1;
+        }
+    });
+}
