@@ -190,6 +190,10 @@ build_tiff() {
   with_cmake tiff -Djbig=OFF -Dlzma=OFF -Dzstd=OFF -Dwebp=OFF -Dlerc=OFF -Dlibdeflate=OFF -Dcxx=OFF \
     -Dzlib=ON -Djpeg=ON -Dpixarlog=OFF -Dtiff-tools=OFF -Dtiff-tests=OFF -Dtiff-docs=OFF \
     -Dtiff-contrib=OFF
+  # It would build without a codec that it does not find.
+  "$target-nm" "$prefix/lib/libtiff.a" >"$work/tiff-symbols"
+  grep -q 'U jpeg_CreateDecompress' "$work/tiff-symbols"
+  grep -q 'U inflateInit_' "$work/tiff-symbols"
 }
 
 build_freetype() {

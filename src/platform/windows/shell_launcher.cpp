@@ -1,0 +1,82 @@
+#include "platform/windows/shell_launcher.h"
+
+#include "platform/error.h"
+#include "platform/windows/wide_text.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include <shellapi.h>
+#include <windows.h>
+
+namespace veldara {
+
+namespace {
+
+using HtmlHelpA = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DWORD_PTR data);
+
+constexpr UINT displayTopic = 0;
+constexpr const char* mainWindowCaption = "Veldara v1.20";
+
+// Loaded once and kept: the viewer's window lives as long as the program and runs the library's
+// code. The system's folder only, so that no file beside the program is taken for it.
+HtmlHelpA helpViewer() {
+    const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (library == nullptr) {
+        throw Error(
+            "The help viewer of Windows cannot be loaded: " + systemMessage(GetLastError()) + ".");
+    }
+    const FARPROC address = GetProcAddress(library, "HtmlHelpA");
+    if (address == nullptr) {
+        throw Error("The help viewer of Windows cannot be used.");
+    }
+    HtmlHelpA function = nullptr;
+    static_assert(sizeof function == sizeof address);
+    std::memcpy(&function, &address, sizeof function);
+    return function;
+}
+
+// Our window that is in front, which the viewer's window then stays above.
+HWND ownerWindow() {
+    const HWND active = GetActiveWindow();
+    return active != nullptr ? active : FindWindowA(nullptr, mainWindowCaption);
+}
+
+void open(const std::string& target, const std::wstring& wide) {
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    // Values up to 32 are codes of failures, told apart by GetLastError.
+    if (reinterpret_cast<std::intptr_t>(result) <= 32) {
+        throw Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
+    }
+}
+
+std::wstring withVariables(const std::string& path) {
+    const std::wstring plain = wideText(path);
+    const DWORD length = ExpandEnvironmentStringsW(plain.c_str(), nullptr, 0);
+    if (length == 0) {
+        return plain;
+    }
+    std::wstring expanded(length, L'\0');
+    ExpandEnvironmentStringsW(plain.c_str(), expanded.data(), length);
+    expanded.resize(length - 1); // without the closing NUL
+    return expanded;
+}
+
+} // namespace
+
+void ShellLauncher::openHelp(const std::string& file) {
+    if (helpViewer()(ownerWindow(), file.c_str(), displayTopic, 0) == nullptr) {
+        throw Error("The help file \"" + file + "\" cannot be shown.");
+    }
+}
+
+void ShellLauncher::openTarget(const std::string& target) {
+    open(target, wideText(target));
+}
+
+void ShellLauncher::startProgram(const std::string& path) {
+    open(path, withVariables(path));
+}
+
+} // namespace veldara
