@@ -53,6 +53,7 @@ if(WIN32)
     veldara_options
     INTERFACE
     -static
+    -fstack-protector-strong
     -Wl,--dynamicbase
     -Wl,--high-entropy-va
     -Wl,--nxcompat
@@ -63,6 +64,9 @@ else()
 endif()
 include(CheckPIESupported)
 check_pie_supported()
+if(WIN32)
+  include(windows-resources)
+endif()
 
 # veldara_library(NAME [SOURCES a.cpp ...] [USES lib ...] [PRIVATE_USES lib ...])
 # One room of the house: a static library that sees only what it names in USES. Without SOURCES it
@@ -91,4 +95,11 @@ function(veldara_program name)
   target_link_libraries(${name} PRIVATE veldara_options ${ARG_USES})
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   set_property(GLOBAL APPEND PROPERTY VELDARA_PROGRAMS ${name}) # what the hardening test looks at
+  if(WIN32)
+    set(toolkit "")
+    if(ARG_WIN32)
+      set(toolkit TOOLKIT)
+    endif()
+    veldara_windows_resources(${name} DESCRIPTION "${PROJECT_DESCRIPTION}" ICON ${toolkit})
+  endif()
 endfunction()

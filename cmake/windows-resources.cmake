@@ -3,35 +3,6 @@
 
 set(VELDARA_WINDOWS_PACKAGING "${PROJECT_SOURCE_DIR}/packaging/windows")
 
-# The icon is drawn once as vectors and rendered in the sizes that Windows asks for.
-function(veldara_windows_icon result)
-  set(drawing "${PROJECT_SOURCE_DIR}/art/icon.svg")
-  set(icon "${PROJECT_BINARY_DIR}/veldara.ico")
-  if(NOT EXISTS "${drawing}")
-    set(${result} "" PARENT_SCOPE)
-    return()
-  endif()
-  if(NOT TARGET veldara_icon)
-    find_program(RSVG_CONVERT rsvg-convert REQUIRED)
-    find_program(ICOTOOL icotool REQUIRED)
-    set(sheets)
-    set(renderings)
-    foreach(size 16 24 32 48 64 128 256)
-      set(sheet "${PROJECT_BINARY_DIR}/icon-${size}.png")
-      list(APPEND renderings COMMAND "${RSVG_CONVERT}" -w ${size} -h ${size} -o "${sheet}" "${drawing}")
-      list(APPEND sheets "${sheet}")
-    endforeach()
-    add_custom_command(
-      OUTPUT "${icon}"
-      ${renderings}
-      COMMAND "${ICOTOOL}" -c -o "${icon}" ${sheets}
-      DEPENDS "${drawing}"
-      COMMENT "Rendering the icon")
-    add_custom_target(veldara_icon DEPENDS "${icon}")
-  endif()
-  set(${result} "${icon}" PARENT_SCOPE)
-endfunction()
-
 # veldara_windows_resources(TARGET DESCRIPTION TEXT [TOOLKIT] [ICON])
 # TOOLKIT adds the cursors and bitmaps of the window toolkit.
 function(veldara_windows_resources target)
@@ -43,16 +14,13 @@ function(veldara_windows_resources target)
   set(VELDARA_TOOLKIT_LINE "")
   set(needed "${VELDARA_MANIFEST}")
   if(ARG_ICON)
-    veldara_windows_icon(icon)
-    if(icon)
-      # The first icon by name is the one that Explorer shows.
-      set(VELDARA_ICON_LINE "appicon ICON \"${icon}\"")
-      list(APPEND needed "${icon}")
-      add_dependencies(${target} veldara_icon)
-    endif()
+    set(icon "${PROJECT_SOURCE_DIR}/art/veldara.ico")
+    # The first icon by name is the one that Explorer shows.
+    set(VELDARA_ICON_LINE "appicon ICON \"${icon}\"")
+    list(APPEND needed "${icon}")
   endif()
   if(ARG_TOOLKIT)
-    set(VELDARA_TOOLKIT_LINE "#define wxUSE_NO_MANIFEST 1\n#define wxUSE_RC_MANIFEST 0\n#include \"wx/msw/wx.rc\"")
+    set(VELDARA_TOOLKIT_LINE "#define wxUSE_NO_MANIFEST 1\n#include \"wx/msw/wx.rc\"")
   endif()
   set(resources "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
   configure_file("${VELDARA_WINDOWS_PACKAGING}/program.rc.in" "${resources}" @ONLY)

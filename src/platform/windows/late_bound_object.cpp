@@ -16,9 +16,10 @@ namespace {
 
 Variant converted(const VARIANT& value, VARTYPE type) {
     Variant result;
+    VARIANT source = value; // a view; the call takes no const
     // Never the user's own way of writing numbers: these values are not shown.
     const HRESULT code =
-        VariantChangeTypeEx(result.address(), &value, LOCALE_INVARIANT, VARIANT_ALPHABOOL, type);
+        VariantChangeTypeEx(result.address(), &source, LOCALE_INVARIANT, VARIANT_ALPHABOOL, type);
     if (FAILED(code)) {
         fail("The system gave an unexpected kind of value", code);
     }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <objbase.h>
 #include <oleauto.h>
 #include <windows.h>
 

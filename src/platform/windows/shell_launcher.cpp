@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include <objbase.h>
 #include <shellapi.h>
 #include <windows.h>
 
