@@ -48,7 +48,7 @@ elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
   target_compile_options(veldara_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 if(WIN32)
-  target_compile_definitions(veldara_options INTERFACE UNICODE=0 NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+  target_compile_definitions(veldara_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
   target_link_options(
     veldara_options
     INTERFACE

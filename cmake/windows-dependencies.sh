@@ -203,7 +203,7 @@ build_freetype() {
     source="$(dirname "$(ls "$source"/*/CMakeLists.txt | head -n 1)")"
   fi
   cmake -S "$source" -B "$work/freetype-build" "${cmake_common[@]}" -DFT_DISABLE_HARFBUZZ=ON \
-    -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_PNG=ON -DFT_DISABLE_ZLIB=ON
+    -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_PNG=ON -DFT_REQUIRE_ZLIB=ON
   cmake --build "$work/freetype-build" -j "$jobs"
   cmake --install "$work/freetype-build"
 }

@@ -33,4 +33,12 @@ mkdir -p "$WINEPREFIX"
   fi
 ) 9>"$WINEPREFIX.lock"
 
-exec "$wine" "$@"
+# A window of the system's that the program opened outlives it and holds whatever output it was given
+# open: it gets files, so that the caller sees the end when the program ends.
+output="$(mktemp -d)"
+trap 'rm -rf "$output"' EXIT
+status=0
+"$wine" "$@" >"$output/out" 2>"$output/err" || status=$?
+cat "$output/out"
+cat "$output/err" >&2
+exit "$status"

@@ -1,5 +1,6 @@
 #include "platform/error.h"
 #include "platform/running_system.h"
+#include "platform/text/path_text.h"
 
 #include <algorithm>
 
@@ -9,6 +10,12 @@ namespace {
 class TheDrives : public OnTheRunningSystem {
   protected:
     Drives& drives = system.drives();
+
+    // The same folder, its drive written as the list of drives has it.
+    std::string fromItsRoot(const std::string& path) {
+        const std::string root = drives.rootOf(drives.driveOf(path));
+        return root + path.substr(root.size());
+    }
 };
 
 using Names = std::vector<std::string>;
@@ -71,12 +78,12 @@ TEST_F(TheDrives, SayWhyAFolderCannotBeRead) {
 }
 
 TEST_F(TheDrives, KnowTheWayFromTheRootToAFolder) {
-    const std::string end = folder.addFolder("a/b");
+    const std::string end = fromItsRoot(folder.addFolder("a/b"));
     const Names way = drives.wayTo(end);
     ASSERT_GE(way.size(), 3U);
     EXPECT_EQ(way.front(), drives.rootOf(drives.driveOf(end)));
     EXPECT_EQ(way.back(), end);
-    EXPECT_EQ(way[way.size() - 2], folder / "a");
+    EXPECT_EQ(way[way.size() - 2], fromItsRoot(folder / "a"));
     for (std::size_t i = 1; i < way.size(); ++i) {
         EXPECT_EQ(pathOf(way[i]).parent_path(), pathOf(way[i - 1])) << way[i];
     }
@@ -91,9 +98,10 @@ TEST_F(TheDrives, KnowTheWayToAFolderWithASeparatorBehindIt) {
     EXPECT_EQ(drives.wayTo(folder.text() + drives.separator()), drives.wayTo(folder.text()));
 }
 
-TEST_F(TheDrives, ReadFiftyThousandFoldersAndFiles) {
+TEST_F(TheDrives, ReadACrowdedFolder) {
     constexpr std::size_t folderCount = 2'000;
-    constexpr std::size_t fileCount = 48'000;
+    // Under Wine making a file takes the longer the more there are.
+    constexpr std::size_t fileCount = platformSeparator == '/' ? 48'000 : 1'000;
     const TempFolder crowded = TempFolder::inMemory();
     for (std::size_t i = 0; i < folderCount; ++i) {
         std::filesystem::create_directory(crowded.path() / ("folder " + std::to_string(i)));

@@ -65,8 +65,11 @@ std::string DriveLetters::rootOf(const std::string& drive) {
 }
 
 std::vector<std::string> DriveLetters::subfolders(const std::string& folder) {
+    if (folder.empty()) {
+        failReading(folder, ERROR_PATH_NOT_FOUND);
+    }
     std::wstring pattern = wideText(folder);
-    if (!folder.empty() && !isSeparator(folder.back())) {
+    if (!isSeparator(folder.back())) {
         pattern += L'\\';
     }
     pattern += L'*';
@@ -101,8 +104,7 @@ std::vector<std::string> DriveLetters::wayTo(const std::string& folder) {
     if (drive.empty()) {
         return {folder};
     }
-    // The letter stays as it was written; only the separators become the system's own.
-    std::vector<std::string> way = {folder.substr(0, 2) + "\\"};
+    std::vector<std::string> way = {rootOf(drive)};
     std::size_t place = 2;
     while (place < folder.size()) {
         while (place < folder.size() && isSeparator(folder[place])) {

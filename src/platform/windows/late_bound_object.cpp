@@ -26,7 +26,37 @@ Variant converted(const VARIANT& value, VARTYPE type) {
     return result;
 }
 
-// Frees the texts that a failed call leaves behind.
+// The sentences of the scripting components are the numbered ones of their script languages, which
+// the system's own table of messages lacks.
+const char* scriptMessage(HRESULT code) {
+    constexpr HRESULT script = static_cast<HRESULT>(0x800A0000);
+    switch (code - script) {
+    case 52:
+        return "Bad file name or number";
+    case 53:
+        return "File not found";
+    case 57:
+        return "Device I/O error";
+    case 58:
+        return "File already exists";
+    case 61:
+        return "Disk full";
+    case 68:
+        return "Device unavailable";
+    case 70:
+        return "Permission denied";
+    case 71:
+        return "Disk not ready";
+    case 75:
+        return "Path/File access error";
+    case 76:
+        return "Path not found";
+    default:
+        return nullptr;
+    }
+}
+
+// What a failed call says of its failure; frees the texts that it leaves behind.
 class CallFailure {
   public:
     CallFailure() = default;
@@ -38,8 +68,15 @@ class CallFailure {
         SysFreeString(information_.bstrHelpFile);
     }
     EXCEPINFO* address() { return &information_; }
-    HRESULT code(HRESULT ofCall) const {
-        return ofCall == DISP_E_EXCEPTION && information_.scode != 0 ? information_.scode : ofCall;
+    std::string reason(HRESULT ofCall) const {
+        const bool told = ofCall == DISP_E_EXCEPTION;
+        if (told && SysStringLen(information_.bstrDescription) > 0) {
+            return narrowText(
+                {information_.bstrDescription, SysStringLen(information_.bstrDescription)});
+        }
+        const HRESULT code = told && information_.scode != 0 ? information_.scode : ofCall;
+        const char* const message = scriptMessage(code);
+        return message != nullptr ? message : systemMessage(static_cast<unsigned long>(code));
     }
 
   private:
@@ -124,8 +161,7 @@ Variant LateBoundObject::call(const std::string& method,
 
 std::vector<Variant> LateBoundObject::members() const {
     std::vector<Variant> none;
-    const Variant source =
-        invoke(DISPID_NEWENUM, "_NewEnum", DISPATCH_METHOD | DISPATCH_PROPERTYGET, none);
+    const Variant source = invoke(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, none);
     const VARIANT& held = source.value();
     void* object = nullptr;
     const bool isObject = held.vt == VT_UNKNOWN || held.vt == VT_DISPATCH;
@@ -159,11 +195,10 @@ Variant LateBoundObject::invoke(const std::string& name, WORD kind,
     if (FAILED(code)) {
         fail("A Windows component has no \"" + name + "\"", code);
     }
-    return invoke(member, name, kind, arguments);
+    return invoke(member, kind, arguments);
 }
 
-Variant LateBoundObject::invoke(DISPID member, const std::string& name, WORD kind,
-                                std::vector<Variant>& arguments) const {
+Variant LateBoundObject::invoke(DISPID member, WORD kind, std::vector<Variant>& arguments) const {
     // The last argument comes first. These are views: the variants stay the owners.
     std::vector<VARIANT> reversed(arguments.size());
     std::transform(arguments.rbegin(), arguments.rend(), reversed.begin(),
@@ -176,7 +211,7 @@ Variant LateBoundObject::invoke(DISPID member, const std::string& name, WORD kin
     const HRESULT code = object_->Invoke(member, IID_NULL, LOCALE_SYSTEM_DEFAULT, kind, &parameters,
                                          result.address(), failure.address(), nullptr);
     if (FAILED(code)) {
-        fail("\"" + name + "\" failed", failure.code(code));
+        throw Error(failure.reason(code));
     }
     return result;
 }

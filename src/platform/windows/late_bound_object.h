@@ -55,6 +55,8 @@ class LateBoundObject {
     // The object that a call returned. Throws Error when it returned something else.
     explicit LateBoundObject(const Variant& value);
 
+    // Both throw Error with what the component says of a failure, without a full stop: the caller
+    // knows what it was about.
     Variant get(const std::string& property) const;
     Variant call(const std::string& method, std::initializer_list<std::string> arguments) const;
     // Every member of a collection. Throws Error.
@@ -66,8 +68,7 @@ class LateBoundObject {
     };
     explicit LateBoundObject(IDispatch* object) : object_(object) {}
     Variant invoke(const std::string& name, WORD kind, std::vector<Variant> arguments) const;
-    Variant invoke(DISPID member, const std::string& name, WORD kind,
-                   std::vector<Variant>& arguments) const;
+    Variant invoke(DISPID member, WORD kind, std::vector<Variant>& arguments) const;
 
     std::unique_ptr<IDispatch, Release> object_;
 };

@@ -10,35 +10,54 @@ namespace veldara {
 
 namespace {
 
+// Runs an operation; a failure becomes one sentence that says what failed.
+template <typename Operation>
+auto attempt(const std::string& failure, Operation operation) {
+    try {
+        return operation();
+    } catch (const Error& error) {
+        throw Error(failure + ": " + error.what() + ".");
+    }
+}
+
 class ScriptingFileSystemObject : public FileSystemObject {
   public:
     explicit ScriptingFileSystemObject(const std::string& component)
         : object_(LateBoundObject::create(component)) {}
 
     std::vector<std::string> files(const std::string& folder) override {
-        const LateBoundObject found(object_.call("GetFolder", {folder}));
-        const LateBoundObject collection(found.get("Files"));
-        std::vector<std::string> names;
-        for (const Variant& file : collection.members()) {
-            names.push_back(LateBoundObject(file).get("Name").text());
-        }
-        return names;
+        return attempt("The folder \"" + folder + "\" cannot be read", [&] {
+            const LateBoundObject found(object_.call("GetFolder", {folder}));
+            const LateBoundObject collection(found.get("Files"));
+            std::vector<std::string> names;
+            for (const Variant& file : collection.members()) {
+                names.push_back(LateBoundObject(file).get("Name").text());
+            }
+            return names;
+        });
     }
 
     bool fileExists(const std::string& path) override {
-        return object_.call("FileExists", {path}).truth();
+        return attempt("The file \"" + path + "\" cannot be looked for",
+                       [&] { return object_.call("FileExists", {path}).truth(); });
     }
 
     bool folderExists(const std::string& path) override {
-        return object_.call("FolderExists", {path}).truth();
+        return attempt("The folder \"" + path + "\" cannot be looked for",
+                       [&] { return object_.call("FolderExists", {path}).truth(); });
     }
 
-    void createFolder(const std::string& path) override { object_.call("CreateFolder", {path}); }
+    void createFolder(const std::string& path) override {
+        attempt("The folder \"" + path + "\" cannot be created",
+                [&] { object_.call("CreateFolder", {path}); });
+    }
 
     std::uint64_t freeSpace(const std::string& drive) override {
-        const LateBoundObject found(object_.call("GetDrive", {drive}));
-        const double bytes = found.get("FreeSpace").number();
-        return bytes > 0 ? static_cast<std::uint64_t>(bytes) : 0;
+        return attempt("The free space of the drive \"" + drive + "\" cannot be told", [&] {
+            const LateBoundObject found(object_.call("GetDrive", {drive}));
+            const double bytes = found.get("FreeSpace").number();
+            return bytes > 0 ? static_cast<std::uint64_t>(bytes) : std::uint64_t{0};
+        });
     }
 
     std::unique_ptr<TextReader> openTextFile(const std::string& path) override {

@@ -77,7 +77,13 @@ void ShellLauncher::openTarget(const std::string& target) {
 }
 
 void ShellLauncher::startProgram(const std::string& path) {
-    open(path, withVariables(path));
+    const std::wstring program = withVariables(path);
+    const DWORD attributes = GetFileAttributesW(program.c_str());
+    // The shell would show a folder instead.
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        throw Error("\"" + path + "\" is no program that can be started.");
+    }
+    open(path, program);
 }
 
 } // namespace veldara

@@ -14,6 +14,7 @@ namespace veldara {
 namespace {
 
 constexpr LONGLONG largestTextFile = LONGLONG{16} << 20U;
+constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
 // An open file, closed at the end of its scope.
 class OpenFile {
@@ -69,7 +70,11 @@ class WholeTextReader : public TextReader {
         if (atEndOfStream()) {
             fail("read", path_, ERROR_HANDLE_EOF);
         }
-        return lines_[next_++];
+        const std::string& line = lines_[next_++];
+        if (line.size() > longestLine) {
+            throw Error("The file \"" + path_ + "\" has a line that is too long for a text.");
+        }
+        return line;
     }
 
   private:
