@@ -267,6 +267,13 @@ for entry in "${versions[@]}"; do
   fi
 done
 
+# What the compiler adds by itself, and what is the same on every system: headers and a font.
+cp -r /usr/include/CLI "$prefix/include/"
+for entry in cli11:libcli11-dev font-dejavu:fonts-dejavu-core gcc-runtime:gcc-mingw-w64-x86-64-posix-runtime \
+  mingw-w64:mingw-w64-common; do
+  cp -L "/usr/share/doc/${entry#*:}/copyright" "$prefix/licences/${entry%%:*}.txt"
+done
+
 printf '%s\n' "${versions[@]}" >"$prefix/versions"
 touch "$prefix/complete"
 ln -sfn "$prefix" "$current"

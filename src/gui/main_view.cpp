@@ -294,10 +294,10 @@ PictureBox* MainView::makeArrowPad(wxWindow* box) {
 void MainView::panByKeys(PictureBox* box) {
     box->onArrowDown = [this](int key) {
         const int middle = model_.imgArrow.width() / 2;
-        const int near = model_.imgArrow.height() / 10;
-        const int far = model_.imgArrow.height() - near;
-        const int x = key == WXK_LEFT ? near : key == WXK_RIGHT ? far : middle;
-        const int y = key == WXK_UP ? near : key == WXK_DOWN ? far : middle;
+        const int edge = model_.imgArrow.height() / 10;
+        const int opposite = model_.imgArrow.height() - edge;
+        const int x = key == WXK_LEFT ? edge : key == WXK_RIGHT ? opposite : middle;
+        const int y = key == WXK_UP ? edge : key == WXK_DOWN ? opposite : middle;
         model_.imgArrow.userMouseDown(MouseButton::left, x, y);
         model_.tmrImg.tick();
     };

@@ -43,6 +43,11 @@ HWND ownerWindow() {
     return active != nullptr ? active : FindWindowA(nullptr, mainWindowCaption);
 }
 
+bool isAddress(const std::string& target) {
+    return target.rfind("http://", 0) == 0 || target.rfind("https://", 0) == 0 ||
+           target.rfind("mailto:", 0) == 0;
+}
+
 void open(const std::string& target, const std::wstring& wide) {
     const HINSTANCE result =
         ShellExecuteW(nullptr, L"open", wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
@@ -73,7 +78,15 @@ void ShellLauncher::openHelp(const std::string& file) {
 }
 
 void ShellLauncher::openTarget(const std::string& target) {
-    open(target, wideText(target));
+    const std::wstring wide = wideText(target);
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    const bool isFolder =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    // A file would be handed to whatever program claims its kind; the windows open folders only.
+    if (!isAddress(target) && !isFolder) {
+        throw Error("The folder \"" + target + "\" is not there.");
+    }
+    open(target, wide);
 }
 
 void ShellLauncher::startProgram(const std::string& path) {

@@ -5,6 +5,8 @@
 #include "platform/windows/wide_text.h"
 
 #include <cstddef>
+#include <random>
+#include <string_view>
 #include <utility>
 
 #include <windows.h>
@@ -83,6 +85,18 @@ class WholeTextReader : public TextReader {
     std::size_t next_ = 0;
 };
 
+// A name that nobody can guess, in the same folder.
+std::wstring temporaryNameBeside(const std::wstring& path) {
+    constexpr std::wstring_view digits = L"0123456789abcdefghijklmnopqrstuv";
+    std::random_device chance;
+    const std::size_t end = path.find_last_of(L"\\/:");
+    std::wstring name = path.substr(0, end == std::wstring::npos ? 0 : end + 1) + L".veldara-";
+    for (int i = 0; i < 16; ++i) {
+        name += digits[chance() % digits.size()];
+    }
+    return name + L".tmp";
+}
+
 // All of the bytes, brought to the disk. The system's code, 0 for success.
 DWORD writeWhole(const OpenFile& file, const std::string& text) {
     DWORD written = 0;
@@ -96,100 +110,99 @@ DWORD writeWhole(const OpenFile& file, const std::string& text) {
     return FlushFileBuffers(file.handle()) ? ERROR_SUCCESS : GetLastError();
 }
 
-class WholeTextWriter : public TextWriter {
+// Takes the lines; close() stores them once.
+class CollectingWriter : public TextWriter {
   public:
-    explicit WholeTextWriter(std::string path) : path_(std::move(path)), wide_(wideText(path_)) {
-        // Asked here so that a path that can never be written is refused before the first line.
-        if (!openTemporary()) {
-            const DWORD code = GetLastError();
-            const OpenFile inPlace(openInPlace());
-            if (!inPlace) {
-                fail("written", path_, code);
-            }
-        }
-    }
-    WholeTextWriter(const WholeTextWriter&) = delete;
-    WholeTextWriter& operator=(const WholeTextWriter&) = delete;
-    ~WholeTextWriter() override { discardTemporary(); }
+    explicit CollectingWriter(std::string path) : path_(std::move(path)), wide_(wideText(path_)) {}
 
     void writeLine(const std::string& line) override { text_ += line + "\r\n"; }
-
     void close() override {
         if (std::exchange(closed_, true)) {
             return;
         }
-        if (text_.size() > static_cast<std::size_t>(largestTextFile)) {
-            fail("written", path_, ERROR_FILE_TOO_LARGE);
-        }
-        const DWORD code = temporary_.empty() ? rewriteInPlace() : replace();
+        const bool fits = text_.size() <= static_cast<std::size_t>(largestTextFile);
+        const DWORD code = fits ? store() : ERROR_FILE_TOO_LARGE;
         if (code != ERROR_SUCCESS) {
             fail("written", path_, code);
         }
     }
 
+  protected:
+    const std::string& path() const { return path_; }
+    const std::wstring& wide() const { return wide_; }
+    const std::string& text() const { return text_; }
+
   private:
-    bool openTemporary() {
-        const DWORD attributes = GetFileAttributesW(wide_.c_str());
-        constexpr DWORD unwritable = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & unwritable) != 0) {
-            SetLastError(ERROR_ACCESS_DENIED);
-            return false;
+    virtual DWORD store() = 0; // the system's code, 0 for success
+
+    std::string path_;
+    std::wstring wide_;
+    std::string text_;
+    bool closed_ = false;
+};
+
+class ReplacingWriter : public CollectingWriter {
+  public:
+    explicit ReplacingWriter(const std::string& path)
+        : CollectingWriter(path), temporary_(temporaryNameBeside(wide())),
+          file_(CreateFileW(temporary_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                            FILE_ATTRIBUTE_NORMAL, nullptr)),
+          code_(file_ ? ERROR_SUCCESS : GetLastError()) {}
+    ReplacingWriter(const ReplacingWriter&) = delete;
+    ReplacingWriter& operator=(const ReplacingWriter&) = delete;
+    ~ReplacingWriter() override {
+        if (code_ == ERROR_SUCCESS && !inPlace_) {
+            file_.close();
+            DeleteFileW(temporary_.c_str());
         }
-        const std::wstring name = wide_ + L"." + std::to_wstring(GetCurrentProcessId()) + L"-" +
-                                  std::to_wstring(GetTickCount64()) + L".tmp";
-        file_ = std::make_unique<OpenFile>(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr,
-                                                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (!*file_) {
-            return false;
-        }
-        temporary_ = name;
-        return true;
     }
 
-    HANDLE openInPlace() const {
-        return CreateFileW(wide_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
-    }
+    DWORD code() const { return code_; } // of opening; 0 for success
 
-    DWORD replace() {
-        const DWORD code = writeWhole(*file_, text_);
-        file_->close();
+  private:
+    DWORD store() override {
+        const DWORD code = writeWhole(file_, text());
+        file_.close();
         if (code != ERROR_SUCCESS) {
             return code;
         }
-        if (!MoveFileExW(temporary_.c_str(), wide_.c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            return GetLastError();
-        }
-        temporary_.clear();
-        return ERROR_SUCCESS;
+        inPlace_ = MoveFileExW(temporary_.c_str(), wide().c_str(),
+                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+        return inPlace_ ? ERROR_SUCCESS : GetLastError();
     }
 
-    DWORD rewriteInPlace() const {
-        const OpenFile file(openInPlace());
+    std::wstring temporary_;
+    OpenFile file_;
+    DWORD code_;
+    bool inPlace_ = false;
+};
+
+class RewritingWriter : public CollectingWriter {
+  public:
+    explicit RewritingWriter(const std::string& path) : CollectingWriter(path) {
+        // Asked here so that a file that can never be written is refused before the first line.
+        const OpenFile file(open());
+        if (!file) {
+            fail("written", path, GetLastError());
+        }
+    }
+
+  private:
+    HANDLE open() const {
+        return CreateFileW(wide().c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+    }
+    DWORD store() override {
+        const OpenFile file(open());
         if (!file) {
             return GetLastError();
         }
-        const DWORD code = writeWhole(file, text_);
+        const DWORD code = writeWhole(file, text());
         if (code != ERROR_SUCCESS) {
             return code;
         }
         return SetEndOfFile(file.handle()) ? ERROR_SUCCESS : GetLastError();
     }
-
-    void discardTemporary() {
-        if (!temporary_.empty()) {
-            file_->close();
-            DeleteFileW(temporary_.c_str());
-        }
-    }
-
-    std::string path_;
-    std::wstring wide_;
-    std::wstring temporary_; // empty: none on the disk
-    std::unique_ptr<OpenFile> file_;
-    std::string text_;
-    bool closed_ = false;
 };
 
 } // namespace
@@ -199,7 +212,24 @@ std::unique_ptr<TextReader> openTextFileToRead(const std::string& path) {
 }
 
 std::unique_ptr<TextWriter> createTextFileToWrite(const std::string& path) {
-    return std::make_unique<WholeTextWriter>(path);
+    const DWORD attributes = GetFileAttributesW(wideText(path).c_str());
+    constexpr DWORD unwritable = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+    if (exists && (attributes & unwritable) != 0) {
+        fail("written", path, ERROR_ACCESS_DENIED);
+    }
+    std::unique_ptr<ReplacingWriter> writer = std::make_unique<ReplacingWriter>(path);
+    if (writer->code() == ERROR_SUCCESS) {
+        return writer;
+    }
+    if (!exists) {
+        fail("written", path, writer->code());
+    }
+    return rewriteTextFile(path);
+}
+
+std::unique_ptr<TextWriter> rewriteTextFile(const std::string& path) {
+    return std::make_unique<RewritingWriter>(path);
 }
 
 } // namespace veldara

@@ -19,4 +19,7 @@ std::unique_ptr<TextReader> openTextFileToRead(const std::string& path);
 // itself is rewritten. Throws Error when the path can be written in neither way.
 std::unique_ptr<TextWriter> createTextFileToWrite(const std::string& path);
 
+// Writes into an existing file; close() leaves nothing of what was in it.
+std::unique_ptr<TextWriter> rewriteTextFile(const std::string& path);
+
 } // namespace veldara

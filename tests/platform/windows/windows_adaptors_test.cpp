@@ -4,6 +4,7 @@
 #include "platform/running_system.h"
 #include "platform/windows/scripting_file_system.h"
 #include "platform/windows/shell_launcher.h"
+#include "platform/windows/text_files.h"
 
 #include <filesystem>
 #include <fstream>
@@ -104,26 +105,15 @@ TEST_F(OnWindows, TheComponentSeesNamesOfEveryAlphabet) {
     EXPECT_TRUE(std::filesystem::is_directory(pathOf(below + "\\" + beyondAscii)));
 }
 
-TEST_F(OnWindows, AFileIsRewrittenWhereNoOtherCanBeMadeBesideIt) {
-    // So long a name leaves no room for that of a temporary file, which stands here for a folder
-    // that the user may not write.
-    const std::string name(250, 'n');
-    const std::string file = folder.addFile(name, "an older and longer text\r\n");
-    const std::unique_ptr<FileSystemObject> object = system.fileSystem().create();
-    const std::unique_ptr<TextWriter> writer = object->createTextFile(file);
+// What happens in a folder where the user may write the file but make no other beside it.
+TEST_F(OnWindows, AFileIsRewrittenWhereItLies) {
+    const std::string file = folder.addFile(beyondAscii, "an older and longer text\r\n");
+    const std::unique_ptr<TextWriter> writer = rewriteTextFile(file);
     writer->writeLine("new");
+    EXPECT_EQ(folder.content(beyondAscii), "an older and longer text\r\n");
     writer->close();
-    std::ifstream stream(pathOf(file), std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "new\r\n");
-    EXPECT_EQ(object->files(folder.text()), std::vector<std::string>{name});
-}
-
-TEST_F(OnWindows, ARewrittenFileStaysAsItWasWithoutClose) {
-    const std::string name(250, 'n');
-    const std::string file = folder.addFile(name, "old\r\n");
-    const std::unique_ptr<FileSystemObject> object = system.fileSystem().create();
-    object->createTextFile(file)->writeLine("new");
-    EXPECT_EQ(object->openTextFile(file)->readLine(), "old");
+    EXPECT_EQ(folder.content(beyondAscii), "new\r\n");
+    EXPECT_THROW(rewriteTextFile(folder / "missing"), Error);
 }
 
 TEST_F(OnWindows, TheHelpViewerIsThere) {
