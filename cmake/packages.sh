@@ -5,7 +5,9 @@ run_packages="cmake ninja-build g++ pkg-config ccache libjpeg-dev libtiff-dev zl
 quick_packages="$run_packages libgtest-dev libgmock-dev python3 python3-pil xvfb xauth openbox xdotool
   imagemagick binutils file"
 test_packages="$quick_packages clang libclang-rt-14-dev llvm g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
-  wine wine64 nasm dpkg-dev libjpeg-turbo-progs"
+  wine wine64 nasm dpkg-dev libjpeg-turbo-progs nsis zip unzip"
+package_packages="$run_packages g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 nasm dpkg-dev nsis zip gzip"
+package_test_packages="$test_packages debootstrap"
 
 # need_packages NAME...: says what it installs, and asks for rights only when something is missing.
 need_packages() {

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Installs the package into a clean root of the same distribution, runs what was installed, removes it
+# and looks at what is left. Needs root's rights, debootstrap, and the machine's mirrors.
+#
+#   test_package.sh PACKAGE PHOTO
+set -euo pipefail
+
+package="$(readlink -f "$1")" photo="$(readlink -f "$2")"
+. /etc/os-release
+base="${XDG_CACHE_HOME:-$HOME/.cache}/veldara/root-$ID-$VERSION_ID.tar"
+root="$(mktemp -d)"
+trap 'umount "$root/proc" 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
+
+fail() {
+  echo "test_package: $*" >&2
+  exit 1
+}
+inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive HOME=/root "$@"; }
+
+if [[ ! -f "$base" ]]; then
+  echo "test_package: making a clean root of $PRETTY_NAME"
+  mirror="$(grep -hE '^(URIs:|deb )' /etc/apt/sources.list /etc/apt/sources.list.d/*.sources 2>/dev/null |
+    grep -oE 'https?://[^ ]+' | head -n 1)"
+  mkdir -p "$(dirname "$base")"
+  debootstrap --variant=minbase "$VERSION_CODENAME" "$root" "$mirror" >/dev/null
+  tar -C "$root" -cf "$base.part" .
+  mv "$base.part" "$base"
+else
+  tar -C "$root" -xf "$base"
+fi
+mount -t proc proc "$root/proc"
+cp /etc/resolv.conf "$root/etc/resolv.conf"
+# The same mirrors as the machine, security updates among them, and no manuals left out.
+for file in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list.d/ubuntu.sources; do
+  if [[ -f "$file" ]]; then
+    cp "$file" "$root/etc/apt/sources.list.d/"
+    : >"$root/etc/apt/sources.list"
+  fi
+done
+
+inside apt-get -qq update
+cp "$package" "$root/tmp/veldara.deb"
+inside find / -xdev \( -path /proc -o -path /tmp -o -path /var -o -path /sys \) -prune -o -print | sort >"$root/tmp/before"
+echo "test_package: installing"
+inside apt-get -qq install -y --no-install-recommends /tmp/veldara.deb >/dev/null
+for file in bin/veldara bin/veldara-tiles share/applications/veldara.desktop share/man/man1/veldara-tiles.1.gz \
+  share/icons/hicolor/scalable/apps/veldara.svg share/veldara/help/index.html share/doc/veldara/copyright; do
+  [[ -f "$root/usr/$file" ]] || fail "/usr/$file was not installed"
+done
+inside ldd /usr/bin/veldara | grep 'not found' && fail "a library of the program is missing"
+inside veldara-tiles --version | grep -q 'veldara-tiles 1.20' || fail "veldara-tiles does not run"
+cp "$photo" "$root/tmp/photo.jpg"
+inside veldara-tiles --quiet --wide 3 --high 2 --out /tmp/tiles /tmp/photo.jpg
+[[ "$(ls "$root/tmp/tiles" | wc -l)" -eq 6 ]] || fail "the installed program made $(ls "$root/tmp/tiles")"
+# Without a display it says so and comes back.
+inside veldara >/dev/null 2>&1 && fail "the window came up without a display"
+
+echo "test_package: removing"
+inside apt-get -qq purge -y veldara >/dev/null
+inside find /usr -iname '*veldara*' | grep . && fail "left behind"
+echo "test_package: installed, ran, removed; nothing is left"

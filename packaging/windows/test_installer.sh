@@ -1,0 +1,102 @@
+#!/usr/bin/env bash
+# Installs silently under Wine, starts what was installed, makes tiles with it, uninstalls silently
+# (settings stay) and by hand (settings go), and looks at what is left. Needs a display.
+#
+#   test_installer.sh SETUP ARCHIVE WINDOWS_RUN PREFIX PHOTO
+set -euo pipefail
+
+setup="$1" archive="$2" run="$3" prefix="$4" photo="$5"
+drive="$prefix/drive_c"
+folder="$drive/Program Files/Veldara"
+shortcut="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/Veldara.lnk"
+work="$(mktemp -d)"
+# Only the server of this prefix ends, and with it whatever still runs in there.
+finish() {
+  WINEPREFIX="$prefix" "$(command -v wineserver || echo /usr/lib/wine/wineserver64)" -k || true
+  rm -rf "$work"
+}
+trap finish EXIT
+
+fail() {
+  echo "test_installer: $*" >&2
+  exit 1
+}
+wine() { "$run" "$prefix" "$@"; }
+registry() { wine reg query "HKLM\\Software\\Korvane\\omra" /v "$1" 2>/dev/null | tr -d '\r'; }
+install() { wine "$setup" /S || fail "the installer ended with $?"; }
+# The uninstaller copies itself aside and comes back before it is done.
+uninstall() {
+  wine "$folder/uninstall.exe" "$@"
+  for _ in $(seq 300); do
+    [[ -e "$folder/uninstall.exe" || -e "$folder/veldara.exe" ]] || return 0
+    sleep 0.1
+  done
+  fail "the uninstaller left the program there"
+}
+
+rm -rf "$prefix"
+install
+for file in veldara.exe veldara-tiles.exe omra.chm licences.txt printer_edge_config uninstall.exe; do
+  [[ -f "$folder/$file" ]] || fail "$file was not installed"
+done
+[[ -f "$shortcut" ]] || fail "there is no start-menu entry"
+registry app_dir | grep -qF 'C:\Program Files\Veldara' || fail "app_dir is not set: $(registry app_dir)"
+grep -q 'wxWidgets' "$folder/licences.txt" || fail "the licences are incomplete"
+
+# Nobody but administrators may write where the programs lie; everybody may write the settings.
+access="$(wine cmd /c cacls 'C:\Program Files\Veldara\printer_edge_config' 2>/dev/null | tr -d '\r' || true)"
+echo "access to the profile file: ${access:-cannot be listed here}"
+
+# The installed programs run.
+wine "$folder/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fail "veldara-tiles does not run"
+wine "$folder/veldara-tiles.exe" --quiet --wide 2 --high 1 --out "$(printf 'Z:%s' "${work//\//\\}\\tiles")" "$photo"
+[[ "$(ls "$work/tiles" | wc -l)" -eq 2 ]] || fail "the installed program made $(ls "$work/tiles")"
+
+wine "$folder/veldara.exe" &
+program=$!
+window="$(timeout 60 xdotool search --sync --onlyvisible --name '^Veldara v1\.20$' | head -n 1)"
+[[ -n "$window" ]] || fail "the window does not come up"
+timeout 20 xdotool windowactivate --sync "$window"
+sleep 1
+xdotool key alt+F4
+wait "$program" || fail "the program ended with $?"
+registry prefs_numTiles | grep -q 'w01h01' || fail "closing the window stored no settings"
+
+# Without questions the settings stay.
+uninstall /S
+[[ -f "$folder/printer_edge_config" ]] || fail "a silent uninstallation took the profiles"
+registry prefs_numTiles | grep -q 'w01h01' || fail "a silent uninstallation took the settings"
+registry app_dir | grep -q 'Veldara' && fail "app_dir names a folder that is gone"
+[[ ! -e "$shortcut" ]] || fail "the start-menu entry is left"
+[[ "$(ls "$folder")" == printer_edge_config ]] || fail "left behind: $(ls "$folder")"
+
+# Installed again, the settings are the old ones; uninstalled by hand with Yes, everything goes.
+install
+registry prefs_numTiles | grep -q 'w01h01' || fail "installing again lost the settings"
+wine "$folder/uninstall.exe" &
+question() { xdotool search --onlyvisible --name '^Veldara Uninstall' 2>/dev/null | tail -n 1; }
+for _ in $(seq 300); do
+  [[ -z "$(question)" ]] || break
+  sleep 0.1
+done
+sleep 2
+xdotool key Return # the first page: Uninstall
+sleep 3
+xdotool key alt+y # remove the settings too
+for _ in $(seq 300); do
+  [[ -e "$folder/veldara.exe" ]] || break
+  sleep 0.1
+done
+sleep 2
+xdotool key Return # Close
+wait || true
+[[ ! -e "$folder" ]] || fail "left behind: $(ls "$folder")"
+wine reg query "HKLM\\Software\\Korvane" >/dev/null 2>&1 && fail "the settings are left"
+
+# The archive holds the same programs.
+(cd "$work" && unzip -q "$archive")
+for file in veldara.exe veldara-tiles.exe omra.chm licences.txt readme.txt; do
+  [[ -f "$work/veldara-1.20/$file" ]] || fail "$file is not in the archive"
+done
+wine "$work/veldara-1.20/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fail "the archive's program does not run"
+echo "test_installer: installed, ran, was uninstalled with and without the settings"
