@@ -166,8 +166,13 @@ class ReplacingWriter : public CollectingWriter {
         if (code != ERROR_SUCCESS) {
             return code;
         }
-        inPlace_ = MoveFileExW(temporary_.c_str(), wide().c_str(),
-                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+        // Who may write the old file may write the new one.
+        inPlace_ = ReplaceFileW(wide().c_str(), temporary_.c_str(), nullptr,
+                                REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != FALSE;
+        if (!inPlace_ && GetLastError() == ERROR_FILE_NOT_FOUND) {
+            inPlace_ = MoveFileExW(temporary_.c_str(), wide().c_str(),
+                                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+        }
         return inPlace_ ? ERROR_SUCCESS : GetLastError();
     }
 
