@@ -6,7 +6,9 @@
 #include <algorithm>
 
 #include <wx/dc.h>
+#include <wx/panel.h>
 #include <wx/settings.h>
+#include <wx/sizer.h>
 
 namespace veldara {
 
@@ -18,9 +20,28 @@ constexpr int gap = 5;
 
 } // namespace
 
-FolderListBox::FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size)
-    : wxVListBox(parent, wxID_ANY, wxDefaultPosition, size, wxBORDER_SUNKEN),
-      closedFolder_(folderBundle(false, iconSide)), openFolder_(folderBundle(true, iconSide)) {
+FolderListBox* FolderListBox::make(wxWindow* parent, const wxString& name, const wxSize& size) {
+#ifdef __WXMSW__
+    return new FolderListBox(parent, nullptr, name, size);
+#else
+    // The frame is a window a little larger than the list, in the colour of a list's edge.
+    auto* frame = new wxPanel(parent);
+    const wxColour face = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+    frame->SetBackgroundColour(face.ChangeLightness(face.GetLuminance() < 0.5 ? 130 : 81));
+    auto* list = new FolderListBox(frame, frame, name, size);
+    auto* edge = new wxBoxSizer(wxVERTICAL);
+    edge->Add(list, wxSizerFlags(1).Expand().Border(wxALL, 1));
+    frame->SetSizer(edge);
+    return list;
+#endif
+}
+
+FolderListBox::FolderListBox(wxWindow* parent, wxWindow* frame, const wxString& name,
+                             const wxSize& size)
+    : wxVListBox(parent, wxID_ANY, wxDefaultPosition, size,
+                 frame == nullptr ? wxBORDER_THEME : wxBORDER_NONE),
+      frame_(frame), closedFolder_(folderBundle(false, iconSide)),
+      openFolder_(folderBundle(true, iconSide)) {
     SetName(name);
     SetMinSize(size);
     SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));

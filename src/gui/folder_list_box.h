@@ -15,7 +15,11 @@ namespace veldara {
 
 class FolderListBox : public wxVListBox {
   public:
-    FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size);
+    // Makes a list inside a frame of its own where the desktop draws none around such a window.
+    static FolderListBox* make(wxWindow* parent, const wxString& name, const wxSize& size);
+
+    // What is laid out: the list with its frame.
+    wxWindow* framed() { return frame_ == nullptr ? this : frame_; }
 
     void showEntries(const std::vector<FolderList::Entry>& entries, int current);
 
@@ -29,9 +33,12 @@ class FolderListBox : public wxVListBox {
     wxCoord OnMeasureItem(std::size_t entry) const override;
 
   private:
+    FolderListBox(wxWindow* parent, wxWindow* frame, const wxString& name, const wxSize& size);
+
     void openSelected();
     void openParent();
 
+    wxWindow* frame_;
     std::vector<FolderList::Entry> entries_;
     int current_ = -1;
     wxBitmapBundle closedFolder_;

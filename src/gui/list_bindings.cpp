@@ -159,7 +159,7 @@ wxChoice* Bindings::driveList(wxWindow* parent, DriveList& model, const std::str
 
 FolderListBox* Bindings::folderList(wxWindow* parent, FolderList& model, const std::string& name,
                                     const wxSize& size) {
-    auto* native = new FolderListBox(parent, nativeText(name), size);
+    FolderListBox* native = FolderListBox::make(parent, nativeText(name), size);
     native->onOpen = [this, &model](int entry) {
         later([&model, entry] { model.userOpen(entry); });
     };

@@ -128,7 +128,7 @@ wxSizer* MainView::makeBrowser() {
     column->Add(heading, wxSizerFlags().Expand().Border(wxBOTTOM, panel_->FromDIP(8)));
     column->Add(places, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     column->Add(drive, wxSizerFlags().Expand().Border(wxBOTTOM, row));
-    column->Add(folders, wxSizerFlags(2).Expand().Border(wxBOTTOM, row));
+    column->Add(folders->framed(), wxSizerFlags(2).Expand().Border(wxBOTTOM, row));
     column->Add(filter, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     column->Add(files, wxSizerFlags(3).Expand());
     return column;

@@ -8,7 +8,7 @@ namespace veldara {
 namespace {
 
 constexpr int checkSide = 56;
-constexpr int textWidth = 400;
+constexpr int textWidth = 440;
 
 class ResultView : public DialogView {
   public:

@@ -70,7 +70,7 @@ wxSizer* SaveTilesView::makeLocation(wxWindow* box) {
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
     column->Add(drive, wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::row)));
-    column->Add(folders, wxSizerFlags(1).Expand());
+    column->Add(folders->framed(), wxSizerFlags(1).Expand());
     return column;
 }
 
