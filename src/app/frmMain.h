@@ -311,7 +311,6 @@ class frmMain : public Window,
     void cmdLargePreview_Click();
     void cmdSaveNow_Click();
     void mnuAbout_Click();
-    void showError(const std::string& sentence);
 
     Platform& platform_;
     PhotoLoader loadPhoto_;

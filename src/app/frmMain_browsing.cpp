@@ -1,7 +1,9 @@
 // The file browser: drive, folder, filter, file list, and the two shortcut buttons.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
 #include "app/photo_file.h"
 #include "app/preference_text.h"
+#include "controls/loading_mark.h"
 #include "platform/error.h"
 
 #include <algorithm>
@@ -39,15 +41,13 @@ void frmMain::Drive1_Change() {
         Dir1.setPath(platform_.drives.rootOf(Drive1.drive()));
         sCurDrive = Drive1.drive();
     } catch (const Error&) {
-        platform_.dialogs.showMessage(
-            {"The drive you chose could not be accessed.", "Invalid Drive", MessageIcon::critical});
-        restoringDrive_ = true; // the folder list never left that drive and keeps its folder
+        platform_.dialogs.showMessage(driveNotAccessibleMessage());
+        const LoadingMark mark(restoringDrive_); // the folder list never left its folder
         try {
             Drive1.setDrive(sCurDrive);
         } catch (const Error&) {
             Drive1.refresh(); // it has gone as well
         }
-        restoringDrive_ = false;
     }
     FillFileList();
 }
@@ -88,10 +88,7 @@ void frmMain::goToSpecialFolder(const std::string& folder, const std::string& fo
     } catch (const Error&) {
         // the folder has gone since the start; that is told as if it had never been found
     }
-    platform_.dialogs.showMessage({"Could not determine the location of the " + folderName +
-                                       " folder.  Please navigate there " +
-                                       "manually using the folder listbox below here.",
-                                   "Problem", MessageIcon::critical});
+    platform_.dialogs.showMessage(folderNotKnownMessage(folderName));
 }
 
 } // namespace veldara

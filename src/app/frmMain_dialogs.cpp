@@ -1,5 +1,6 @@
 // The main window's hand-over to its other windows and to the help.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
 #include "platform/error.h"
 
 namespace veldara {
@@ -17,9 +18,7 @@ void frmMain::openCalibrationDialog() {
 
 void frmMain::cmdLargePreview_Click() {
     if (!bImgSelected) {
-        platform_.dialogs.showMessage({"No image selected.  Please select an image "
-                                       "from the file listbox",
-                                       "No Image Selected", MessageIcon::exclamation});
+        platform_.dialogs.showMessage(noImageSelectedMessage());
         return;
     }
     SetPointer(3);
@@ -37,8 +36,7 @@ void frmMain::cmdSaveNow_Click() {
     }
     std::vector<TileRect> tiles;
     if (!bImgSelected || CalcTileCoord(tiles) < 1) {
-        platform_.dialogs.showMessage({"Invalid image/tile information.  Can not continue.",
-                                       "Can not continue", MessageIcon::critical});
+        platform_.dialogs.showMessage(invalidPosterMessage());
         return;
     }
     saveTiles_.OpenForPhoto(Drive1.drive(), Dir1.path(), lstFiles.selectedText());
@@ -50,21 +48,14 @@ void frmMain::mnuAbout_Click() {
 
 void frmMain::OpenHelpFile() {
     if (sHelpFile.empty() || !fileExists(sHelpFile)) {
-        platform_.dialogs.showMessage({"The help file ("
-                                       "omra.chm"
-                                       ") is missing.  Please reinstall this software.",
-                                       "Can not find help file", MessageIcon::critical});
+        platform_.dialogs.showMessage(helpMissingMessage());
         return;
     }
     try {
         platform_.launcher.openHelp(sHelpFile);
     } catch (const Error& error) {
-        showError(error.what());
+        platform_.dialogs.showMessage(errorMessage(error.what()));
     }
-}
-
-void frmMain::showError(const std::string& sentence) {
-    platform_.dialogs.showMessage({sentence, "Error", MessageIcon::critical});
 }
 
 } // namespace veldara

@@ -1,6 +1,8 @@
 // The layout of the poster: tile counts, tile size, paper, edge compensation, zoom; and the figures
 // that follow from them.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
+#include "controls/loading_mark.h"
 #include "layout/output_figures.h"
 #include "platform/error.h"
 
@@ -207,17 +209,7 @@ void frmMain::chkPrinterClips_Click() {
     bool neverCalibrated = false;
     btm_.IsInitialProfile(neverCalibrated);
     if (chkPrinterClips.checked() && neverCalibrated) {
-        platform_.dialogs.showMessage(
-            {"This option "
-             "compensates for the amount that "
-             "your printer clips off from the top, bottom, left and right edges "
-             "of your image while printing.  "
-             "This edge clipping primarily happens with borderless printing.  "
-             "\n"
-             "Click on the Edit button to the right of the Edge Calibration dropdown control to "
-             "create a customized Edge Calibration Profile for your printer "
-             "(see the help file for more details about this).",
-             "Edge Calibration Introduction", MessageIcon::information});
+        platform_.dialogs.showMessage(edgeCalibrationIntroduction());
     }
 }
 
@@ -234,12 +226,11 @@ void frmMain::cmbCurBtm_Click() {
 
 void frmMain::fillProfileList(const std::vector<std::string>& names, int selected) {
     const int before = cmbCurBtm.listIndex();
-    fillingProfiles_ = true;
-    cmbCurBtm.setItems(names);
-    if (selected >= -1 && selected < cmbCurBtm.count()) {
-        cmbCurBtm.setListIndex(selected);
+    {
+        const LoadingMark mark(fillingProfiles_);
+        cmbCurBtm.setItems(names);
+        selectProfile(selected);
     }
-    fillingProfiles_ = false;
     if (bSkipSettingWrite) {
         return;
     }

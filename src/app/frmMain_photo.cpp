@@ -3,8 +3,10 @@
 // it. Only one piece of such work is under way at a time; what is asked for meanwhile is noted down
 // and done afterwards.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
 #include "app/photo_file.h"
 #include "app/photo_turn.h"
+#include "controls/loading_mark.h"
 #include "layout/preview_resize.h"
 #include "platform/error.h"
 #include "platform/image/operations.h"
@@ -22,26 +24,11 @@ namespace {
 constexpr int photoTooSmall = 402;
 constexpr int photoUnusable = 1;
 
-// Why a load failed, ready to be shown.
+// Why a load failed.
 struct LoadFailure {
     int number = photoUnusable;
-    std::string text;
+    Message message;
 };
-
-LoadFailure tooSmallFailure() {
-    return {photoTooSmall, photoTooSmallText()};
-}
-
-LoadFailure wrongNameFailure(const std::string& name) {
-    return {photoUnusable,
-            "The file \"" + name +
-                "\" can not be used: the names of image files end in .jpg, .tif or .bmp."};
-}
-
-LoadFailure noMemoryFailure(const std::string& name) {
-    return {photoUnusable,
-            "The file \"" + name + "\" can not be loaded: there is not enough memory for it."};
-}
 
 } // namespace
 
@@ -76,10 +63,9 @@ void frmMain::workOnPhoto() {
     if (photoBusy_) {
         return; // the run under way takes it up
     }
-    photoBusy_ = true;
+    const LoadingMark mark(photoBusy_);
     while (workOnPhotoOnce()) {
     }
-    photoBusy_ = false;
 }
 
 // Returns false when nothing is left to be done.
@@ -115,9 +101,9 @@ void frmMain::loadSelectedPhoto() {
     } catch (const LoadFailure& reason) {
         failure = reason;
     } catch (const Error& error) {
-        failure = LoadFailure{photoUnusable, error.what()};
+        failure = LoadFailure{photoUnusable, photoUnreadableMessage(error.what())};
     } catch (const std::bad_alloc&) {
-        failure = noMemoryFailure(name);
+        failure = LoadFailure{photoUnusable, photoMemoryMessage(name)};
     }
     loadError_ = failure ? failure->number : 0;
     if (isSuperseded() || generation != listGeneration_) {
@@ -127,14 +113,13 @@ void frmMain::loadSelectedPhoto() {
     if (failure) {
         forgetPhoto();
         picCur.setDrawing(storage_.picError.drawing());
-        platform_.dialogs.showMessage(
-            {failure->text, "Invalid Image File Selected", MessageIcon::critical});
+        platform_.dialogs.showMessage(failure->message);
     }
 }
 
 void frmMain::loadPhotoFile(const std::string& name) {
     if (!isPhotoFile(name)) {
-        throw wrongNameFailure(name);
+        throw LoadFailure{photoUnusable, photoNameMessage(name)};
     }
     startLoadingAnimation();
     const int generation = listGeneration_;
@@ -152,7 +137,7 @@ void frmMain::loadPhotoFile(const std::string& name) {
     }
     takePhoto(std::move(photo), angle);
     if (!isPhotoLargeEnough(lImgWidth, lImgHeight)) {
-        throw tooSmallFailure();
+        throw LoadFailure{photoTooSmall, photoTooSmallMessage()};
     }
     MakePreviewImage();
 }
@@ -166,19 +151,19 @@ void frmMain::takePhoto(std::shared_ptr<const Image> photo, int angle) {
 
 void frmMain::turnPhoto() {
     SetPointer(3);
-    std::string reason;
+    std::optional<Message> failure;
     try {
         RotateImageTo(rotationAngle(cmbRotate.listIndex()));
         UpdateOutputSize();
     } catch (const Error& error) {
-        reason = error.what();
+        failure = errorMessage(error.what());
     } catch (const std::bad_alloc&) {
-        reason = "There is not enough memory to turn the photo.";
+        failure = turnMemoryMessage();
     }
     SetPointer(0);
-    if (!reason.empty()) {
+    if (failure) {
         cmbRotate.setListIndex(rotationIndex(iCurRotation)); // as the photo stands
-        showError(reason);
+        platform_.dialogs.showMessage(*failure);
     }
 }
 
@@ -271,10 +256,9 @@ void frmMain::tmrLoadingImg_Timer() {
     if (animationTickRuns_) {
         return;
     }
-    animationTickRuns_ = true;
+    const LoadingMark mark(animationTickRuns_);
     picCur.setDrawing(storage_.loadingFrameAfter(picCur.drawing()).drawing());
     platform_.eventPump.doEvents();
-    animationTickRuns_ = false;
 }
 
 } // namespace veldara

@@ -1,6 +1,7 @@
 // The preview: the photo with the tile grid over it, where the crop stands, and how it is moved
 // with the mouse and the arrow pad.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
 #include "layout/full_preview.h"
 #include "layout/preview_grid.h"
 #include "platform/error.h"
@@ -40,8 +41,7 @@ void frmMain::ShowMainPreview() {
     }
     std::vector<TileRect> tiles;
     if (CalcTileCoord(tiles) < 1) {
-        platform_.dialogs.showMessage(
-            {"Invalid tile configuration", "Invalid", MessageIcon::critical});
+        platform_.dialogs.showMessage(invalidTileConfigurationMessage());
         picCur.setPixels(imgPreview);
         return;
     }
@@ -178,9 +178,9 @@ void frmMain::FillPreview(Picture& box) {
         });
         box.setPixels(std::move(poster));
     } catch (const Error& error) {
-        showError(error.what());
+        platform_.dialogs.showMessage(errorMessage(error.what()));
     } catch (const std::bad_alloc&) {
-        showError("There is not enough memory for the full screen preview.");
+        platform_.dialogs.showMessage(previewMemoryMessage());
     }
 }
 

@@ -121,7 +121,7 @@ int frmMain::storedProfileIndex() const {
 }
 
 void frmMain::selectProfile(int index) {
-    if (index < cmbCurBtm.count()) {
+    if (index >= -1 && index < cmbCurBtm.count()) {
         cmbCurBtm.setListIndex(index);
     }
 }

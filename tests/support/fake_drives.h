@@ -12,7 +12,7 @@
 
 namespace veldara::test {
 
-class FakeDrives : public Drives {
+class FakeDrives final : public Drives {
   public:
     // Has the one drive "c" or "/", with its root folder.
     explicit FakeDrives(FolderTree& tree) : tree_(tree) { plug(letters() ? "c" : "/"); }

@@ -1,0 +1,96 @@
+#include "app/main_messages.h"
+
+#include "app/photo_file.h"
+
+namespace veldara {
+
+namespace {
+
+constexpr const char* unusablePhotoTitle = "Invalid Image File Selected";
+
+Message unusablePhoto(const std::string& text) {
+    return {text, unusablePhotoTitle, MessageIcon::critical};
+}
+
+} // namespace
+
+Message driveNotAccessibleMessage() {
+    return {"The drive you chose could not be accessed.", "Invalid Drive", MessageIcon::critical};
+}
+
+Message folderNotKnownMessage(const std::string& folderName) {
+    return {"Could not determine the location of the " + folderName +
+                " folder.  Please navigate there "
+                "manually using the folder listbox below here.",
+            "Problem", MessageIcon::critical};
+}
+
+Message photoTooSmallMessage() {
+    return unusablePhoto("The image you selected is EXTREMELY small.  It "
+                         "has a height and/or "
+                         "width that is below the minimum allowable size of " +
+                         std::to_string(minimumPhotoSide) +
+                         " pixels.  Please select a "
+                         "larger image.  ");
+}
+
+Message photoNameMessage(const std::string& fileName) {
+    return unusablePhoto("The file \"" + fileName +
+                         "\" can not be used: the names of image files end in .jpg, .tif or .bmp.");
+}
+
+Message photoMemoryMessage(const std::string& fileName) {
+    return unusablePhoto("The file \"" + fileName +
+                         "\" can not be loaded: there is not enough memory for it.");
+}
+
+Message photoUnreadableMessage(const std::string& reason) {
+    return unusablePhoto(reason);
+}
+
+Message invalidTileConfigurationMessage() {
+    return {"Invalid tile configuration", "Invalid", MessageIcon::critical};
+}
+
+Message turnMemoryMessage() {
+    return errorMessage("There is not enough memory to turn the photo.");
+}
+
+Message previewMemoryMessage() {
+    return errorMessage("There is not enough memory for the full screen preview.");
+}
+
+Message edgeCalibrationIntroduction() {
+    return {"This option "
+            "compensates for the amount that "
+            "your printer clips off from the top, bottom, left and right edges "
+            "of your image while printing.  "
+            "This edge clipping primarily happens with borderless printing.  "
+            "\n"
+            "Click on the Edit button to the right of the Edge Calibration dropdown control to "
+            "create a customized Edge Calibration Profile for your printer "
+            "(see the help file for more details about this).",
+            "Edge Calibration Introduction", MessageIcon::information};
+}
+
+Message noImageSelectedMessage() {
+    return {"No image selected.  Please select an image "
+            "from the file listbox",
+            "No Image Selected", MessageIcon::exclamation};
+}
+
+Message invalidPosterMessage() {
+    return {"Invalid image/tile information.  Can not continue.", "Can not continue",
+            MessageIcon::critical};
+}
+
+Message helpMissingMessage() {
+    return {"The help file (omra.chm) is missing.  Please reinstall this software.",
+            "Can not find help file", MessageIcon::critical};
+}
+
+Message errorMessage(const std::string& sentence) {
+    return {sentence, "Error", MessageIcon::critical};
+}
+
+} // namespace veldara
