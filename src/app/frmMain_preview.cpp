@@ -7,6 +7,7 @@
 #include "platform/error.h"
 #include "platform/image/operations.h"
 
+#include <exception>
 #include <new>
 
 namespace veldara {
@@ -47,11 +48,15 @@ void frmMain::ShowMainPreview() {
     }
     const PreviewGrid grid = previewGrid(tiles, GetNumTilesWide(), GetNumTilesHigh(), dPreviewScale,
                                          imgPreview->width(), imgPreview->height());
-    auto imgGrid = std::make_shared<Image>(Image::copyOf(imgPreview->view()));
-    drawPreviewGrid(imgGrid->mutableView(), grid);
-    picCur.setPixels(std::move(imgGrid));
     crop_ = grid.crop;
-    bPreviewOn = true;
+    try {
+        auto imgGrid = std::make_shared<Image>(Image::copyOf(imgPreview->view()));
+        drawPreviewGrid(imgGrid->mutableView(), grid);
+        picCur.setPixels(std::move(imgGrid));
+        bPreviewOn = true;
+    } catch (const std::exception&) {
+        picCur.setPixels(imgPreview); // no memory for a second picture: better without the grid
+    }
 }
 
 void frmMain::UpdatePlacementLabels() {

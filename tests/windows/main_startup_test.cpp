@@ -275,6 +275,15 @@ TEST_F(MainStartup, NothingButTheLastFolderIsWritten) {
     EXPECT_THAT(namesWritten(), ElementsAre("last_folder"));
 }
 
+TEST_F(LetteredMainStartup, WithoutADriveCTheFirstOneIsTaken) {
+    fakes.registry.clear();
+    fakes.drives.plug("d");
+    fakes.drives.unplug("c");
+    EXPECT_EQ(start().Drive1.drive(), "d");
+    EXPECT_EQ(window->Dir1.path(), "d:\\");
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
 struct CountsCase {
     const char* text;
     int wide;
