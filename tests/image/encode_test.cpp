@@ -103,6 +103,37 @@ TEST(Encode, TheSamePixelsGiveTheSameBytes) {
     }
 }
 
+TEST(Encode, RowsInBandsGiveTheSameFileAsTheWhole) {
+    const Image image = photo(333, 270);
+    for (const FileType type : everyType) {
+        for (const int bandHeight : {1, 7, 64, 269}) {
+            const auto encoder = openRowEncoder(333, 270, type, 300, rgbProfile());
+            for (int y = 0; y < 270; y += bandHeight) {
+                encoder->writeRows(image.view().cut(0, y, 333, std::min(bandHeight, 270 - y)));
+            }
+            EXPECT_EQ(encoder->finish(), encodeImage(image.view(), type, 300, rgbProfile()));
+        }
+    }
+}
+
+TEST(Encode, RowsThatWereNotAnnouncedAreRefused) {
+    const Image image = photo(20, 10);
+    for (const FileType type : everyType) {
+        const auto encoder = openRowEncoder(20, 10, type, 300, {});
+        EXPECT_THROW(encoder->writeRows(image.view().cut(0, 0, 19, 5)), Error);
+        encoder->writeRows(image.view().cut(0, 0, 20, 6));
+        EXPECT_THROW(encoder->finish(), Error);
+        EXPECT_THROW(encoder->writeRows(image.view()), Error);
+    }
+}
+
+TEST(Encode, AStripTallerThanWideAndARowLargerThanAStrip) {
+    for (const auto& [width, height] : {std::pair{1, 90000}, {3, 40000}, {100000, 3}}) {
+        const Image image = photo(width, height);
+        EXPECT_TRUE(same(load(encodeImage(image.view(), FileType::tiff, 300, {})), image));
+    }
+}
+
 TEST(Encode, WhatAFormatCannotHoldIsRefused) {
     EXPECT_THROW(encodeImage({}, FileType::bmp, 300, {}), Error);
     // A row that is read again and again: the view claims 66,000 rows of the same three bytes.

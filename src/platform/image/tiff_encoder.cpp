@@ -1,62 +1,114 @@
+// Our own writer of the one kind of TIFF that the program makes: 8-bit RGB in strips, with LZW and
+// the horizontal predictor.
 #include "platform/error.h"
+#include "platform/image/lzw_encoder.h"
 #include "platform/image/picture_encoder.h"
-#include "platform/image/tiff_handle.h"
 
 #include <algorithm>
-#include <string>
+#include <array>
 
 namespace veldara {
 
 namespace {
 
 // Small enough that readers need little memory, large enough that the code tables pay.
-constexpr std::uint64_t stripSize = 256 << 10;
+constexpr std::size_t stripSize = 256 << 10;
 
 // Offsets of an ordinary TIFF file are 32 bits wide, and LZW can make noise larger than it was.
 bool needsWideOffsets(std::uint64_t pixelBytes) {
     return pixelBytes > 2'800'000'000;
 }
 
-void setFields(TIFF* tiff, const PictureToEncode& picture, std::uint32_t rowsPerStrip) {
-    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(picture.width));
-    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(picture.height));
-    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
-    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
-    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-    TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
-    TIFFSetField(tiff, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
-    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
-    if (picture.dotsPerInch > 0) {
-        TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
-        TIFFSetField(tiff, TIFFTAG_XRESOLUTION, static_cast<double>(picture.dotsPerInch));
-        TIFFSetField(tiff, TIFFTAG_YRESOLUTION, static_cast<double>(picture.dotsPerInch));
-    }
-    if (!picture.profile.empty()) {
-        TIFFSetField(tiff, TIFFTAG_ICCPROFILE, static_cast<std::uint32_t>(picture.profile.size()),
-                     picture.profile.data());
+constexpr unsigned shortNumber = 3; // field types
+constexpr unsigned longNumber = 4;
+constexpr unsigned fraction = 5;
+constexpr unsigned bareBytes = 7;
+constexpr unsigned wideNumber = 16;
+
+void putNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, unsigned size) {
+    for (unsigned i = 0; i < size; ++i) {
+        bytes.push_back(static_cast<std::uint8_t>(value >> 8 * i));
     }
 }
 
-std::size_t rowSizeOf(const PictureToEncode& picture) {
-    return std::size_t{3} * static_cast<std::size_t>(picture.width);
+std::vector<std::uint8_t> numbers(std::initializer_list<std::uint64_t> values, unsigned size) {
+    std::vector<std::uint8_t> bytes;
+    for (const std::uint64_t value : values) {
+        putNumber(bytes, value, size);
+    }
+    return bytes;
 }
+
+// The fields of the page, in ascending order of their tags, as the format asks for.
+class Directory {
+  public:
+    explicit Directory(bool wide) : wide_(wide) {}
+
+    void add(unsigned tag, unsigned type, std::uint64_t count, std::vector<std::uint8_t> value) {
+        fields_.push_back({tag, type, count, std::move(value)});
+    }
+    void addShort(unsigned tag, unsigned value) { add(tag, shortNumber, 1, numbers({value}, 2)); }
+    void addLong(unsigned tag, std::uint64_t value) {
+        add(tag, longNumber, 1, numbers({value}, 4));
+    }
+
+    // Appends the values that do not fit into their fields, then the directory; returns its place.
+    std::uint64_t appendTo(std::vector<std::uint8_t>& file) {
+        const std::size_t room = wide_ ? 8 : 4;
+        for (Field& field : fields_) {
+            if (field.value.size() > room) {
+                file.resize((file.size() + 1) / 2 * 2); // values start at even places
+                const std::uint64_t place = file.size();
+                file.insert(file.end(), field.value.begin(), field.value.end());
+                field.value = numbers({place}, static_cast<unsigned>(room));
+            }
+            field.value.resize(room);
+        }
+        file.resize((file.size() + 7) / 8 * 8);
+        const std::uint64_t place = file.size();
+        putNumber(file, fields_.size(), wide_ ? 8 : 2);
+        for (const Field& field : fields_) {
+            putNumber(file, field.tag, 2);
+            putNumber(file, field.type, 2);
+            putNumber(file, field.count, wide_ ? 8 : 4);
+            file.insert(file.end(), field.value.begin(), field.value.end());
+        }
+        putNumber(file, 0, wide_ ? 8 : 4); // no other page
+        return place;
+    }
+
+  private:
+    struct Field {
+        unsigned tag;
+        unsigned type;
+        std::uint64_t count;
+        std::vector<std::uint8_t> value;
+    };
+
+    bool wide_;
+    std::vector<Field> fields_;
+};
 
 class TiffEncoder : public PictureEncoder {
   public:
     explicit TiffEncoder(const PictureToEncode& picture)
-        : rowSize_(rowSizeOf(picture)),
+        : picture_(picture), rowSize_(std::size_t{3} * static_cast<std::size_t>(picture.width)),
           rowsPerStrip_(std::clamp<std::size_t>(stripSize / rowSize_, 1,
                                                 static_cast<std::size_t>(picture.height))),
-          output_(
-              needsWideOffsets(std::uint64_t{rowSize_} * static_cast<unsigned>(picture.height))),
+          wide_(needsWideOffsets(std::uint64_t{rowSize_} * static_cast<unsigned>(picture.height))),
           strip_(rowSize_ * rowsPerStrip_) {
-        setFields(output_.handle.get(), picture, static_cast<std::uint32_t>(rowsPerStrip_));
+        file_ = {'I', 'I'};
+        putNumber(file_, wide_ ? 43 : 42, 2);
+        if (wide_) {
+            putNumber(file_, 8, 2); // bytes of an offset
+            putNumber(file_, 0, 2);
+        }
+        file_.resize(wide_ ? 16 : 8);
     }
 
     void writeRows(const PixelView& rows) override {
         for (int y = 0; y < rows.height(); ++y) {
-            std::copy_n(rows.row(y), rowSize_, &strip_[rowSize_ * rowsInStrip_]);
+            predictRow(rows.row(y), &strip_[rowSize_ * rowsInStrip_]);
             if (++rowsInStrip_ == rowsPerStrip_) {
                 writeStrip();
             }
@@ -67,29 +119,71 @@ class TiffEncoder : public PictureEncoder {
         if (rowsInStrip_ > 0) {
             writeStrip();
         }
-        if (TIFFFlush(output_.handle.get()) != 1) {
-            throw Error("there is not enough memory");
+        const std::uint64_t place = directory().appendTo(file_);
+        const std::vector<std::uint8_t> pointer = numbers({place}, wide_ ? 8 : 4);
+        std::copy(pointer.begin(), pointer.end(), file_.begin() + (wide_ ? 8 : 4));
+        if (!wide_ && file_.size() > 0xFFFFFFFF) {
+            throw Error("the file would be larger than its format allows");
         }
-        output_.handle.reset();
-        return std::move(output_.bytes);
+        return std::move(file_);
     }
 
   private:
-    // The predictor works within the buffer that it is given.
-    void writeStrip() {
-        if (TIFFWriteEncodedStrip(output_.handle.get(), stripNumber_++, strip_.data(),
-                                  static_cast<tmsize_t>(rowSize_ * rowsInStrip_)) < 0) {
-            throw Error("there is not enough memory");
+    // Every sample as its difference from the one of the same colour to its left.
+    void predictRow(const std::uint8_t* row, std::uint8_t* differences) const {
+        std::copy_n(row, 3, differences);
+        for (std::size_t i = 3; i < rowSize_; ++i) {
+            differences[i] = static_cast<std::uint8_t>(row[i] - row[i - 3]);
         }
+    }
+
+    void writeStrip() {
+        const std::uint64_t place = file_.size();
+        lzw_.encode({strip_.data(), rowSize_ * rowsInStrip_}, file_);
+        putNumber(stripPlaces_, place, wide_ ? 8 : 4);
+        putNumber(stripSizes_, file_.size() - place, 4);
         rowsInStrip_ = 0;
     }
 
+    Directory directory() {
+        const std::uint64_t strips = stripSizes_.size() / 4;
+        Directory fields(wide_);
+        fields.addLong(256, static_cast<std::uint64_t>(picture_.width));
+        fields.addLong(257, static_cast<std::uint64_t>(picture_.height));
+        fields.add(258, shortNumber, 3, numbers({8, 8, 8}, 2)); // bits per sample
+        fields.addShort(259, 5);                                // LZW
+        fields.addShort(262, 2);                                // RGB
+        fields.add(273, wide_ ? wideNumber : longNumber, strips, std::move(stripPlaces_));
+        fields.addShort(274, 1); // upright
+        fields.addShort(277, 3); // samples per pixel
+        fields.addLong(278, rowsPerStrip_);
+        fields.add(279, longNumber, strips, std::move(stripSizes_));
+        if (picture_.dotsPerInch > 0) {
+            const auto dots = static_cast<std::uint64_t>(picture_.dotsPerInch);
+            fields.add(282, fraction, 1, numbers({dots, 1}, 4));
+            fields.add(283, fraction, 1, numbers({dots, 1}, 4));
+        }
+        fields.addShort(284, 1); // samples of a pixel together
+        if (picture_.dotsPerInch > 0) {
+            fields.addShort(296, 2); // inches
+        }
+        fields.addShort(317, 2); // horizontal predictor
+        if (!picture_.profile.empty()) {
+            fields.add(34675, bareBytes, picture_.profile.size(), picture_.profile);
+        }
+        return fields;
+    }
+
+    PictureToEncode picture_;
     std::size_t rowSize_;
     std::size_t rowsPerStrip_;
-    TiffOutput output_;
+    bool wide_;
     std::vector<std::uint8_t> strip_;
     std::size_t rowsInStrip_ = 0;
-    std::uint32_t stripNumber_ = 0;
+    LzwEncoder lzw_;
+    std::vector<std::uint8_t> file_;
+    std::vector<std::uint8_t> stripPlaces_; // as the directory wants them
+    std::vector<std::uint8_t> stripSizes_;
 };
 
 } // namespace

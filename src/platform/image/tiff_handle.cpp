@@ -86,45 +86,6 @@ toff_t sizeOfInput(thandle_t user) noexcept {
     return static_cast<TiffInput*>(user)->source.size();
 }
 
-tmsize_t readOutput(thandle_t user, void* buffer, tmsize_t count) noexcept {
-    auto& output = *static_cast<TiffOutput*>(user);
-    const std::size_t left = output.bytes.size() - std::min(output.position, output.bytes.size());
-    const std::size_t got = std::min(left, static_cast<std::size_t>(std::max<tmsize_t>(0, count)));
-    std::copy_n(output.bytes.data() + output.position, got, static_cast<std::uint8_t*>(buffer));
-    output.position += got;
-    return static_cast<tmsize_t>(got);
-}
-
-tmsize_t writeOutput(thandle_t user, void* buffer, tmsize_t count) noexcept {
-    auto& output = *static_cast<TiffOutput*>(user);
-    try {
-        const std::size_t end = output.position + static_cast<std::size_t>(count);
-        const auto* from = static_cast<const std::uint8_t*>(buffer);
-        if (output.position == output.bytes.size()) {
-            output.bytes.insert(output.bytes.end(), from, from + count);
-        } else {
-            output.bytes.resize(std::max(output.bytes.size(), end));
-            std::memcpy(output.bytes.data() + output.position, from,
-                        static_cast<std::size_t>(count));
-        }
-        output.position = end;
-        return count;
-    } catch (const std::exception&) {
-        return -1;
-    }
-}
-
-toff_t seekOutput(thandle_t user, toff_t offset, int whence) noexcept {
-    auto& output = *static_cast<TiffOutput*>(user);
-    output.position =
-        static_cast<std::size_t>(seekFrom(output.position, output.bytes.size(), offset, whence));
-    return output.position;
-}
-
-toff_t sizeOfOutput(thandle_t user) noexcept {
-    return static_cast<TiffOutput*>(user)->bytes.size();
-}
-
 int closeNothing(thandle_t) noexcept {
     return 0;
 }
@@ -137,16 +98,6 @@ TiffInput::TiffInput(ByteSource& bytes) : source(bytes) {
                                    closeNothing, sizeOfInput, nullptr, nullptr, options.get()));
     if (!handle) {
         throw Error("its header is damaged or incomplete");
-    }
-}
-
-TiffOutput::TiffOutput(bool big) {
-    const auto options = optionsWith(messages);
-    handle.reset(TIFFClientOpenExt("picture", big ? "w8m" : "wm", this, readOutput, writeOutput,
-                                   seekOutput, closeNothing, sizeOfOutput, nullptr, nullptr,
-                                   options.get()));
-    if (!handle) {
-        throw Error("there is not enough memory");
     }
 }
 

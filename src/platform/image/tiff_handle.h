@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include <tiffio.h>
 
@@ -36,18 +35,6 @@ struct TiffInput {
 
     ByteSource& source;
     std::uint64_t position = 0;
-    TiffMessages messages;
-    TiffHandle handle; // last, so that it goes first
-};
-
-// What the library writes to.
-struct TiffOutput {
-    explicit TiffOutput(bool big);
-    TiffOutput(const TiffOutput&) = delete;
-    TiffOutput& operator=(const TiffOutput&) = delete;
-
-    std::vector<std::uint8_t> bytes;
-    std::size_t position = 0;
     TiffMessages messages;
     TiffHandle handle; // last, so that it goes first
 };
