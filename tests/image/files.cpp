@@ -142,7 +142,7 @@ Bytes rgbProfile() {
 
 Bytes greyProfile(double gamma) {
     cmsToneCurve* curve = cmsBuildGamma(nullptr, gamma);
-    const Bytes bytes = saved(cmsCreateGrayProfile(cmsD50_xyY(), curve));
+    Bytes bytes = saved(cmsCreateGrayProfile(cmsD50_xyY(), curve));
     cmsFreeToneCurve(curve);
     return bytes;
 }

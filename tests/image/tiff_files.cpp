@@ -99,11 +99,12 @@ Samples rgbSamples(const TiffKind& kind, const Pixel& photo, int x, int y, int g
 Samples inkSamples(const TiffKind& kind, const Pixel& photo) {
     Samples samples;
     const int factor = kind.bits == 16 ? 257 : 1;
+    const int black = photo[0] / 3;
     for (std::size_t c = 0; c < 3; ++c) {
         samples.values[c] = photo[c] * factor;
-        samples.meaning[c] = rounded((255.0 - photo[c]) * (255 - photo[0] / 3) / 255);
+        samples.meaning[c] = rounded((255.0 - photo[c]) * (255 - black) / 255);
     }
-    samples.values[3] = photo[0] / 3 * factor;
+    samples.values[3] = black * factor;
     return samples;
 }
 
@@ -151,7 +152,7 @@ Samples samplesAt(const TiffKind& kind, const Image& picture, int x, int y) {
 void putSample(Bytes& row, const TiffKind& kind, int index, int value) {
     if (kind.bits == 16) {
         const auto number = static_cast<std::uint16_t>(value); // the library swaps when it must
-        std::memcpy(&row[static_cast<std::size_t>(2 * index)], &number, 2);
+        std::memcpy(&row[2 * static_cast<std::size_t>(index)], &number, 2);
         return;
     }
     const int perByte = 8 / kind.bits;

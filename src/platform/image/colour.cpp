@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -60,7 +61,8 @@ Curve sampledGreyCurve(cmsContext context, cmsHPROFILE grey) {
         const auto level = static_cast<cmsUInt16Number>(i * 65535 / (samples - 1));
         cmsCIEXYZ light{};
         cmsDoTransform(transform.get(), &level, &light, 1);
-        table[i] = static_cast<cmsUInt16Number>(std::clamp(light.Y, 0.0, 1.0) * 65535.0 + 0.5);
+        table[i] =
+            static_cast<cmsUInt16Number>(std::lround(std::clamp(light.Y, 0.0, 1.0) * 65535.0));
     }
     return Curve(cmsBuildTabulatedToneCurve16(context, samples, table.data()));
 }

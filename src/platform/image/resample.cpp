@@ -184,7 +184,8 @@ class GroupRows {
 };
 
 std::uint8_t byteOf(float value) {
-    return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F) + 0.5F);
+    const float upToHalfMore = std::clamp(value, 0.0F, 255.0F) + 0.5F; // cut off, it is rounded
+    return static_cast<std::uint8_t>(upToHalfMore);
 }
 
 void filterAcross(const Axis& across, const float* column, std::uint8_t* result, int width) {

@@ -198,7 +198,8 @@ void TiffSamples::chromaToRgb(unsigned y, unsigned cb, unsigned cr, std::uint8_t
     const float blue = blueness * (2 - 2 * luma_[2]) + brightness;
     const float green = (brightness - luma_[2] * blue - luma_[0] * red) / luma_[1];
     const auto byte = [](float value) {
-        return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F) + 0.5F);
+        const float upToHalfMore = std::clamp(value, 0.0F, 255.0F) + 0.5F;
+        return static_cast<std::uint8_t>(upToHalfMore);
     };
     rgb[0] = byte(red);
     rgb[1] = byte(green);
