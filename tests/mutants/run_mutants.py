@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Plants small faults in a copy of the tree, one at a time, and looks whether the tests find each.
 
-    run_mutants.py [--jobs N] [--only WORD] [LIST...]
+    run_mutants.py [--jobs N] [--only WORD] [--keep FOLDER] [LIST...]
 
 A list has blocks: "file PATH", then pairs of lines "- OLD" and "+ NEW"; OLD stands exactly once in the
 file. "program NAME" says which test program must fail (test_rules when it is not said). A mutant is
@@ -10,6 +10,8 @@ compile or its OLD is not there. Prints a table; status 1 when a mutant was not 
 """
 
 import argparse
+import contextlib
+import filecmp
 import shutil
 import subprocess
 import sys
@@ -67,19 +69,36 @@ def judge(copy, mutant, jobs):
         source.write_text(text, encoding="utf-8")
 
 
+def copy_tree(copy):
+    """Makes the copy like the tree, touching only files that differ, so that little is built anew."""
+    for source in TREE.rglob("*"):
+        name = source.relative_to(TREE)
+        if name.parts[0] in ("build", ".git") or not source.is_file():
+            continue
+        target = copy / name
+        if not target.exists() or not filecmp.cmp(source, target, shallow=False):
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(source, target)
+            target.chmod(source.stat().st_mode)
+
+
 def main():
     options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     options.add_argument("--jobs", type=int, default=2)
     options.add_argument("--only", default="", help="only the files whose path has this word")
+    options.add_argument("--keep", type=Path, help="build there, and leave it for a faster next run")
     options.add_argument("lists", nargs="*", type=Path, default=sorted(HERE.glob("*.txt")))
     chosen = options.parse_args()
     mutants = [m for path in chosen.lists for m in read_list(path) if chosen.only in m[1]]
 
     start = time.monotonic()
     found, bad = {}, []
-    with tempfile.TemporaryDirectory(prefix="veldara_mutants_") as folder:
+    with contextlib.ExitStack() as cleanup:
+        folder = chosen.keep
+        if not folder:
+            folder = cleanup.enter_context(tempfile.TemporaryDirectory(prefix="veldara_mutants_"))
         copy = Path(folder) / "tree"
-        shutil.copytree(TREE, copy, ignore=shutil.ignore_patterns("build", ".git"))
+        copy_tree(copy)
         options_file = copy / "cmake/VeldaraBuild.cmake"
         # A mutant may leave a variable unused, which is not what is asked here.
         options_file.write_text(options_file.read_text().replace("-Werror", ""))
