@@ -144,7 +144,7 @@ Decoded decodePlainly(const Bytes& file) {
     state.err = jpeg_std_error(&errors);
     errors.error_exit = complain;
     jpeg_create_decompress(&state);
-    jpeg_mem_src(&state, file.data(), file.size());
+    jpeg_mem_src(&state, file.data(), static_cast<unsigned long>(file.size()));
     jpeg_read_header(&state, TRUE);
     if (state.num_components == 4) {
         state.out_color_space = JCS_CMYK;
