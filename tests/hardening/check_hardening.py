@@ -6,7 +6,8 @@
 
 Linux programs: loaded at a random place (PIE), the tables of the loader read-only once it is done
 (RELRO, bound at start), no executable stack, stack guards, checked library calls, no library path of
-its own. Windows programs: random place with high entropy, no executable data.
+its own. Windows programs: random place with high entropy, no executable data, no library but those that
+every Windows has.
 """
 
 import struct
@@ -14,6 +15,13 @@ import subprocess
 import sys
 import tempfile
 from pathlib import Path
+
+
+# What every Windows since version 10 brings along, as far as our programs use it.
+WINDOWS_LIBRARIES = set(
+    "advapi32 comctl32 comdlg32 gdi32 gdiplus imm32 kernel32 msimg32 msvcrt ole32 oleacc oleaut32 rpcrt4 shell32 "
+    "shlwapi user32 uuid uxtheme version winmm winspool ws2_32".split()
+)
 
 
 def readelf(program, *options):
@@ -57,7 +65,34 @@ def lacking_in_pe(content):
     relocations = struct.unpack_from("<I", content, optional + 112 + 5 * 8 + 4)[0]
     if relocations == 0:
         lacking.append("the table without which it cannot be moved")
+    foreign = imported_libraries(content, optional) - WINDOWS_LIBRARIES
+    if foreign:
+        lacking.append(f"independence of {', '.join(sorted(foreign))}")
     return lacking
+
+
+def imported_libraries(content, optional):
+    """Names without their ending, in small letters, from the table of imports."""
+    count = struct.unpack_from("<H", content, optional - 18)[0]
+    first = optional + struct.unpack_from("<H", content, optional - 4)[0]
+    sections = [struct.unpack_from("<III", content, first + 40 * i + 12) for i in range(count)]
+
+    def place(address):
+        for start, size, raw in sections:
+            if start <= address < start + size:
+                return address - start + raw
+        raise ValueError(f"address {address:#x} lies in no section")
+
+    names = set()
+    entry = place(struct.unpack_from("<I", content, optional + 112 + 8)[0])
+    while True:
+        name = struct.unpack_from("<I", content, entry + 12)[0]
+        if name == 0:
+            return names
+        start = place(name)
+        text = content[start : content.index(b"\0", start)].decode("ascii").lower()
+        names.add(text.rsplit(".", 1)[0])
+        entry += 20
 
 
 def lacking(program):
