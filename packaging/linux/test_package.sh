@@ -19,10 +19,13 @@ inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF
 
 if [[ ! -f "$base" ]]; then
   echo "test_package: making a clean root of $PRETTY_NAME"
-  mirror="$(grep -hE '^(URIs:|deb )' /etc/apt/sources.list /etc/apt/sources.list.d/*.sources 2>/dev/null |
-    grep -oE 'https?://[^ ]+' | head -n 1)"
+  mirror="$({ cat /etc/apt/sources.list.d/{debian,ubuntu}.sources /etc/apt/sources.list 2>/dev/null || true; } |
+    sed -nE 's#^(URIs:|deb) .*(https?://[^ ]+).*#\2#p' | sed -n 1p)"
   mkdir -p "$(dirname "$base")"
-  debootstrap --variant=minbase "$VERSION_CODENAME" "$root" "$mirror" >/dev/null
+  debootstrap --variant=minbase "$VERSION_CODENAME" "$root" "$mirror" >"$base.log" || {
+    tail "$base.log" >&2
+    fail "no clean root could be made"
+  }
   tar -C "$root" -cf "$base.part" .
   mv "$base.part" "$base"
 else
