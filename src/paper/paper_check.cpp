@@ -51,10 +51,10 @@ PaperEntries readPaperEntries(const std::string& width, const std::string& heigh
 
 PaperCheck checkPaper(const PaperEntries& entries, Units units, double leastInches,
                       double mostInches, NumberStyle style) {
-    if (const PaperCheck size = checkPaperSize(entries, units, style); !size.ok()) {
+    if (PaperCheck size = checkPaperSize(entries, units, style); !size.ok()) {
         return size;
     }
-    if (const PaperCheck margins = checkMargins(entries); !margins.ok()) {
+    if (PaperCheck margins = checkMargins(entries); !margins.ok()) {
         return margins;
     }
     const double width = *entries.width;
