@@ -92,6 +92,7 @@ MainView::MainView(frmMain& model, wxWindow* parent)
 
 void MainView::makeMenus() {
     auto* bar = new wxMenuBar;
+    static_cast<wxFrame&>(native()).SetMenuBar(bar); // a bar of no window takes no menu's state
     auto* file = new wxMenu;
     bind().menuItem(*file, model_.mnuExit, "mnuExit");
     auto* tools = new wxMenu;
@@ -103,7 +104,6 @@ void MainView::makeMenus() {
     bind().menu(*bar, file, model_.mnuFile);
     bind().menu(*bar, tools, model_.mnuTools);
     bind().menu(*bar, help, model_.mnuHelp);
-    static_cast<wxFrame&>(native()).SetMenuBar(bar);
 }
 
 wxSizer* MainView::makeBrowser() {

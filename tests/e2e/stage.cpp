@@ -2,6 +2,9 @@
 
 #include "app/preference_text.h"
 
+#include <cstdlib>
+#include <iostream>
+
 #include <wx/dialog.h>
 #include <wx/evtloop.h>
 #include <wx/utils.h>
@@ -41,7 +44,13 @@ Stage::Stage() {
 }
 
 Stage::~Stage() {
-    stop();
+    try {
+        stop();
+    } catch (const DriverError& error) {
+        // Nothing that comes after could be relied on.
+        std::cerr << "The program could not be taken away: " << error.what() << std::endl;
+        std::abort();
+    }
     forgetStoredValues();
 }
 

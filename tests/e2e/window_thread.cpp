@@ -1,5 +1,6 @@
 #include "e2e/window_thread.h"
 
+#include <iostream>
 #include <thread>
 #include <utility>
 
@@ -21,6 +22,14 @@ class DrivenApp : public wxApp {
         return true;
     }
 
+    // A failed check of the toolkit fails the run, without a dialog that nobody would answer.
+    void OnAssertFailure(const wxChar* file, int line, const wxChar* function,
+                         const wxChar* condition, const wxChar* message) override {
+        std::cerr << wxString(file) << ':' << line << ": " << wxString(function) << ": "
+                  << wxString(condition) << ' ' << wxString(message) << '\n';
+        ++failedChecks_;
+    }
+
     int OnRun() override {
         int result = 1;
         std::thread driving;
@@ -32,11 +41,12 @@ class DrivenApp : public wxApp {
         });
         MainLoop();
         driving.join();
-        return result;
+        return failedChecks_ > 0 ? 1 : result;
     }
 
   private:
     std::function<int()> act_;
+    int failedChecks_ = 0;
 };
 
 } // namespace
