@@ -66,10 +66,27 @@ void Driver::pause(std::chrono::milliseconds time) {
     std::this_thread::sleep_for(time);
 }
 
-// Lets what was put in at the display come back to the program as events.
+// Lets what was put in at the display come back to the program as events. Where message boxes are
+// the system's own, the window thread does not answer while one is up.
 void Driver::settle() {
+#ifdef __WXMSW__
+    pause(std::chrono::milliseconds(90));
+#else
     pause(std::chrono::milliseconds(40));
     onWindowThread([] {});
+#endif
+}
+
+void Driver::simulate(const std::function<void(wxUIActionSimulator&)>& act) {
+    const auto run = [&act] {
+        wxUIActionSimulator simulator;
+        act(simulator);
+    };
+#ifdef __WXMSW__
+    run();
+#else
+    onWindowThread(run); // the display's connection belongs to that thread
+#endif
 }
 
 wxTopLevelWindow* Driver::window(const std::string& name) {
@@ -173,15 +190,9 @@ void Driver::clickScreen(wxPoint at) {
     if (at == lastClick_ && Clock::now() - lastClickTime_ < doubleClickTime) {
         pause(doubleClickTime);
     }
-    onWindowThread([at] {
-        wxUIActionSimulator simulator;
-        simulator.MouseMove(at);
-    });
+    simulate([at](wxUIActionSimulator& mouse) { mouse.MouseMove(at); });
     settle();
-    onWindowThread([] {
-        wxUIActionSimulator simulator;
-        simulator.MouseClick();
-    });
+    simulate([](wxUIActionSimulator& mouse) { mouse.MouseClick(); });
     lastClick_ = at;
     lastClickTime_ = Clock::now();
     settle();
@@ -192,10 +203,7 @@ void Driver::drag(const std::string& windowName, const std::string& name, wxPoin
     const wxPoint start = screenPoint(windowName, name, from);
     const wxPoint end = screenPoint(windowName, name, to);
     const auto act = [this](const std::function<void(wxUIActionSimulator&)>& step) {
-        onWindowThread([&] {
-            wxUIActionSimulator simulator;
-            step(simulator);
-        });
+        simulate(step);
         settle();
     };
     act([&](wxUIActionSimulator& mouse) { mouse.MouseMove(start); });
@@ -211,11 +219,11 @@ void Driver::drag(const std::string& windowName, const std::string& name, wxPoin
 void Driver::press(const std::string& windowName, const std::string& name, wxPoint inWidget,
                    std::chrono::milliseconds held) {
     const wxPoint at = screenPoint(windowName, name, inWidget);
-    onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
+    simulate([&](wxUIActionSimulator& input) { input.MouseMove(at); });
     settle();
-    onWindowThread([] { wxUIActionSimulator().MouseDown(); });
+    simulate([](wxUIActionSimulator& input) { input.MouseDown(); });
     pause(held);
-    onWindowThread([] { wxUIActionSimulator().MouseUp(); });
+    simulate([](wxUIActionSimulator& input) { input.MouseUp(); });
     settle();
 }
 
@@ -272,9 +280,9 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
         return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
     });
     const wxPoint onScreen = screenPoint(windowName, name, at);
-    onWindowThread([&] { wxUIActionSimulator().MouseMove(onScreen); });
+    simulate([&](wxUIActionSimulator& input) { input.MouseMove(onScreen); });
     settle();
-    onWindowThread([] { wxUIActionSimulator().MouseDblClick(); });
+    simulate([](wxUIActionSimulator& input) { input.MouseDblClick(); });
     lastClick_ = onScreen;
     lastClickTime_ = Clock::now();
     settle();
@@ -282,7 +290,7 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
 
 void Driver::choose(const std::string& windowName, const std::string& name, int entry) {
     click(windowName, name);
-    pause(std::chrono::milliseconds(150));
+    pause(std::chrono::milliseconds(350));
     const int now =
         onWindowThread([&] { return as<wxChoice>(widget(windowName, name), name).GetSelection(); });
     for (int i = now; i < entry; ++i) {
@@ -329,19 +337,19 @@ void Driver::closeByCloseBox(const std::string& windowName) {
 }
 
 void Driver::key(int keyCode, int modifiers) {
-    onWindowThread([=] { wxUIActionSimulator().Char(keyCode, modifiers); });
+    simulate([=](wxUIActionSimulator& input) { input.Char(keyCode, modifiers); });
     settle();
 }
 
 void Driver::holdKey(int keyCode, std::chrono::milliseconds held) {
-    onWindowThread([=] { wxUIActionSimulator().KeyDown(keyCode); });
+    simulate([=](wxUIActionSimulator& input) { input.KeyDown(keyCode); });
     pause(held);
-    onWindowThread([=] { wxUIActionSimulator().KeyUp(keyCode); });
+    simulate([=](wxUIActionSimulator& input) { input.KeyUp(keyCode); });
     settle();
 }
 
 void Driver::type(const std::string& text) {
-    onWindowThread([&] { wxUIActionSimulator().Text(text.c_str()); });
+    simulate([&](wxUIActionSimulator& input) { input.Text(text.c_str()); });
     settle();
 }
 
@@ -353,10 +361,10 @@ void Driver::retype(const std::string& text) {
 double Driver::timeToOpenByClick(const std::string& windowName, const std::string& button) {
     const wxSize size = sizeOf("frmMain", button);
     const wxPoint at = screenPoint("frmMain", button, {size.x / 2, size.y / 2});
-    onWindowThread([&] { wxUIActionSimulator().MouseMove(at); });
+    simulate([&](wxUIActionSimulator& input) { input.MouseMove(at); });
     pause(doubleClickTime);
     const Clock::time_point start = Clock::now();
-    onWindowThread([] { wxUIActionSimulator().MouseClick(); });
+    simulate([](wxUIActionSimulator& input) { input.MouseClick(); });
     while (!isShown(windowName)) {
         if (Clock::now() > start + std::chrono::seconds(10)) {
             throw DriverError("The window \"" + windowName + "\" does not come up.");

@@ -17,6 +17,8 @@
 #include <wx/gdicmn.h>
 #include <wx/toplevel.h>
 
+class wxUIActionSimulator;
+
 namespace veldara::test {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
@@ -100,6 +102,7 @@ class Driver {
     double timeToOpenByClick(const std::string& window, const std::string& button);
 
   private:
+    void simulate(const std::function<void(wxUIActionSimulator&)>& act);
     wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
     void clickScreen(wxPoint at);
     void settle();

@@ -52,27 +52,34 @@ HWND buttonWindow(HWND box, Answer answer) {
     return button != nullptr || answer != Answer::ok ? button : GetDlgItem(box, IDCANCEL);
 }
 
+// Asked from the test's own thread: the window thread serves nothing but the box.
+void waitForBox(bool wanted) {
+    for (int tries = 0; tries < 2000; ++tries) {
+        if ((messageBox() != nullptr) == wanted) {
+            return;
+        }
+        Sleep(10);
+    }
+    throw DriverError(wanted ? "No message box comes up." : "The message box does not go.");
+}
+
 } // namespace
 
 std::string Driver::waitForMessage() {
-    waitUntil("a message box is up", [] { return messageBox() != nullptr; });
+    waitForBox(true);
     settle();
-    return onWindowThread([] {
-        wchar_t text[4096] = {};
-        GetDlgItemTextW(messageBox(), textControl, text, 4096);
-        return portableText(wxString(text));
-    });
+    wchar_t text[4096] = {};
+    GetDlgItemTextW(messageBox(), textControl, text, 4096);
+    return portableText(wxString(text));
 }
 
 void Driver::answerByMouse(Answer answer) {
     waitForMessage();
-    const wxPoint at = onWindowThread([answer] {
-        RECT place{};
-        GetWindowRect(buttonWindow(messageBox(), answer), &place);
-        return wxPoint((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    });
-    clickScreen(at);
-    waitUntil("the message box is gone", [] { return messageBox() == nullptr; });
+    RECT place{};
+    GetWindowRect(buttonWindow(messageBox(), answer), &place);
+    clickScreen(wxPoint((place.left + place.right) / 2, (place.top + place.bottom) / 2));
+    waitForBox(false);
+    settle();
 }
 
 void Driver::answerByKey(Answer answer) {
@@ -91,7 +98,8 @@ void Driver::answerByKey(Answer answer) {
         key(WXK_RETURN);
         break;
     }
-    waitUntil("the message box is gone", [] { return messageBox() == nullptr; });
+    waitForBox(false);
+    settle();
 }
 
 } // namespace veldara::test
