@@ -24,7 +24,7 @@ class Registry {
   public:
     virtual ~Registry() = default;
 
-    virtual long openKey(RegistryRoot root, const std::string& key) = 0;   // and closes it again
+    virtual long openKey(RegistryRoot root, const std::string& key) = 0; // and closes it again
     // Creates the key, with those above it, or opens it; and closes it again.
     virtual long createKey(RegistryRoot root, const std::string& key) = 0;
     virtual long queryValue(RegistryRoot root, const std::string& key, const std::string& name,
