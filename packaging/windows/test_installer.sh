@@ -43,24 +43,49 @@ done
 registry app_dir | grep -qF 'C:\Program Files\Veldara' || fail "app_dir is not set: $(registry app_dir)"
 grep -q 'wxWidgets' "$folder/licences.txt" || fail "the licences are incomplete"
 
-# Nobody but administrators may write where the programs lie; everybody may write the settings.
-access="$(wine cmd /c cacls 'C:\Program Files\Veldara\printer_edge_config' 2>/dev/null | tr -d '\r' || true)"
-echo "access to the profile file: ${access:-cannot be listed here}"
-
 # The installed programs run.
 wine "$folder/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fail "veldara-tiles does not run"
-wine "$folder/veldara-tiles.exe" --quiet --wide 2 --high 1 --out "$(printf 'Z:%s' "${work//\//\\}\\tiles")" "$photo"
-[[ "$(ls "$work/tiles" | wc -l)" -eq 2 ]] || fail "the installed program made $(ls "$work/tiles")"
+photos="fotos Über 照片"
+mkdir -p "$drive/$photos"
+cp "$photo" "$drive/$photos/See.jpg"
+wine "$folder/veldara-tiles.exe" --quiet --wide 2 --high 2 --out 'C:\tiles' --base See "C:\\$photos\\See.jpg"
+[[ "$(ls "$drive/tiles" | wc -l)" -eq 4 ]] || fail "the installed program made $(ls "$drive/tiles")"
 
+# The main job, as a person does it: click the photo, save, confirm, close.
+waiting_for() { # NAME: the number of the visible window with that name
+  local seconds
+  for seconds in $(seq 120); do
+    xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1 | grep . && return
+    sleep 0.5
+  done
+  import -window root "$prefix/screen.png" || true
+  fail "no window named $1 (the screen is in $prefix/screen.png)"
+}
+wine reg add 'HKLM\Software\Korvane\omra' /v last_folder /d "C:\\$photos" /f >/dev/null
 wine "$folder/veldara.exe" &
 program=$!
-window="$(timeout 60 xdotool search --sync --onlyvisible --name '^Veldara v1\.20$' | head -n 1)"
-[[ -n "$window" ]] || fail "the window does not come up"
+window="$(waiting_for '^Veldara v1\.20$')"
 timeout 20 xdotool windowactivate --sync "$window"
 sleep 1
+xdotool mousemove --window "$window" 35 368 click 1 # the first file of the list
+# The button is dead until the photo is there.
+for _ in $(seq 30); do
+  sleep 2
+  xdotool key alt+s
+  sleep 1
+  [[ -z "$(xdotool search --onlyvisible --name '^Save Image Tiles$' 2>/dev/null)" ]] || break
+done
+waiting_for '^Save Image Tiles$' >/dev/null
+xdotool key Return # Save Images Now
+waiting_for '^Veldara$' >/dev/null
+diff -r "$drive/tiles" "$drive/$photos/See_poster_images" || fail "the window's tiles differ from the command line's"
+xdotool key Return # OK
+sleep 1
+timeout 20 xdotool windowactivate --sync "$window"
 xdotool key alt+F4
 wait "$program" || fail "the program ended with $?"
 registry prefs_numTiles | grep -q 'w01h01' || fail "closing the window stored no settings"
+registry last_folder | grep -qi 'c:.fotos' || fail "the folder was not remembered: $(registry last_folder)"
 
 # Without questions the settings stay.
 uninstall /S
