@@ -77,6 +77,12 @@ for _ in $(seq 30); do
 done
 waiting_for '^Save Image Tiles$' >/dev/null
 xdotool key Return # Save Images Now
+# The progress window has the result window's title: only the files tell that the run is over.
+for _ in $(seq 240); do
+  [[ "$(find "$drive/$photos/See_poster_images" -name 'See*.jpg' 2>/dev/null | wc -l)" -lt 4 ]] || break
+  sleep 0.5
+done
+sleep 3
 waiting_for '^Veldara$' >/dev/null
 diff -r "$drive/tiles" "$drive/$photos/See_poster_images" || fail "the window's tiles differ from the command line's"
 xdotool key Return # OK
