@@ -11,8 +11,6 @@ namespace veldara {
 
 namespace {
 
-constexpr int desktopKind = 0;
-constexpr int documentsKind = 2;
 constexpr const char* defaultDesktop = R"(c:\windows\desktop)";
 constexpr const char* defaultDocuments = R"(c:\My Documents)";
 

@@ -1,5 +1,6 @@
 #include "app/photo_file.h"
 
+#include "platform/image/file_ending.h"
 #include "platform/text/characters.h"
 
 #include <array>
@@ -11,27 +12,22 @@ namespace {
 
 constexpr std::array<int, 4> rotationAngles{0, 90, 270, 180};
 
-// The last three characters as capitals; empty for a shorter name.
-std::string endingOf(const std::string& name) {
-    return characterCount(name) < 3 ? std::string() : upperCase(sRight(name, 3));
-}
-
 } // namespace
 
 bool isListedFile(const std::string& name, int filterIndex) {
     if (characterCount(name) <= 4) {
         return false;
     }
-    const std::string ending = endingOf(name);
+    const std::optional<FileType> type = fileTypeByName(name);
     switch (filterIndex) {
     case filterImages:
-        return ending == "JPG" || ending == "TIF" || ending == "BMP";
+        return type.has_value();
     case filterJpeg:
-        return ending == "JPG";
+        return type == FileType::jpeg;
     case filterTiff:
-        return ending == "TIF";
+        return type == FileType::tiff;
     case filterBitmap:
-        return ending == "BMP";
+        return type == FileType::bmp;
     case filterAll:
         return true;
     default:
@@ -40,8 +36,7 @@ bool isListedFile(const std::string& name, int filterIndex) {
 }
 
 bool isPhotoFile(const std::string& name) {
-    const std::string ending = endingOf(name);
-    return characterCount(name) >= 4 && (ending == "BMP" || ending == "JPG" || ending == "TIF");
+    return characterCount(name) >= 4 && fileTypeByName(name).has_value();
 }
 
 int rotationAngle(int listIndex) {

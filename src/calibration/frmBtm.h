@@ -137,6 +137,8 @@ class frmBtm : public Window {
 
     bool agreedToTestTarget(double& heightInches, double& widthInches);
     bool makeTestTarget(double heightInches, double widthInches, Image& image);
+    // The chosen path; empty: none.
+    std::string getSaveTestFileName(const std::string& defaultName);
     void saveTestTarget(const Image& image, const std::string& name, FileType type);
 
     Platform& platform_;

@@ -1,6 +1,7 @@
 // The button of the calibration dialog that makes the test print.
 #include "calibration/frmBtm.h"
 #include "controls/loading_mark.h"
+#include "platform/image/file_ending.h"
 #include "platform/text/characters.h"
 #include "platform/text/path_text.h"
 
@@ -20,9 +21,7 @@ void frmBtm::cmdGenerateTest_Click() {
     if (!agreedToTestTarget(height, width) || !makeTestTarget(height, width, image)) {
         return;
     }
-    SaveFileRequest request = testTargetSaveRequest("Edge_Test_Image");
-    request.folder = platform_.specialFolders.path(specialFolderIdentifier(2));
-    const std::string name = platform_.dialogs.askSaveFile(request);
+    const std::string name = getSaveTestFileName("Edge_Test_Image");
     if (name.empty()) {
         platform_.dialogs.showMessage(testTargetCanceledMessage());
         return;
@@ -30,7 +29,7 @@ void frmBtm::cmdGenerateTest_Click() {
     if (characterCount(name) < 4) {
         return;
     }
-    const std::optional<FileType> type = testTargetFileType(name);
+    const std::optional<FileType> type = fileTypeByName(name);
     if (!type) {
         platform_.dialogs.showMessage(testTargetFileTypeMessage());
         return;
@@ -64,6 +63,12 @@ bool frmBtm::makeTestTarget(double heightInches, double widthInches, Image& imag
         platform_.dialogs.showMessage(testTargetFailedMessage(problem));
     }
     return problem.empty();
+}
+
+std::string frmBtm::getSaveTestFileName(const std::string& defaultName) {
+    SaveFileRequest request = testTargetSaveRequest(defaultName);
+    request.folder = platform_.specialFolders.path(specialFolderIdentifier(documentsKind));
+    return platform_.dialogs.askSaveFile(request);
 }
 
 void frmBtm::saveTestTarget(const Image& image, const std::string& name, FileType type) {

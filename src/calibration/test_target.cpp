@@ -1,7 +1,6 @@
 #include "calibration/test_target.h"
 
 #include "platform/image/operations.h"
-#include "platform/text/characters.h"
 #include "platform/text/rounding.h"
 
 #include <algorithm>
@@ -91,23 +90,6 @@ void drawTestImageText(const MutablePixelView& pixels, double fraction) {
     const int x = roundHalfEven(pixels.width() / 2.0 - found.measured.width / 2.0);
     const int y = roundHalfEven(pixels.height() / 2.0 - found.measured.height / 2.0);
     drawText(pixels, x, y, testWords, found.pixelSize, 0, 0, 0, 100);
-}
-
-std::optional<FileType> testTargetFileType(const std::string& fileName) {
-    if (characterCount(fileName) < 3) {
-        return std::nullopt;
-    }
-    const std::string ending = lowerCase(sRight(fileName, 3));
-    if (ending == "bmp") {
-        return FileType::bmp;
-    }
-    if (ending == "tif") {
-        return FileType::tiff;
-    }
-    if (ending == "jpg") {
-        return FileType::jpeg;
-    }
-    return std::nullopt;
 }
 
 SaveFileRequest testTargetSaveRequest(const std::string& defaultName) {

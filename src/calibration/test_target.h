@@ -3,12 +3,10 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "platform/image/codec.h"
 #include "platform/image/image.h"
 #include "platform/measures.h"
 #include "platform/text/number_text.h"
 
-#include <optional>
 #include <string>
 
 namespace veldara {
@@ -28,9 +26,6 @@ void drawTestImageText(const MutablePixelView& pixels, double fraction = 0.5);
 
 // The size used for the words: the first from 6 up to 200 that does not fit, or 201 when all do.
 int testTextSize(int imageWidth, int imageHeight, double fraction);
-
-// The file type by the last three characters of a name, or nothing for another ending.
-std::optional<FileType> testTargetFileType(const std::string& fileName);
 
 // The save-file dialog. Without a name of the caller's the proposed one is "edge_clipping_test".
 SaveFileRequest testTargetSaveRequest(const std::string& defaultName);

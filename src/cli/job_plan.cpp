@@ -4,6 +4,7 @@
 #include "output/tile_files.h"
 #include "paper/paper_check.h"
 #include "platform/error.h"
+#include "platform/image/file_ending.h"
 #include "platform/text/path_text.h"
 
 #include <algorithm>
@@ -107,9 +108,8 @@ PaperRecord chosenPaper(const Options& options) {
     if (options.margins) {
         paper.margins = *options.margins;
     }
-    PaperEntries entries{paper.width, paper.height, {}};
-    std::copy(paper.margins.begin(), paper.margins.end(), entries.margins.begin());
-    const PaperCheck check = checkPaper(entries, options.units, minTileInches, maxTileInches);
+    const PaperCheck check =
+        checkPaper(entriesOf(paper), options.units, minTileInches, maxTileInches);
     if (!check.ok()) {
         throw WrongOption((options.paperSize && check.fault == PaperFault::paper ? "--paper-size: "
                                                                                  : "--margins: ") +

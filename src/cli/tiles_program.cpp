@@ -10,6 +10,7 @@
 #include "output/tile_run.h"
 #include "output/tile_stream.h"
 #include "platform/error.h"
+#include "platform/image/file_ending.h"
 #include "platform/text/characters.h"
 #include "platform/text/path_text.h"
 
@@ -165,7 +166,7 @@ int runPoster(const Options& options, Console& console, const Profiles& profiles
 }
 
 int runTestTarget(const Options& options, Console& console) {
-    const std::optional<FileType> type = testTargetFileType(options.testTarget);
+    const std::optional<FileType> type = fileTypeByName(options.testTarget);
     if (!type) {
         throw WrongOption("--test-target \"" + options.testTarget +
                           "\": " + testTargetFileTypeMessage().text + ".");

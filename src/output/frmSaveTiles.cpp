@@ -3,6 +3,7 @@
 #include "output/save_messages.h"
 #include "output/split_path_label.h"
 #include "platform/error.h"
+#include "platform/image/file_ending.h"
 
 namespace veldara {
 
@@ -52,7 +53,7 @@ void frmSaveTiles::OpenForPhoto(const std::string& drive, const std::string& fol
     }
     txtBaseFileName.setText(*base);
     txtNewFolderName.setText(defaultFolderName(*base));
-    const std::optional<FileType> type = tileFileType(photoFileName);
+    const std::optional<FileType> type = fileTypeByName(photoFileName);
     if (!type) {
         platform_.dialogs.showMessage(invalidPhotoTypeMessage());
         return;

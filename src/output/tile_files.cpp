@@ -1,33 +1,9 @@
 #include "output/tile_files.h"
 
+#include "platform/image/file_ending.h"
 #include "platform/text/characters.h"
 
 namespace veldara {
-
-std::string extensionOf(FileType type) {
-    switch (type) {
-    case FileType::bmp:
-        return ".bmp";
-    case FileType::tiff:
-        return ".tif";
-    case FileType::jpeg:
-        break;
-    }
-    return ".jpg";
-}
-
-std::optional<FileType> tileFileType(const std::string& fileName) {
-    if (characterCount(fileName) < 3) {
-        return std::nullopt;
-    }
-    const std::string ending = "." + lowerCase(sRight(fileName, 3));
-    for (const FileType type : {FileType::bmp, FileType::tiff, FileType::jpeg}) {
-        if (ending == extensionOf(type)) {
-            return type;
-        }
-    }
-    return std::nullopt;
-}
 
 std::optional<std::string> defaultBaseName(const std::string& photoName) {
     const std::size_t length = characterCount(photoName);
@@ -56,7 +32,8 @@ std::string tileFolderPath(const std::string& parent, const std::string& newFold
 
 std::string tileFolderLabel(const std::string& parent, const std::string& newFolder,
                             char separator) {
-    return withSeparator(tileFolderPath(parent, newFolder, separator), separator);
+    const std::string folder = tileFolderPath(parent, newFolder, separator);
+    return newFolder.empty() ? folder : folder + separator;
 }
 
 TileFileName getTileFileName(const TileFileParts& parts, int tileNumber, char separator) {

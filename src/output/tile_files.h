@@ -9,12 +9,6 @@
 
 namespace veldara {
 
-// ".bmp", ".tif" or ".jpg".
-std::string extensionOf(FileType type);
-
-// The type by a file name's last three characters, whatever their case; nothing for another ending.
-std::optional<FileType> tileFileType(const std::string& fileName);
-
 // A photo's name without the last four characters. Nothing when the name has fewer than five.
 std::optional<std::string> defaultBaseName(const std::string& photoName);
 
@@ -29,7 +23,8 @@ std::string tileNumberText(int tileNumber);
 std::string tileFolderPath(const std::string& parent, const std::string& newFolder,
                            char separator = platformSeparator);
 
-// The same as a label shows it: with a separator at its end in any case.
+// The same with a separator at its end: behind the parent, and behind a new folder's name whatever
+// that ends with. What a label shows, and what the files' names follow.
 std::string tileFolderLabel(const std::string& parent, const std::string& newFolder,
                             char separator = platformSeparator);
 

@@ -5,6 +5,10 @@
 
 namespace veldara {
 
+// The kinds that are asked for.
+constexpr int desktopKind = 0;
+constexpr int documentsKind = 2;
+
 // The system's folder identifiers (CSIDL) of the folders that the program asks for by kind.
 constexpr int specialFolderIdentifier(int kind) {
     switch (kind) {

@@ -5,6 +5,7 @@
 #include "paper/paper_check.h"
 #include "paper/paper_line.h"
 #include "platform/error.h"
+#include "platform/image/file_ending.h"
 
 #include <gtest/gtest.h>
 
@@ -71,8 +72,8 @@ TEST(Compensation, byLessThanNothingIsRefusedFromTheFirstPixel) {
 }
 
 TEST(ATilesType, canBeThatOfANameThatIsNothingElse) {
-    EXPECT_EQ(tileFileType("bmp"), FileType::bmp);
-    EXPECT_EQ(tileFileType("mp"), std::nullopt);
+    EXPECT_EQ(fileTypeByName("bmp"), FileType::bmp);
+    EXPECT_EQ(fileTypeByName("mp"), std::nullopt);
 }
 
 TEST(ATilesName, missesItsTypeBeforeItsFolder) {

@@ -1,8 +1,10 @@
 #include "calibration/test_target.h"
 #include "platform/image/operations.h"
+#include "platform/text/rounding.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -87,19 +89,43 @@ TEST(TestTargetText, takesTheFirstSizeThatDoesNotFit) {
     EXPECT_TRUE(chosen.width > 512 || chosen.height > 672);
 }
 
+// Even where the words at the size that is used no longer fit.
+TEST(TestTargetText, standsInTheMiddle) {
+    for (const auto& [width, height] : {std::pair{301, 208}, std::pair{640, 97}, std::pair{9, 7}}) {
+        Image image = Image::filled(width, height, 255, 255, 255);
+        drawTestImageText(image.mutableView());
+        const int size = testTextSize(width, height, 0.5);
+        const TextSize words = measureText("Edge Test Print", size);
+        Image expected = Image::filled(width, height, 255, 255, 255);
+        drawText(expected.mutableView(), roundHalfEven((width - words.width) / 2.0),
+                 roundHalfEven((height - words.height) / 2.0), "Edge Test Print", size, 0, 0, 0,
+                 100);
+        for (int y = 0; y < height; ++y) {
+            ASSERT_TRUE(std::equal(image.row(y), image.row(y) + 3 * width, expected.row(y)));
+        }
+    }
+}
+
+// The largest size is one that was never measured: its words are placed by those of the size
+// before.
+TEST(TestTargetText, beyondTheLargestSizeIsPlacedByTheSizeBefore) {
+    constexpr int width = 4000;
+    constexpr int height = 800;
+    ASSERT_EQ(testTextSize(width, height, 0.5), 201);
+    Image image = Image::filled(width, height, 255, 255, 255);
+    drawTestImageText(image.mutableView());
+    const TextSize words = measureText("Edge Test Print", 200);
+    Image expected = Image::filled(width, height, 255, 255, 255);
+    drawText(expected.mutableView(), roundHalfEven((width - words.width) / 2.0),
+             roundHalfEven((height - words.height) / 2.0), "Edge Test Print", 201, 0, 0, 0, 100);
+    for (int y = 0; y < height; ++y) {
+        ASSERT_TRUE(std::equal(image.row(y), image.row(y) + 3 * width, expected.row(y)));
+    }
+}
+
 TEST(TestTargetText, hasItsLimits) {
     EXPECT_EQ(testTextSize(10, 10, 0.5), 6);
     EXPECT_EQ(testTextSize(100000, 100000, 0.5), 201);
-}
-
-TEST(TestTargetFile, typeIsToldByTheLastThreeCharacters) {
-    EXPECT_EQ(testTargetFileType("a.BMP"), FileType::bmp);
-    EXPECT_EQ(testTargetFileType("a.tif"), FileType::tiff);
-    EXPECT_EQ(testTargetFileType("a.JPG"), FileType::jpeg);
-    EXPECT_EQ(testTargetFileType("ajpg"), FileType::jpeg);
-    EXPECT_EQ(testTargetFileType("a.jpeg"), std::nullopt);
-    EXPECT_EQ(testTargetFileType("a.tiff"), std::nullopt);
-    EXPECT_EQ(testTargetFileType("pg"), std::nullopt);
 }
 
 TEST(TestTargetFile, isAskedForWithItsFilters) {

@@ -1,6 +1,7 @@
 #include "output/save_messages.h"
 #include "output/split_path_label.h"
 #include "output/tile_files.h"
+#include "platform/image/file_ending.h"
 
 #include <gtest/gtest.h>
 
@@ -16,23 +17,27 @@ TEST(TileFiles, takeTheirBaseFromThePhoto) {
     EXPECT_EQ(defaultFolderName("IMG_0001"), "IMG_0001_poster_images");
 }
 
-TEST(TileFiles, takeTheirTypeFromTheEnding) {
-    EXPECT_EQ(tileFileType("IMG_0001.JPG"), FileType::jpeg);
-    EXPECT_EQ(tileFileType("a.tif"), FileType::tiff);
-    EXPECT_EQ(tileFileType("a.BmP"), FileType::bmp);
-    EXPECT_EQ(tileFileType("x.jpeg"), std::nullopt);
-    EXPECT_EQ(tileFileType("x.tiff"), std::nullopt);
-    EXPECT_EQ(tileFileType("jp"), std::nullopt);
+TEST(FileType, isToldByTheLastThreeCharactersOfAName) {
+    EXPECT_EQ(fileTypeByName("IMG_0001.JPG"), FileType::jpeg);
+    EXPECT_EQ(fileTypeByName("a.tif"), FileType::tiff);
+    EXPECT_EQ(fileTypeByName("a.BmP"), FileType::bmp);
+    EXPECT_EQ(fileTypeByName("x.jpeg"), std::nullopt);
+    EXPECT_EQ(fileTypeByName("x.tiff"), std::nullopt);
+    EXPECT_EQ(fileTypeByName("ajpg"), FileType::jpeg);
+    EXPECT_EQ(fileTypeByName("jp"), std::nullopt);
     EXPECT_EQ(extensionOf(FileType::bmp), ".bmp");
     EXPECT_EQ(extensionOf(FileType::tiff), ".tif");
     EXPECT_EQ(extensionOf(FileType::jpeg), ".jpg");
 }
 
 TEST(TileFiles, areNumberedInAtLeastThreeDigits) {
-    EXPECT_EQ(tileNumberText(1), "001");
-    EXPECT_EQ(tileNumberText(9), "009");
+    for (int number = 1; number <= 9; ++number) {
+        EXPECT_EQ(tileNumberText(number), "00" + std::to_string(number));
+    }
     EXPECT_EQ(tileNumberText(10), "010");
-    EXPECT_EQ(tileNumberText(625), "625");
+    EXPECT_EQ(tileNumberText(99), "099");
+    EXPECT_EQ(tileNumberText(100), "100");
+    EXPECT_EQ(tileNumberText(999), "999");
     EXPECT_EQ(tileNumberText(1000), "1000");
 }
 
@@ -54,6 +59,14 @@ TEST(TileFiles, goIntoTheParentWithoutANewFolder) {
 TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
     EXPECT_EQ(getTileFileName({"C:\\", "", "a", FileType::bmp}, 1, '\\').path, "C:\\a001.bmp");
     EXPECT_EQ(getTileFileName({"/", "p", "a", FileType::bmp}, 1, '/').path, "/p/a001.bmp");
+}
+
+// Also behind one that the user typed: only the parent folder may bring its own.
+TEST(TileFiles, haveASeparatorBehindTheNewFoldersName) {
+    EXPECT_EQ(tileFolderPath("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\");
+    EXPECT_EQ(tileFolderLabel("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\\\");
+    EXPECT_EQ(getTileFileName({"C:\\photos", "poster\\", "a", FileType::bmp}, 1, '\\').path,
+              "C:\\photos\\poster\\\\a001.bmp");
 }
 
 TEST(TileFiles, tellWhatIsMissing) {

@@ -51,13 +51,6 @@ std::size_t characterStart(std::string_view text, std::size_t number) {
     return at;
 }
 
-template <class Change>
-std::string changed(std::string_view text, Change change) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), change);
-    return result;
-}
-
 } // namespace
 
 std::size_t characterCount(std::string_view utf8) {
@@ -80,14 +73,11 @@ std::string sRight(std::string_view utf8, std::size_t n) {
     return std::string(utf8.substr(characterStart(utf8, count - n)));
 }
 
-std::string upperCase(std::string_view text) {
-    return changed(text,
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-}
-
 std::string lowerCase(std::string_view text) {
-    return changed(text,
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return result;
 }
 
 std::vector<std::string> splitLines(std::string_view text) {

@@ -18,8 +18,7 @@ std::string sleft(std::string_view utf8, std::size_t n);
 // The last n characters of the text. Throws Error when it has fewer.
 std::string sRight(std::string_view utf8, std::size_t n);
 
-// ASCII letters turned into capitals or small ones; everything else as it is.
-std::string upperCase(std::string_view text);
+// ASCII capitals turned into small letters; everything else as it is.
 std::string lowerCase(std::string_view text);
 
 // The lines of a text file, ended by a line feed or by carriage return and line feed. A line end at
