@@ -1,6 +1,6 @@
 #include "app/main_messages.h"
 
-#include "app/photo_file.h"
+#include "layout/photo_limits.h"
 
 namespace veldara {
 
@@ -26,12 +26,7 @@ Message folderNotKnownMessage(const std::string& folderName) {
 }
 
 Message photoTooSmallMessage() {
-    return unusablePhoto("The image you selected is EXTREMELY small.  It "
-                         "has a height and/or "
-                         "width that is below the minimum allowable size of " +
-                         std::to_string(minimumPhotoSide) +
-                         " pixels.  Please select a "
-                         "larger image.  ");
+    return unusablePhoto(photoTooSmallText());
 }
 
 Message photoNameMessage(const std::string& fileName) {
@@ -66,7 +61,7 @@ Message edgeCalibrationIntroduction() {
             "your printer clips off from the top, bottom, left and right edges "
             "of your image while printing.  "
             "This edge clipping primarily happens with borderless printing.  "
-            "\n"
+            "\r\n"
             "Click on the Edit button to the right of the Edge Calibration dropdown control to "
             "create a customized Edge Calibration Profile for your printer "
             "(see the help file for more details about this).",

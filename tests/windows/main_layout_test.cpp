@@ -445,7 +445,7 @@ class EdgeCompensationSwitch : public MainLayout {
     Message introduction() const {
         return {"This option compensates for the amount that your printer clips off from the top, "
                 "bottom, left and right edges of your image while printing.  This edge clipping "
-                "primarily happens with borderless printing.  \nClick on the Edit button to the "
+                "primarily happens with borderless printing.  \r\nClick on the Edit button to the "
                 "right of the Edge Calibration dropdown control to create a customized Edge "
                 "Calibration Profile for your printer (see the help file for more details about "
                 "this).",
