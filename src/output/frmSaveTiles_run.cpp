@@ -22,7 +22,7 @@ std::optional<std::uint64_t> freeSpaceOf(FileSystemObject& files, const std::str
     try {
         return files.freeSpace(drive);
     } catch (const Error&) {
-        return std::nullopt; // a drive that cannot be measured may still take the file
+        return std::nullopt;
     }
 }
 
@@ -84,10 +84,10 @@ int frmSaveTiles::fillTileTable(std::vector<TileRect>& tiles) const {
 }
 
 bool frmSaveTiles::makeFolder(FileSystemObject& files, const std::string& folder) {
-    if (files.folderExists(folder)) {
-        return platform_.dialogs.showMessage(folderExistsQuestion(folder)) == Answer::yes;
-    }
     try {
+        if (files.folderExists(folder)) {
+            return platform_.dialogs.showMessage(folderExistsQuestion(folder)) == Answer::yes;
+        }
         files.createFolder(folder);
         return true;
     } catch (const Error&) {

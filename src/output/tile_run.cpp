@@ -7,6 +7,16 @@
 #include <utility>
 
 namespace veldara {
+namespace {
+
+// Whether the encoded tile has room where it goes. A drive that cannot be measured may still take
+// it.
+bool checkDiskSpaceForTile(const EncodedTile& tile, const TileDisk& disk) {
+    const std::optional<std::uint64_t> room = disk.freeSpace();
+    return !room || *room >= tile.bytes.size();
+}
+
+} // namespace
 
 TileDisk realDisk(const std::filesystem::path& folder) {
     TileDisk disk;
@@ -40,8 +50,7 @@ TileStep TileRun::next() {
     if (tile.step.outcome != TileOutcome::written) {
         return tile.step;
     }
-    const std::optional<std::uint64_t> room = disk_.freeSpace();
-    if (room && *room < tile.bytes.size()) {
+    if (!checkDiskSpaceForTile(tile, disk_)) {
         return {TileOutcome::outOfSpace, {}};
     }
     if (!attempt(tile.step, TileOutcome::saveFailed,

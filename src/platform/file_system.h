@@ -33,8 +33,8 @@ class FileSystemObject {
 
     // Names of the files (not the folders) of a folder, in the order the system gives.
     virtual std::vector<std::string> files(const std::string& folder) = 0; // throws Error
-    virtual bool fileExists(const std::string& path) = 0;
-    virtual bool folderExists(const std::string& path) = 0;
+    virtual bool fileExists(const std::string& path) = 0;                  // throws Error
+    virtual bool folderExists(const std::string& path) = 0;                // throws Error
     virtual void createFolder(const std::string& path) = 0; // throws Error; the parent must exist
     // Bytes free for this user on the drive that the text names: a drive as Drives lists it.
     virtual std::uint64_t freeSpace(const std::string& drive) = 0;                   // throws Error

@@ -80,6 +80,7 @@ class DiskFileSystem : public FileSystem {
             return std::filesystem::is_regular_file(pathOf(path), ignored);
         }
         bool folderExists(const std::string& path) override {
+            refuse(owner_.faults.folderExistsFails, path);
             std::error_code ignored;
             return std::filesystem::is_directory(pathOf(path), ignored);
         }

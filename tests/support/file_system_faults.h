@@ -10,6 +10,7 @@ struct FileSystemFaults {
     bool creationFails = false;         // the object itself cannot be made
     bool listingFails = false;          // files()
     bool fileExistsFails = false;       // throws instead of answering
+    bool folderExistsFails = false;     // the same
     bool createFolderFails = false;     //
     bool freeSpaceFails = false;        //
     bool openTextFileFails = false;     //

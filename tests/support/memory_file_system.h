@@ -89,7 +89,10 @@ class MemoryFileSystem : public FileSystem {
             refuse(owner_.faults.fileExistsFails, "asked for");
             return tree_.hasFile(path);
         }
-        bool folderExists(const std::string& path) override { return tree_.hasFolder(path); }
+        bool folderExists(const std::string& path) override {
+            refuse(owner_.faults.folderExistsFails, "asked for");
+            return tree_.hasFolder(path);
+        }
         void createFolder(const std::string& path) override {
             refuse(owner_.faults.createFolderFails || tree_.hasFolder(path) ||
                        tree_.hasFile(path) || !tree_.hasFolder(tree_.parentOf(path)),

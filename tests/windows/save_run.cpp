@@ -346,13 +346,23 @@ TEST(SaveRun, FolderQuestionAnsweredYesWritesIntoTheFolder) {
     EXPECT_TRUE(windows.fakes.fileSystem.foldersMade.empty());
 }
 
+Message folderNotMade(const std::string& folder) {
+    return critical("Error", "Could not create the folder \"" + folder +
+                                 "\" to save your poster tile images into.  Possible causes of "
+                                 "this are that you do not have access rights to the drive "
+                                 "that you selected, the disk drive is full, or that you "
+                                 "provided an invalid folder name.  Can not continue.");
+}
+
 TEST_F(SaveFailure, FolderCannotBeMade) {
     windows.fakes.fileSystem.faults.createFolderFails = true;
-    expectEnd(critical("Error", "Could not create the folder \"" + windows.folder() +
-                                    "\" to save your poster tile images into.  Possible causes of "
-                                    "this are that you do not have access rights to the drive "
-                                    "that you selected, the disk drive is full, or that you "
-                                    "provided an invalid folder name.  Can not continue."));
+    expectEnd(folderNotMade(windows.folder()));
+    EXPECT_FALSE(progressWasShown());
+}
+
+TEST_F(SaveFailure, FolderCannotBeLookedFor) {
+    windows.fakes.fileSystem.faults.folderExistsFails = true;
+    expectEnd(folderNotMade(windows.folder()));
     EXPECT_FALSE(progressWasShown());
 }
 
