@@ -1,6 +1,7 @@
 #include "calibration/edge_profile.h"
 
 #include "platform/error.h"
+#include "platform/text/characters.h"
 #include "platform/text/rounding.h"
 
 #include <algorithm>
@@ -90,17 +91,17 @@ std::string formatProfileLine(const EdgeProfile& profile) {
     return line;
 }
 
-EdgeProfile parseProfileLine(std::string_view line) {
+EdgeProfile ParseProfileLine(std::string_view line) {
     const std::size_t tab = line.find('\t');
     if (tab == std::string_view::npos) {
         throw Error("A line of the edge calibration profiles has no tab behind the name.");
     }
     EdgeProfile profile;
     profile.name = line.substr(0, tab);
-    for (std::size_t edge = 0; edge < profile.clipCounts.size(); ++edge) {
-        const std::size_t at = tab + 1 + 3 * edge;
-        profile.clipCounts[edge] =
-            parseCount(at < line.size() ? line.substr(at, 2) : std::string_view());
+    std::string_view counts = line.substr(tab + 1);
+    for (int& count : profile.clipCounts) {
+        count = parseCount(sleft(counts, 2));
+        counts.remove_prefix(sleft(counts, 3).size()); // whatever the third character is
     }
     return profile;
 }

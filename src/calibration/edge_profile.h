@@ -51,8 +51,8 @@ bool isInitialProfile(const std::vector<EdgeProfile>& profiles, std::size_t sele
 // digits followed by a comma each.
 std::string formatProfileLine(const EdgeProfile& profile);
 
-// Reads a line back by the positions behind the first tab. Throws Error when there is no tab or a
-// count is not a number.
-EdgeProfile parseProfileLine(std::string_view line);
+// Reads a line back: behind the first tab, two characters a count with one between them. Throws
+// Error when there is no tab or a count is not a number.
+EdgeProfile ParseProfileLine(std::string_view line);
 
 } // namespace veldara

@@ -19,7 +19,7 @@ ProfileFileContent readProfiles(const std::function<std::optional<std::string>()
             if (!line) {
                 break;
             }
-            content.profiles.push_back(parseProfileLine(*line));
+            content.profiles.push_back(ParseProfileLine(*line));
         }
     } catch (const Error&) {
         return {};

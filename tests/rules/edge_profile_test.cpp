@@ -77,18 +77,19 @@ TEST(ProfileLine, hasTwoDigitsAndACommaACount) {
 }
 
 TEST(ProfileLine, isReadByPosition) {
-    EXPECT_EQ(parseProfileLine("x\t03,04,03,02,"), (EdgeProfile{"x", {3, 4, 3, 2}}));
-    EXPECT_EQ(parseProfileLine("x\t03;04 03x02"), (EdgeProfile{"x", {3, 4, 3, 2}}));
-    EXPECT_EQ(parseProfileLine(" x \t 3,4 ,99,-1"), (EdgeProfile{" x ", {3, 4, 99, -1}}));
-    EXPECT_EQ(parseProfileLine("\t00,00,00,00,").name, "");
-    EXPECT_EQ(parseProfileLine("x\t1.,.9,02,00,").clipCounts,
+    EXPECT_EQ(ParseProfileLine("x\t03,04,03,02,"), (EdgeProfile{"x", {3, 4, 3, 2}}));
+    EXPECT_EQ(ParseProfileLine("x\t03;04 03x02"), (EdgeProfile{"x", {3, 4, 3, 2}}));
+    EXPECT_EQ(ParseProfileLine(" x \t 3,4 ,99,-1"), (EdgeProfile{" x ", {3, 4, 99, -1}}));
+    EXPECT_EQ(ParseProfileLine("x\t03·04·03·02·"), (EdgeProfile{"x", {3, 4, 3, 2}}));
+    EXPECT_EQ(ParseProfileLine("\t00,00,00,00,").name, "");
+    EXPECT_EQ(ParseProfileLine("x\t1.,.9,02,00,").clipCounts,
               (ClipCounts{1, 0, 2, 0})); // the whole part of a number
 }
 
 TEST(ProfileLine, withoutATabOrWithABadCountIsRefused) {
     for (const char* line : {"", "name", "name 03,04,03,02,", "x\t", "x\t03,04,03", "x\t03,04,03,",
                              "x\tab,04,03,02,", "x\t3,4,3,2,", "x\t03\t,04,03,02"}) {
-        EXPECT_THROW(parseProfileLine(line), Error) << line;
+        EXPECT_THROW(ParseProfileLine(line), Error) << line;
     }
 }
 
