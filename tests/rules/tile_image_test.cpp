@@ -134,6 +134,21 @@ TEST(Compensation, bringsATileUpTo64DotsPerInchFirst) {
     EXPECT_EQ(planCompensation(100, 50, 64, EdgeTrims{}).imageWidth, 100);
 }
 
+TEST(Compensation, roundsAResampledSideHalfToEven) {
+    const CompensationPlan plan = planCompensation(2, 6, 51.2, EdgeTrims{}); // by 1.25
+    EXPECT_EQ(plan.imageWidth, 2);                                           // 2.5
+    EXPECT_EQ(plan.imageHeight, 8);                                          // 7.5
+}
+
+// The margins are those of 64 dots per inch then, not of the dots that the tile had.
+TEST(Compensation, measuresMarginsAtTheDotsThatTheTileHasThen) {
+    EXPECT_EQ(planCompensation(50, 50, 50, {0.25, 0.25, 0.25, 0.25}).margins,
+              (std::array<int, 4>{16, 16, 16, 16}));
+    EXPECT_EQ(planCompensation(50, 50, 63.99, {1 / 64.0, 0, 0, 0}).margins[edgeTop], 1);
+    EXPECT_EQ(planCompensation(50, 50, 100, {0.25, 0.25, 0.25, 0.25}).margins,
+              (std::array<int, 4>{25, 25, 25, 25}));
+}
+
 TEST(Compensation, refusesWhatHasNoSize) {
     const Image tile = numbered(5, 5);
     EXPECT_THROW(applyEdgeClipComp(tile.view(), 0, EdgeTrims{}), Error);

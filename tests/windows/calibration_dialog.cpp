@@ -2,6 +2,8 @@
 #include "calibration/profile_list.h"
 #include "calibration_support.h"
 
+#include <algorithm>
+
 namespace veldara::test {
 namespace {
 
@@ -28,12 +30,15 @@ TEST(CalibrationDialog, HasItsTexts) {
     EXPECT_EQ(dialog.cmdDel.toolTip(), "Delete the currently selected Edge Calibration Profile");
     EXPECT_EQ(dialog.cmdGenerateTest.caption(), "Create Edge Calibration Test Image");
     EXPECT_EQ(dialog.cmdOk.caption(), "Close");
-    EXPECT_EQ(dialog.cmbTopEdge.toolTip(),
-              "For the selected Edge Calibration Profile, indicates how many of the four test "
-              "lines are visible on the TOP edge of your test print");
-    EXPECT_NE(dialog.cmbRightEdge.toolTip().find("on the RIGHT edge"), std::string::npos);
-    EXPECT_NE(dialog.cmbBottomEdge.toolTip().find("on the BOTTOM edge"), std::string::npos);
-    EXPECT_NE(dialog.cmbLeftEdge.toolTip().find("on the LEFT edge"), std::string::npos);
+    const auto toolTip = [](const std::string& edge) {
+        return "For the selected Edge Calibration Profile, indicates how many of the four test "
+               "lines are visible on the " +
+               edge + " edge of your test print";
+    };
+    EXPECT_EQ(dialog.cmbTopEdge.toolTip(), toolTip("TOP"));
+    EXPECT_EQ(dialog.cmbRightEdge.toolTip(), toolTip("RIGHT"));
+    EXPECT_EQ(dialog.cmbBottomEdge.toolTip(), toolTip("BOTTOM"));
+    EXPECT_EQ(dialog.cmbLeftEdge.toolTip(), toolTip("LEFT"));
 }
 
 TEST(CalibrationDialog, EdgeListsHaveSeventeenChoices) {
@@ -265,6 +270,21 @@ TEST(CalibrationDialog, AChoiceIsStoredDescribedAndWritten) {
         EXPECT_EQ(window.choices(), (std::vector<int>{16, 2, 3, 4}));
         window.dialog.cmbTopEdge.userSelect(0);
         EXPECT_EQ(window.descriptions()[0], nothingClipped);
+    });
+}
+
+TEST(CalibrationDialog, AChoiceIsDescribedByWhatItsWordsMean) {
+    CalibrationWindow window;
+    const auto choose = [&](const std::string& words) {
+        const std::vector<std::string>& choices = window.dialog.cmbTopEdge.items();
+        const auto found = std::find(choices.begin(), choices.end(), words);
+        window.dialog.cmbTopEdge.userSelect(static_cast<int>(found - choices.begin()));
+        return window.dialog.lblTopEdgeDesc.caption();
+    };
+    window.open([&] {
+        EXPECT_EQ(choose("see no lines!"), "Printer cuts off  1/4 inches of image");
+        EXPECT_EQ(choose("see 3.50 lines"), "Printer cuts off  1/32 inches of image");
+        EXPECT_EQ(choose("see all 4 lines"), nothingClipped);
     });
 }
 
