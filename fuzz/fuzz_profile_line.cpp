@@ -12,7 +12,7 @@ void checkTexts(const EdgeProfile& profile) {
             require(!edgeDescription(count, units).empty(), "every count has its words");
         }
     }
-    const EdgeProfile again = parseProfileLine(formatProfileLine(profile));
+    const EdgeProfile again = ParseProfileLine(formatProfileLine(profile));
     require(again == profile, "a line that the program writes is the same profile");
 }
 
@@ -21,7 +21,7 @@ void checkTexts(const EdgeProfile& profile) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {
-        veldara::fuzz::checkTexts(veldara::parseProfileLine(veldara::fuzz::asText(data, size)));
+        veldara::fuzz::checkTexts(veldara::ParseProfileLine(veldara::fuzz::asText(data, size)));
     } catch (const veldara::Error&) {
         return 0; // a refusal
     }
