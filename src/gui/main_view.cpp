@@ -34,6 +34,7 @@ class MainView : public View {
     wxSizer* makeZoomRow(wxWindow* box);
     PictureBox* makeArrowPad(wxWindow* box);
     void panByKeys(PictureBox* box);
+    void zoomByWheel();
     wxSizer* makeSaveRow();
     void setFirstSize();
     void addValueRow(wxFlexGridSizer& rows, wxWindow* box, Label& caption, const char* captionName,
@@ -56,6 +57,7 @@ MainView::MainView(frmMain& model, wxWindow* parent)
     photo_ = bind().picture(panel_, model_.picCur, "picCur", panel_->FromDIP(wxSize(360, 240)),
                             PictureBox::Keyboard::taken, PictureBox::Ground::mat);
     panByKeys(photo_);
+    zoomByWheel();
     wxSizer* placement = makePlacement();
     wxSizer* figures = makeFigures();
     wxSizer* save = makeSaveRow();
@@ -302,6 +304,18 @@ void MainView::panByKeys(PictureBox* box) {
         model_.tmrImg.tick();
     };
     box->onArrowUp = [this] { model_.imgArrow.userMouseUp(MouseButton::left, 0, 0); };
+}
+
+// A notch of the wheel over the photo is a page of the zoom bar; finer wheels give parts of it.
+void MainView::zoomByWheel() {
+    photo_->Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
+        if (event.GetWheelAxis() != wxMOUSE_WHEEL_VERTICAL || photo_->HasCapture()) {
+            return;
+        }
+        const double notches = 1.0 * event.GetWheelRotation() / event.GetWheelDelta();
+        ScrollBar& zoom = model_.scrZoom;
+        zoom.userSetValue(zoom.value() + wxRound(notches * zoom.largeChange()));
+    });
 }
 
 wxSizer* MainView::makeSaveRow() {

@@ -227,6 +227,19 @@ void Driver::press(const std::string& windowName, const std::string& name, wxPoi
     settle();
 }
 
+// The toolkit's simulator has no wheel, so its event is sent to the widget under the pointer.
+void Driver::turnWheel(const std::string& windowName, const std::string& name, int notches) {
+    onWindowThread([&] {
+        wxWindow& target = as<wxWindow>(widget(windowName, name), name);
+        wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+        wheel.SetEventObject(&target);
+        wheel.m_wheelDelta = 120;
+        wheel.m_wheelRotation = 120 * notches;
+        target.HandleWindowEvent(wheel);
+    });
+    settle();
+}
+
 // A menu lies outside of what the toolkit can be asked about, so it is opened by the key of its
 // bar and gone through with the arrow keys.
 void Driver::clickMenu(const std::string& windowName, int menu, int entry) {

@@ -73,6 +73,8 @@ class Driver {
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
     void press(const std::string& window, const std::string& name, wxPoint inWidget,
                std::chrono::milliseconds held);
+    // Turns the wheel over a widget; away from the user is positive.
+    void turnWheel(const std::string& window, const std::string& name, int notches);
     void clickMenu(const std::string& window, int menu, int entry);
     void clickListEntry(const std::string& window, const std::string& name,
                         const std::string& entry);

@@ -128,6 +128,15 @@ TEST(Layout, ZoomBarIsWorkedByKeys) {
     EXPECT_EQ(poster.user.text("frmMain", "lblZoomAmount"), "(0%)");
 }
 
+TEST(Layout, WheelOverThePhotoZooms) {
+    WidePhoto poster;
+    poster.user.turnWheel("frmMain", "picCur", 3);
+    EXPECT_EQ(poster.user.text("frmMain", "lblZoomAmount"), "(60%)");
+    EXPECT_EQ(poster.stage.ask([](frmMain& main) { return main.scrZoom.value(); }), 60);
+    poster.user.turnWheel("frmMain", "picCur", -5); // no further than the end of the bar
+    EXPECT_EQ(poster.user.text("frmMain", "lblZoomAmount"), "(0%)");
+}
+
 TEST(Layout, ArrowPadMovesTheCropWhileItIsHeld) {
     WidePhoto poster;
     const wxSize pad = poster.user.sizeOf("frmMain", "imgArrow");
