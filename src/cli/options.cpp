@@ -46,6 +46,34 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.add_flag("--list-profiles", options.listProfiles);
     app.add_flag("--version");
     app.add_flag("--help,-h");
+    app.allow_extras();
+}
+
+// Sorts the words of the command line into the declared options. Throws WrongOption.
+void sortWords(CLI::App& app, const std::vector<std::string>& arguments) {
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string said = error.what(); // begins with the option's name and a colon
+        throw WrongOption(said.substr(0, said.find(':')) + ": give it once, with one value.");
+    } catch (const CLI::ParseError& error) {
+        throw WrongOption(std::string(error.what()) + ".");
+    }
+}
+
+// A word that is no option's value and not the photo.
+void refuseLeftOver(const CLI::App& app) {
+    bool namesOnly = false;
+    for (const std::string& word : app.remaining()) {
+        if (word == "--") {
+            namesOnly = true; // as behind it everything is
+            continue;
+        }
+        const bool isOption = word.rfind('-', 0) == 0 && !namesOnly;
+        throw WrongOption(
+            "\"" + word + "\": " +
+            (isOption ? "there is no such option." : "this is a name too many; give one photo."));
+    }
 }
 
 void readLayout(const CLI::App& app, const Texts& texts, Options& options) {
@@ -152,12 +180,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     Texts texts;
     CLI::App app;
     declare(app, line.options, texts);
-    try {
-        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
-        app.parse(std::move(reversed));
-    } catch (const CLI::ParseError& error) {
-        throw WrongOption(error.what());
-    }
+    sortWords(app, arguments);
     if (given(app, "--help")) {
         line.text = helpText();
         return line;
@@ -170,6 +193,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     readPaper(app, texts, line.options);
     readEdges(app, texts, line.options);
     readFiles(app, texts, line.options);
+    refuseLeftOver(app);
     checkWhatToDo(line.options);
     return line;
 }

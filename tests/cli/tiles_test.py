@@ -300,7 +300,11 @@ class Options(TilesTest):
                 (["--profile", "none such"], "--list-profiles"),
                 (["--clip", "1,1,1,1", "--profile", "default"], "not both"),
                 (["--base", "a/b"], "--out"), (["--out", ""], "--out"),
-                (["--no-such-option"], "--no-such-option"),
+                (["--no-such-option"], '"--no-such-option": there is no such option.'),
+                (["-x"], '"-x": there is no such option.'),
+                (["--wide", "2", "--wide", "3"], "--wide: give it once, with one value."),
+                (["--wide", "--high", "2"], '--wide "--high": give a whole number from 1 to 25.'),
+                (["--plan=maybe"], "--plan = maybe."),
                 (["--paper", 'Letter 8.5" x 11"', "--paper-size", "8,8"], "fixed"),
         ):
             with self.subTest(arguments):
@@ -309,7 +313,15 @@ class Options(TilesTest):
 
     def test_need_a_photo(self):
         self.assertIn("photo", self.refused(2))
-        self.refused(2, self.path("a.jpg"), self.path("b.jpg"))
+        self.assertIn('"b.jpg": this is a name too many; give one photo.',
+                      self.refused(2, "a.jpg", "b.jpg"))
+        self.assertIn("--wide: give it once, with one value.", self.refused(2, "a.jpg", "--wide"))
+
+    def test_end_where_the_names_begin(self):
+        self.photo("-plan.bmp", noise(60, 40))
+        self.assertEqual(self.plan("--", "-plan.bmp")["photo"]["width"], 60)
+        self.assertIn('"--quiet": this is a name too many', self.refused(2, "--", "-plan.bmp",
+                                                                         "--quiet"))
 
     def test_ask_for_texts(self):
         self.assertEqual(self.done("--version"), b"veldara-tiles 1.20\n")
@@ -319,7 +331,7 @@ class Options(TilesTest):
                        "--format", "--out", "--base", "--yes", "--plan", "--test-target", "--quiet",
                        "--list-papers", "--list-profiles", "--version", "--help"):
             self.assertIn(option + " ", text.replace(",", " "))
-        self.assertLessEqual(max(map(len, text.splitlines())), 90)
+        self.assertLessEqual(max(map(len, text.splitlines())), 79)
 
     def test_list_both_catalogues(self):
         text = self.done("--list-papers").decode()
@@ -497,6 +509,16 @@ class Failures(TilesTest):
         self.assertIn(b"Error saving tile image file to disk.  Possible cause is that the disk is "
                       b"full.  Can not continue.", result.stderr)
         self.assertEqual(os.listdir(out), [])
+
+    def test_of_a_full_standard_output(self):
+        photo = self.photo("p.bmp", noise(60, 40))
+        for arguments in (["--plan", photo], ["--help"], ["--list-papers"]):
+            with self.subTest(arguments), open("/dev/full", "wb") as full:
+                result = subprocess.run([PROGRAM, *arguments], stdout=full, stderr=subprocess.PIPE,
+                                        env=self.environment, check=False, timeout=60)
+                self.assertEqual(result.returncode, 1)
+                self.assertEqual(result.stderr,
+                                 b"veldara-tiles: Could not write to the standard output.\n")
 
     def test_of_too_little_space(self):
         disk = self.path("disk")
