@@ -1,5 +1,7 @@
 #include "cli/console.h"
 
+#include "platform/error.h"
+
 #include <atomic>
 #include <csignal>
 #include <cstdio>
@@ -75,9 +77,10 @@ void waitForInput() {
 
 #endif
 
-void write(std::FILE* stream, const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
+// False when not all of it went out.
+bool write(std::FILE* stream, const std::string& text) {
+    const bool taken = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+    return std::fflush(stream) == 0 && taken;
 }
 
 } // namespace
@@ -88,7 +91,9 @@ SystemConsole::SystemConsole() {
 }
 
 void SystemConsole::print(const std::string& text) {
-    write(stdout, text);
+    if (!write(stdout, text)) {
+        throw Error("Could not write to the standard output.");
+    }
 }
 
 void SystemConsole::complain(const std::string& text) {

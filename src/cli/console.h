@@ -9,7 +9,7 @@ namespace veldara {
 class Console {
   public:
     virtual ~Console() = default;
-    virtual void print(const std::string& text) = 0;    // standard output
+    virtual void print(const std::string& text) = 0;    // standard output; throws Error
     virtual void complain(const std::string& text) = 0; // standard error
     // Somebody sits before standard input and standard error.
     virtual bool canAsk() const = 0;
