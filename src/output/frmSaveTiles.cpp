@@ -84,7 +84,7 @@ bool frmSaveTiles::goTo(const std::string& drive, const std::string& folder) {
 
 void frmSaveTiles::UpdateSaveFolderLabel() {
     const char separator = platform_.drives.separator();
-    const std::string folder = tileFolderLabel(dirTile.path(), txtNewFolderName.text(), separator);
+    const std::string folder = tileFolderPrefix(dirTile.path(), txtNewFolderName.text(), separator);
     lblPath.setCaption(SplitPathLabel(folder, saveLabelStart, pathLabelEnd, separator));
 }
 

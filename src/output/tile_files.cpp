@@ -30,8 +30,8 @@ std::string tileFolderPath(const std::string& parent, const std::string& newFold
     return withSeparator(parent, separator) + newFolder;
 }
 
-std::string tileFolderLabel(const std::string& parent, const std::string& newFolder,
-                            char separator) {
+std::string tileFolderPrefix(const std::string& parent, const std::string& newFolder,
+                             char separator) {
     const std::string folder = tileFolderPath(parent, newFolder, separator);
     return newFolder.empty() ? folder : folder + separator;
 }
@@ -45,7 +45,7 @@ TileFileName getTileFileName(const TileFileParts& parts, int tileNumber, char se
                 "You must select the location where the new poster tile image folder will be "
                 "created"};
     }
-    return {tileFolderLabel(parts.parent, parts.newFolder, separator) + parts.base +
+    return {tileFolderPrefix(parts.parent, parts.newFolder, separator) + parts.base +
                 tileNumberText(tileNumber) + extensionOf(*parts.type),
             {}};
 }

@@ -25,8 +25,8 @@ std::string tileFolderPath(const std::string& parent, const std::string& newFold
 
 // The same with a separator at its end: behind the parent, and behind a new folder's name whatever
 // that ends with. What a label shows, and what the files' names follow.
-std::string tileFolderLabel(const std::string& parent, const std::string& newFolder,
-                            char separator = platformSeparator);
+std::string tileFolderPrefix(const std::string& parent, const std::string& newFolder,
+                             char separator = platformSeparator);
 
 // What a tile's file name is made of.
 struct TileFileParts {

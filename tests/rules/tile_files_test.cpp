@@ -46,14 +46,14 @@ TEST(TileFiles, goIntoTheNewFolder) {
     EXPECT_EQ(getTileFileName(parts, 1, '\\').path, "C:\\photos\\poster\\img001.jpg");
     EXPECT_EQ(getTileFileName(parts, 1000, '\\').path, "C:\\photos\\poster\\img1000.jpg");
     EXPECT_EQ(tileFolderPath("C:\\photos", "poster", '\\'), "C:\\photos\\poster");
-    EXPECT_EQ(tileFolderLabel("C:\\photos", "poster", '\\'), "C:\\photos\\poster\\");
+    EXPECT_EQ(tileFolderPrefix("C:\\photos", "poster", '\\'), "C:\\photos\\poster\\");
 }
 
 TEST(TileFiles, goIntoTheParentWithoutANewFolder) {
     const TileFileParts parts{"/home/me", "", "img", FileType::tiff};
     EXPECT_EQ(getTileFileName(parts, 2, '/').path, "/home/me/img002.tif");
     EXPECT_EQ(tileFolderPath("/home/me", "", '/'), "/home/me/");
-    EXPECT_EQ(tileFolderLabel("/home/me", "", '/'), "/home/me/");
+    EXPECT_EQ(tileFolderPrefix("/home/me", "", '/'), "/home/me/");
 }
 
 TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
@@ -64,7 +64,7 @@ TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
 // Also behind one that the user typed: only the parent folder may bring its own.
 TEST(TileFiles, haveASeparatorBehindTheNewFoldersName) {
     EXPECT_EQ(tileFolderPath("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\");
-    EXPECT_EQ(tileFolderLabel("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\\\");
+    EXPECT_EQ(tileFolderPrefix("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\\\");
     EXPECT_EQ(getTileFileName({"C:\\photos", "poster\\", "a", FileType::bmp}, 1, '\\').path,
               "C:\\photos\\poster\\\\a001.bmp");
 }
