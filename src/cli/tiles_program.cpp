@@ -112,6 +112,13 @@ void writeAll(TileRun& run, Console& console, bool quiet) {
     }
 }
 
+// On a terminal only: what a script wants to know is the status.
+void tellEnd(const Options& options, Console& console, const std::string& text) {
+    if (!options.quiet && console.canDraw()) {
+        console.complain(text + "\n");
+    }
+}
+
 Error changedPhoto(const Options& options) {
     return Error("The photo \"" + options.photo + "\" was changed while it was read.");
 }
@@ -157,11 +164,9 @@ int runPoster(const Options& options, Console& console, const Profiles& profiles
         return statusFailed;
     }
     writePoster(plan, options, console);
-    if (!options.quiet && console.canDraw()) {
-        console.complain(std::to_string(plan.tiles.size()) +
-                         (plan.tiles.size() == 1 ? " tile" : " tiles") + " written to " +
-                         pathText(plan.folder) + "\n");
-    }
+    tellEnd(options, console,
+            std::to_string(plan.tiles.size()) + (plan.tiles.size() == 1 ? " tile" : " tiles") +
+                " written to " + pathText(plan.folder));
     return statusDone;
 }
 
@@ -184,6 +189,7 @@ int runTestTarget(const Options& options, Console& console) {
     const Image image = createTestImage(ToInches(paper.tileHeight(), options.units),
                                         ToInches(paper.tileWidth(), options.units));
     writeWholeFile(file, encodeImage(image.view(), *type, testTargetDotsPerInch, {}));
+    tellEnd(options, console, "test image written to " + options.testTarget);
     return statusDone;
 }
 

@@ -429,9 +429,16 @@ class Terminal(TilesTest):
         self.assertIn("4/4 100%", drawn)
         self.assertIn("4 tiles written to", drawn.split("\r")[-2] + drawn.split("\r")[-1])
 
+    def test_tells_where_the_test_image_is(self):
+        target = self.path("t.bmp")
+        self.assertEqual(self.on_a_terminal(["--test-target", target]),
+                         (0, f"test image written to {target}\r\n"))
+
     def test_is_quiet_when_asked(self):
         photo = self.photo("p.bmp", noise(60, 40))
         self.assertEqual(self.on_a_terminal(["--quiet", photo]), (0, ""))
+        self.assertEqual(self.on_a_terminal(["--quiet", "--test-target", self.path("t.bmp")]),
+                         (0, ""))
 
     def test_asks_before_a_folder_is_used_again(self):
         photo = self.photo("p.bmp", noise(60, 40))
