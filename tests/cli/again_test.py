@@ -1,9 +1,12 @@
-"""The plan computed a second time, in another language, for posters chosen at random."""
+"""Plans and tiles made a second time, in another language, for posters chosen at random."""
 
 import math
+import os
 import random
 import unittest
 from decimal import ROUND_HALF_UP, Decimal
+
+from PIL import Image
 
 from tiles_support import TilesTest, noise
 
@@ -149,6 +152,67 @@ def rounded(value, decimals):
 
 def shortened(value, decimals):
     return rounded(value, decimals).rstrip("0").rstrip(".") or "0"
+
+
+def bordered(tile, margins):
+    """The tile with its outermost pixels repeated around it."""
+    top, right, bottom, left = margins
+    width, height = tile.size
+    columns = Image.new("RGB", (left + width + right, height))
+    columns.paste(tile.crop((0, 0, 1, height)).resize((max(left, 1), height)), (0, 0))
+    columns.paste(tile.crop((width - 1, 0, width, height)).resize((max(right, 1), height)),
+                  (left + width, 0))
+    columns.paste(tile, (left, 0))
+    whole = Image.new("RGB", (columns.width, top + height + bottom))
+    whole.paste(columns.crop((0, 0, columns.width, 1)).resize((columns.width, max(top, 1))), (0, 0))
+    whole.paste(columns.crop((0, height - 1, columns.width, height))
+                .resize((columns.width, max(bottom, 1))), (0, top + height))
+    whole.paste(columns, (0, top))
+    return whole
+
+
+class TilesAgain(TilesTest):
+    turns = {"none": None, "cw": Image.Transpose.ROTATE_270, "ccw": Image.Transpose.ROTATE_90,
+             "180": Image.Transpose.ROTATE_180}
+
+    def test_are_the_same_pixels(self):
+        picture = noise(503, 387)
+        photo = self.photo("p.tif", picture)
+        source = random.Random(7)
+        for number in range(60):
+            rotate = source.choice(list(self.turns))
+            turned = source.random() < 0.5
+            clip = [source.randint(0, 16) for _ in range(4)]
+            arguments = [
+                "--rotate", rotate, "--clip", ",".join(map(str, clip)),
+                "--wide", str(source.randint(1, 3)), "--high", str(source.randint(1, 3)),
+                "--paper-size", f"{source.uniform(1, 1.5):.2f},{source.uniform(1, 1.5):.2f}",
+                "--zoom", str(source.randint(0, 60)),
+                "--pan", f"{source.randint(0, 200)},{source.randint(0, 200)}",
+                "--format", source.choice(["bmp", "tif"]), "--out", f"out{number}", photo]
+            if turned:
+                arguments.insert(0, "--rotate-tiles")
+            with self.subTest(arguments):
+                turn = self.turns[rotate]
+                self.compare(arguments, picture if turn is None else picture.transpose(turn),
+                             turned, clip)
+
+    def compare(self, arguments, picture, turned, clip):
+        plan = self.plan(*arguments)
+        first = plan["tiles"][0]
+        across = (("top", "bottom") if turned else ("left", "right"))
+        dots = (first[across[1]] - first[across[0]] + 1) / plan["tile_inches"]["width"]
+        self.assertGreaterEqual(dots, 64)  # or the tile would be resampled
+        margins = [math.floor(dots * (count / 64)) for count in clip]
+        self.done(*arguments)
+        for tile in plan["tiles"]:
+            cut = picture.crop((tile["left"], tile["top"], tile["right"] + 1, tile["bottom"] + 1))
+            if turned:
+                cut = cut.transpose(Image.Transpose.ROTATE_90)
+            with Image.open(os.path.join(self.folder, tile["file"])) as written:
+                self.assertEqual(written.size, (tile["width"], tile["height"]))
+                self.assertEqual(written.tobytes(), bordered(cut, margins).tobytes())
+                self.assertAlmostEqual(float(written.info["dpi"][0]), plan["dpi"], delta=0.02)
 
 
 class PlanAgain(TilesTest):
