@@ -46,9 +46,15 @@ void WxScreen::show(Window& window) {
 }
 
 void WxScreen::showModal(Window& window) {
-    const std::shared_ptr<View> view = bringUp(window, true);
+    std::shared_ptr<View> view = bringUp(window, true);
+    wxWindow* before = view->native().GetParent();
     view->shown();
     static_cast<wxDialog&>(view->native()).ShowModal();
+    view.reset();
+    // Some window managers lose the keyboard when a message box and its dialog close together.
+    if (before != nullptr && before == frontWindow()) {
+        before->Raise();
+    }
 }
 
 void WxScreen::hide(Window& window) {
