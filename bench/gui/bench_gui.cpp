@@ -13,7 +13,6 @@
 #include <limits>
 
 #include <wx/slider.h>
-#include <wx/uiaction.h>
 
 namespace veldara::test {
 
@@ -97,14 +96,12 @@ class Bench {
             while (list->HitTest(wxPoint(12, y)) != other && y < list->GetClientSize().y) {
                 ++y;
             }
-            const wxPoint point = list->ClientToScreen(wxPoint(12, y + 5));
-            wxUIActionSimulator().MouseMove(point);
-            return point;
+            return list->ClientToScreen(wxPoint(12, y + 5));
         });
-        (void)at;
+        hands_.moveTo(at);
         stage_.user().pause(std::chrono::milliseconds(700)); // no double click
         return milliseconds([&] {
-            stage_.user().onWindowThread([] { wxUIActionSimulator().MouseClick(); });
+            hands_.click();
             while (!stage_.ask([other](frmMain& main) {
                 return main.lstFiles.listIndex() == other && main.bImgSelected &&
                        main.picCur.pixels();
@@ -156,13 +153,13 @@ class Bench {
         user.click("frmMain", "cmdSaveNow");
         user.waitForWindow("frmSaveTiles");
         const wxSize size = user.sizeOf("frmSaveTiles", "cmdSaveNow");
-        user.onWindowThread([size] {
-            wxUIActionSimulator().MouseMove(Driver::widget("frmSaveTiles", "cmdSaveNow")
-                                                ->ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
-        });
+        hands_.moveTo(user.onWindowThread([size] {
+            return Driver::widget("frmSaveTiles", "cmdSaveNow")
+                ->ClientToScreen(wxPoint(size.x / 2, size.y / 2));
+        }));
         user.pause(std::chrono::milliseconds(700));
         const double time = milliseconds([&] {
-            user.onWindowThread([] { wxUIActionSimulator().MouseClick(); });
+            hands_.click();
             while (!user.isShown("frmSimpleMsg")) {
             }
         });
@@ -172,6 +169,7 @@ class Bench {
     }
 
     Stage stage_;
+    Hands hands_;
     double decode_ = 0;
 };
 

@@ -15,7 +15,6 @@
 #include <wx/radiobut.h>
 #include <wx/slider.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 namespace veldara::test {
 
@@ -77,18 +76,6 @@ void Driver::settle() {
 #endif
 }
 
-void Driver::simulate(const std::function<void(wxUIActionSimulator&)>& act) {
-    const auto run = [&act] {
-        wxUIActionSimulator simulator;
-        act(simulator);
-    };
-#ifdef __WXMSW__
-    run();
-#else
-    onWindowThread(run); // the display's connection belongs to that thread
-#endif
-}
-
 wxTopLevelWindow* Driver::window(const std::string& name) {
     for (wxWindow* one : wxTopLevelWindows) {
         if (one->GetName() == name && one->IsShown()) {
@@ -129,10 +116,13 @@ std::string Driver::focused() {
     });
 }
 
+// The window manager first places a window and then gives it the keyboard.
 void Driver::waitForWindow(const std::string& name) {
-    waitUntil("the window \"" + name + "\" is up", [&] { return window(name) != nullptr; });
+    waitUntil("the window \"" + name + "\" is up and has the keyboard", [&] {
+        wxTopLevelWindow* found = window(name);
+        return found != nullptr && found->IsActive();
+    });
     settle();
-    settle(); // the window manager places it and gives it the keyboard
 }
 
 void Driver::waitForWindowToGo(const std::string& name) {
@@ -173,7 +163,10 @@ wxPoint Driver::screenPoint(const std::string& windowName, const std::string& na
         const wxWindow* found = widget(windowName, name);
         return found != nullptr && found->IsShownOnScreen() && found->IsEnabled();
     });
-    return onWindowThread([&] { return widget(windowName, name)->ClientToScreen(inWidget); });
+    return onWindowThread([&] {
+        const wxWindow& found = *widget(windowName, name);
+        return found.ClientToScreen(inWidget) * found.GetContentScaleFactor();
+    });
 }
 
 void Driver::click(const std::string& windowName, const std::string& name) {
@@ -190,9 +183,9 @@ void Driver::clickScreen(wxPoint at) {
     if (at == lastClick_ && Clock::now() - lastClickTime_ < doubleClickTime) {
         pause(doubleClickTime);
     }
-    simulate([at](wxUIActionSimulator& mouse) { mouse.MouseMove(at); });
+    hands_.moveTo(at);
     settle();
-    simulate([](wxUIActionSimulator& mouse) { mouse.MouseClick(); });
+    hands_.click();
     lastClick_ = at;
     lastClickTime_ = Clock::now();
     settle();
@@ -202,28 +195,27 @@ void Driver::drag(const std::string& windowName, const std::string& name, wxPoin
                   wxPoint to) {
     const wxPoint start = screenPoint(windowName, name, from);
     const wxPoint end = screenPoint(windowName, name, to);
-    const auto act = [this](const std::function<void(wxUIActionSimulator&)>& step) {
-        simulate(step);
-        settle();
-    };
-    act([&](wxUIActionSimulator& mouse) { mouse.MouseMove(start); });
-    act([](wxUIActionSimulator& mouse) { mouse.MouseDown(); });
+    hands_.moveTo(start);
+    settle();
+    hands_.press();
+    settle();
     constexpr int steps = 4;
     for (int i = 1; i <= steps; ++i) {
-        const wxPoint at = start + (end - start) * i / steps;
-        act([&](wxUIActionSimulator& mouse) { mouse.MouseMove(at); });
+        hands_.moveTo(start + (end - start) * i / steps);
+        settle();
     }
-    act([](wxUIActionSimulator& mouse) { mouse.MouseUp(); });
+    hands_.release();
+    settle();
 }
 
 void Driver::press(const std::string& windowName, const std::string& name, wxPoint inWidget,
                    std::chrono::milliseconds held) {
     const wxPoint at = screenPoint(windowName, name, inWidget);
-    simulate([&](wxUIActionSimulator& input) { input.MouseMove(at); });
+    hands_.moveTo(at);
     settle();
-    simulate([](wxUIActionSimulator& input) { input.MouseDown(); });
+    hands_.press();
     pause(held);
-    simulate([](wxUIActionSimulator& input) { input.MouseUp(); });
+    hands_.release();
     settle();
 }
 
@@ -242,17 +234,33 @@ void Driver::turnWheel(const std::string& windowName, const std::string& name, i
 
 // A menu lies outside of what the toolkit can be asked about, so it is opened by the key of its
 // bar and gone through with the arrow keys.
-void Driver::clickMenu(const std::string& windowName, int menu, int entry) {
+void Driver::goToMenuEntry(const std::string& windowName, int menu, int entry) {
     const int letter = onWindowThread([&] {
         auto& frame = as<wxFrame>(window(windowName), windowName);
         const wxString label = frame.GetMenuBar()->GetMenuLabel(static_cast<std::size_t>(menu));
         return static_cast<int>(label.AfterFirst('&').Upper()[0].GetValue());
     });
     key(letter, wxMOD_ALT);
-    pause(std::chrono::milliseconds(150));
+    waitForList(true);
     for (int i = 0; i < entry; ++i) {
         key(WXK_DOWN);
     }
+}
+
+// Keys that come before the list would do something else.
+void Driver::waitForList(bool open) {
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(20);
+    while (hands_.seesOpenList() != open) {
+        if (Clock::now() > end) {
+            throw DriverError(open ? "No list opens." : "The list stays open.");
+        }
+        pause(std::chrono::milliseconds(10));
+    }
+    settle();
+}
+
+void Driver::clickMenu(const std::string& windowName, int menu, int entry) {
+    goToMenuEntry(windowName, menu, entry);
     key(WXK_RETURN);
 }
 
@@ -293,9 +301,9 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
         return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
     });
     const wxPoint onScreen = screenPoint(windowName, name, at);
-    simulate([&](wxUIActionSimulator& input) { input.MouseMove(onScreen); });
+    hands_.moveTo(onScreen);
     settle();
-    simulate([](wxUIActionSimulator& input) { input.MouseDblClick(); });
+    hands_.doubleClick();
     lastClick_ = onScreen;
     lastClickTime_ = Clock::now();
     settle();
@@ -303,7 +311,7 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
 
 void Driver::choose(const std::string& windowName, const std::string& name, int entry) {
     click(windowName, name);
-    pause(std::chrono::milliseconds(350));
+    waitForList(true);
     const int now =
         onWindowThread([&] { return as<wxChoice>(widget(windowName, name), name).GetSelection(); });
     for (int i = now; i < entry; ++i) {
@@ -313,6 +321,7 @@ void Driver::choose(const std::string& windowName, const std::string& name, int 
         key(WXK_UP);
     }
     key(WXK_RETURN);
+    waitForList(false);
     waitUntil("the entry is chosen in \"" + name + "\"", [&] {
         const auto* list = dynamic_cast<wxChoice*>(widget(windowName, name));
         return list != nullptr && list->GetSelection() == entry;
@@ -350,19 +359,19 @@ void Driver::closeByCloseBox(const std::string& windowName) {
 }
 
 void Driver::key(int keyCode, int modifiers) {
-    simulate([=](wxUIActionSimulator& input) { input.Char(keyCode, modifiers); });
+    hands_.key(keyCode, modifiers);
     settle();
 }
 
 void Driver::holdKey(int keyCode, std::chrono::milliseconds held) {
-    simulate([=](wxUIActionSimulator& input) { input.KeyDown(keyCode); });
+    hands_.keyDown(keyCode);
     pause(held);
-    simulate([=](wxUIActionSimulator& input) { input.KeyUp(keyCode); });
+    hands_.keyUp(keyCode);
     settle();
 }
 
 void Driver::type(const std::string& text) {
-    simulate([&](wxUIActionSimulator& input) { input.Text(text.c_str()); });
+    hands_.type(text);
     settle();
 }
 
@@ -374,18 +383,28 @@ void Driver::retype(const std::string& text) {
 double Driver::timeToOpenByClick(const std::string& windowName, const std::string& button) {
     const wxSize size = sizeOf("frmMain", button);
     const wxPoint at = screenPoint("frmMain", button, {size.x / 2, size.y / 2});
-    simulate([&](wxUIActionSimulator& input) { input.MouseMove(at); });
+    hands_.moveTo(at);
     pause(doubleClickTime);
+    const double time = timeToOpen(windowName, [this] { hands_.click(); });
+    lastClick_ = at;
+    lastClickTime_ = Clock::now();
+    return time;
+}
+
+double Driver::timeToOpenByMenu(const std::string& windowName, int menu, int entry) {
+    goToMenuEntry("frmMain", menu, entry);
+    return timeToOpen(windowName, [this] { hands_.key(WXK_RETURN, wxMOD_NONE); });
+}
+
+double Driver::timeToOpen(const std::string& windowName, const std::function<void()>& act) {
     const Clock::time_point start = Clock::now();
-    simulate([](wxUIActionSimulator& input) { input.MouseClick(); });
+    act();
     while (!isShown(windowName)) {
         if (Clock::now() > start + std::chrono::seconds(10)) {
             throw DriverError("The window \"" + windowName + "\" does not come up.");
         }
     }
     const double time = Milliseconds(Clock::now() - start).count();
-    lastClick_ = at;
-    lastClickTime_ = Clock::now();
     waitForWindow(windowName);
     return time;
 }

@@ -3,6 +3,7 @@
 // window is done on the window thread, also while a dialog or a long run has the event loop.
 #pragma once
 
+#include "e2e/hands.h"
 #include "platform/dialogs.h"
 
 #include <chrono>
@@ -16,8 +17,6 @@
 #include <wx/app.h>
 #include <wx/gdicmn.h>
 #include <wx/toplevel.h>
-
-class wxUIActionSimulator;
 
 namespace veldara::test {
 
@@ -99,16 +98,21 @@ class Driver {
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
 
-    // Milliseconds from a click on a button of the main window until the other window is up and
-    // answers.
+    // Milliseconds from a click on a button of the main window, or from Enter on an entry of its
+    // menu, until the other window is up and answers.
     double timeToOpenByClick(const std::string& window, const std::string& button);
+    double timeToOpenByMenu(const std::string& window, int menu, int entry);
 
   private:
-    void simulate(const std::function<void(wxUIActionSimulator&)>& act);
+    // In pixels of the screen.
     wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
     void clickScreen(wxPoint at);
+    void waitForList(bool open);
+    void goToMenuEntry(const std::string& window, int menu, int entry);
+    double timeToOpen(const std::string& window, const std::function<void()>& act);
     void settle();
 
+    Hands hands_;
     wxPoint lastClick_{-1, -1};
     std::chrono::steady_clock::time_point lastClickTime_;
 };

@@ -6,7 +6,6 @@
 #include "gui/native_text.h"
 
 #include <wx/msw/wrapwin.h>
-#include <wx/uiaction.h>
 
 namespace veldara::test {
 

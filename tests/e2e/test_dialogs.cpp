@@ -191,8 +191,7 @@ TEST(Dialogs, AboutByMenuAndMouse) {
     Stage stage;
     stage.start();
     Driver& user = stage.user();
-    user.clickMenu("frmMain", 2, 1);
-    user.waitForWindow("frmAbout");
+    report("frmAbout", user.timeToOpenByMenu("frmAbout", 2, 1));
     EXPECT_EQ(user.title("frmAbout"), "Veldara");
     EXPECT_EQ(user.text("frmAbout", "lblVersion"), "Version 1.20");
     user.click("frmAbout", "cmdSysInfo");

@@ -1,0 +1,65 @@
+// On Windows the toolkit's own simulator does it: it sends to the system's input queue and returns.
+#include "e2e/hands.h"
+
+#ifdef __WXMSW__
+
+#include <wx/msw/wrapwin.h>
+#include <wx/uiaction.h>
+
+namespace veldara::test {
+
+struct Hands::Connection {
+    wxUIActionSimulator input;
+};
+
+Hands::Hands() : connection_(std::make_unique<Connection>()) {}
+
+Hands::~Hands() = default;
+
+void Hands::moveTo(wxPoint at) {
+    connection_->input.MouseMove(at);
+}
+
+void Hands::press() {
+    connection_->input.MouseDown();
+}
+
+void Hands::release() {
+    connection_->input.MouseUp();
+}
+
+void Hands::click() {
+    connection_->input.MouseClick();
+}
+
+void Hands::doubleClick() {
+    connection_->input.MouseDblClick();
+}
+
+void Hands::keyDown(int keyCode) {
+    connection_->input.KeyDown(keyCode);
+}
+
+void Hands::keyUp(int keyCode) {
+    connection_->input.KeyUp(keyCode);
+}
+
+void Hands::key(int keyCode, int modifiers) {
+    connection_->input.Char(keyCode, modifiers);
+}
+
+void Hands::type(const std::string& ascii) {
+    connection_->input.Text(ascii.c_str());
+}
+
+bool Hands::seesOpenList() const {
+    const auto isUp = [](const wchar_t* kind) {
+        const HWND found = FindWindowW(kind, nullptr);
+        return found != nullptr && IsWindowVisible(found) != 0;
+    };
+    return isUp(L"#32768") || isUp(L"ComboLBox"); // the system's menu, and its list
+}
+
+} // namespace veldara::test
+
+#endif

@@ -1,0 +1,201 @@
+// In an X display: the XTEST extension, over a connection of its own. (The toolkit's own simulator
+// sleeps 50 to 75 ms in the window thread for every act.)
+#include "e2e/driver.h"
+#include "e2e/hands.h"
+
+#ifndef __WXMSW__
+
+#include <cctype>
+
+#include <X11/XKBlib.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+#include <wx/defs.h>
+
+namespace veldara::test {
+
+struct Hands::Connection {
+    Connection() : display(XOpenDisplay(nullptr)) {}
+    ~Connection() {
+        if (display != nullptr) {
+            XCloseDisplay(display);
+        }
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    void button(bool down) { XTestFakeButtonEvent(display, 1, down ? True : False, CurrentTime); }
+
+    void symbol(KeySym symbol, bool down) {
+        XTestFakeKeyEvent(display, XKeysymToKeycode(display, symbol), down ? True : False,
+                          CurrentTime);
+    }
+
+    // What its program says that a window is for.
+    Atom kindOf(Window window) const {
+        Atom type = None;
+        int bits = 0;
+        unsigned long count = 0;
+        unsigned long left = 0;
+        unsigned char* value = nullptr;
+        XGetWindowProperty(display, window, XInternAtom(display, "_NET_WM_WINDOW_TYPE", False), 0,
+                           1, False, XA_ATOM, &type, &bits, &count, &left, &value);
+        const Atom kind = count > 0 ? *reinterpret_cast<Atom*>(value) : None;
+        if (value != nullptr) {
+            XFree(value);
+        }
+        return kind;
+    }
+
+    bool isShown(Window window) const {
+        XWindowAttributes attributes{};
+        return XGetWindowAttributes(display, window, &attributes) != 0 &&
+               attributes.map_state == IsViewable;
+    }
+
+    // What was put in has reached the display, and its events have been sent to the program.
+    void finish() { XSync(display, False); }
+
+    Display* display;
+};
+
+namespace {
+
+KeySym symbolOf(int keyCode) {
+    switch (keyCode) {
+    case WXK_RETURN:
+        return XK_Return;
+    case WXK_ESCAPE:
+        return XK_Escape;
+    case WXK_TAB:
+        return XK_Tab;
+    case WXK_BACK:
+        return XK_BackSpace;
+    case WXK_HOME:
+        return XK_Home;
+    case WXK_END:
+        return XK_End;
+    case WXK_LEFT:
+        return XK_Left;
+    case WXK_RIGHT:
+        return XK_Right;
+    case WXK_UP:
+        return XK_Up;
+    case WXK_DOWN:
+        return XK_Down;
+    default:
+        break;
+    }
+    if (keyCode < WXK_SPACE || keyCode >= WXK_DELETE) {
+        throw DriverError("The test's keyboard has no key " + std::to_string(keyCode) + ".");
+    }
+    return static_cast<KeySym>(std::tolower(keyCode)); // printable ASCII is its own symbol
+}
+
+bool needsShift(Display* display, char character) {
+    const auto symbol = static_cast<KeySym>(static_cast<unsigned char>(character));
+    return XkbKeycodeToKeysym(display, XKeysymToKeycode(display, symbol), 0, 0) != symbol;
+}
+
+} // namespace
+
+Hands::Hands() : connection_(std::make_unique<Connection>()) {
+    int ignored = 0;
+    if (connection_->display == nullptr ||
+        XTestQueryExtension(connection_->display, &ignored, &ignored, &ignored, &ignored) == 0) {
+        throw DriverError("This display takes no simulated input.");
+    }
+}
+
+Hands::~Hands() = default;
+
+void Hands::moveTo(wxPoint at) {
+    XTestFakeMotionEvent(connection_->display, -1, at.x, at.y, CurrentTime);
+    connection_->finish();
+}
+
+void Hands::press() {
+    connection_->button(true);
+    connection_->finish();
+}
+
+void Hands::release() {
+    connection_->button(false);
+    connection_->finish();
+}
+
+void Hands::click() {
+    press();
+    release();
+}
+
+void Hands::doubleClick() {
+    click();
+    click();
+}
+
+void Hands::keyDown(int keyCode) {
+    connection_->symbol(symbolOf(keyCode), true);
+    connection_->finish();
+}
+
+void Hands::keyUp(int keyCode) {
+    connection_->symbol(symbolOf(keyCode), false);
+    connection_->finish();
+}
+
+void Hands::key(int keyCode, int modifiers) {
+    const auto modify = [&](bool down) {
+        if ((modifiers & wxMOD_ALT) != 0) {
+            connection_->symbol(XK_Alt_L, down);
+        }
+        if ((modifiers & wxMOD_CONTROL) != 0) {
+            connection_->symbol(XK_Control_L, down);
+        }
+        if ((modifiers & wxMOD_SHIFT) != 0) {
+            connection_->symbol(XK_Shift_L, down);
+        }
+    };
+    modify(true);
+    keyDown(keyCode);
+    keyUp(keyCode);
+    modify(false);
+    connection_->finish();
+}
+
+void Hands::type(const std::string& ascii) {
+    for (const char character : ascii) {
+        const auto code = static_cast<unsigned char>(character);
+        const bool shift = needsShift(connection_->display, character);
+        key(std::isalpha(code) != 0 ? std::toupper(code) : code, shift ? wxMOD_SHIFT : wxMOD_NONE);
+    }
+}
+
+bool Hands::seesOpenList() const {
+    Display* display = connection_->display;
+    XGrabServer(display); // no window goes while they are looked at
+    Window root = None;
+    Window parent = None;
+    Window* windows = nullptr;
+    unsigned int count = 0;
+    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &windows, &count);
+    bool open = false;
+    for (unsigned int i = 0; i < count; ++i) {
+        const Atom kind = connection_->kindOf(windows[i]);
+        for (const char* list : {"_NET_WM_WINDOW_TYPE_COMBO", "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+                                 "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"}) {
+            open = open ||
+                   (kind == XInternAtom(display, list, False) && connection_->isShown(windows[i]));
+        }
+    }
+    XFree(windows);
+    XUngrabServer(display);
+    connection_->finish();
+    return open;
+}
+
+} // namespace veldara::test
+
+#endif
