@@ -1,5 +1,6 @@
 #include "output/frmSaveTiles.h"
 
+#include "controls/loading_mark.h"
 #include "output/save_messages.h"
 #include "output/split_path_label.h"
 #include "platform/error.h"
@@ -116,11 +117,12 @@ void frmSaveTiles::cmdSaveNow_Click() {
     if (saving_) {
         return;
     }
-    saving_ = true;
-    setControlsEnabled(false);
-    platform_.eventPump.doEvents();
-    processSaveNow();
-    saving_ = false;
+    {
+        const LoadingMark mark(saving_);
+        setControlsEnabled(false);
+        platform_.eventPump.doEvents();
+        processSaveNow();
+    }
     unload();
 }
 

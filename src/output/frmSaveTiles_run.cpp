@@ -69,9 +69,14 @@ void frmSaveTiles::processSaveNow() {
         endRun(invalidTileSizesMessage(), Progress::closesAtNextTick, Dialog::unloaded);
         return;
     }
-    if (writeTiles(*files, tiles, *treatment)) {
-        progress_.unload();
-        result_.ShowSaveOkMsg(folder);
+    try {
+        if (writeTiles(*files, tiles, *treatment)) {
+            progress_.unload();
+            result_.ShowSaveOkMsg(folder);
+        }
+    } catch (const std::exception&) {
+        // The run's own objects want memory and threads, and either can be used up.
+        endRun(imageObjectFailedMessage(), Progress::closesAtNextTick, Dialog::unloaded);
     }
 }
 

@@ -2,6 +2,8 @@
 #include "save_support.h"
 #include "support/disk_file_system.h"
 
+#include <system_error>
+
 namespace veldara::test {
 namespace {
 
@@ -382,6 +384,26 @@ TEST_F(SaveFailure, NoTileImage) {
     };
     expectEnd(critical("Error", "Error creating imgX object"));
     EXPECT_TRUE(progressWasShown());
+}
+
+TEST_F(SaveFailure, NoThreadForTheRun) {
+    windows.fakes.eventPump.whileServing = [&] {
+        if (windows.written.size() == 1) {
+            throw std::system_error(
+                std::make_error_code(std::errc::resource_unavailable_try_again));
+        }
+    };
+    windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
+        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_TRUE(windows.dialog.loaded());
+    };
+    expectEnd(critical("Error", "Error creating imgX object"), 1);
+    // The dialog can be used again.
+    windows.fakes.eventPump.whileServing = nullptr;
+    windows.fakes.dialogs.whileMessageShown = nullptr;
+    windows.fakes.dialogs.answers = {Answer::yes};
+    windows.save();
+    EXPECT_EQ(windows.written.size(), 1U + 4U);
 }
 
 TEST_F(SaveFailure, InvalidTileSizes) {
