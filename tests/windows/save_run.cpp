@@ -87,6 +87,21 @@ TEST(SaveRun, ResolutionOfRotatedTilesComesFromTheirHeight) {
     EXPECT_EQ(windows.bitmap(0).dotsPerInch(), 100);
 }
 
+TEST(SaveRun, ResolutionGoesByTheBoxAndTheTurnByTheMark) {
+    SaveWindows box;
+    box.owner.rotated = true;
+    box.owner.turned = false;
+    box.save();
+    EXPECT_EQ(box.bitmap(0).width, 30);
+    EXPECT_EQ(box.bitmap(0).dotsPerInch(), 100);
+
+    SaveWindows mark;
+    mark.owner.turned = true;
+    mark.save();
+    EXPECT_EQ(mark.bitmap(0).width, 20);
+    EXPECT_EQ(mark.bitmap(0).dotsPerInch(), 150);
+}
+
 TEST(SaveRun, CompensationAddsWhatThePrinterClips) {
     SaveWindows windows;
     windows.owner.compensated = true;

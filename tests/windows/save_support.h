@@ -44,6 +44,7 @@ class FakeSaveOwner : public SaveOwner {
     bool sizesNoTrimOk = true;
     double widthInches = 0.2; // 30 pixels: 150 dots per inch
     bool rotated = false;
+    std::optional<bool> turned; // bTileRotated, where it is not what the box says
     bool compensated = false;
     bool trimsThrow = false;
     EdgeTrims trims{};
@@ -67,7 +68,7 @@ class FakeSaveOwner : public SaveOwner {
     }
     const Image& currentPhoto() const override { return photo; }
     bool rotateTilesChecked() const override { return rotated; }
-    bool tileRotated() const override { return rotated; }
+    bool tileRotated() const override { return turned.value_or(rotated); }
     bool printerClipsChecked() const override { return compensated; }
     void FillCurEdgeTrimInches(EdgeTrims& filled) const override {
         if (trimsThrow) {
