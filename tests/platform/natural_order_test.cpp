@@ -34,6 +34,7 @@ TEST(TheOrderOfNames, TakesLeadingZerosAsNothingUnlessAllElseIsAlike) {
 TEST(TheOrderOfNames, TakesBothCasesAlikeUnlessAllElseIsAlike) {
     expectOrder({"Apple", "apple", "Banana", "cherry"});
     expectOrder({"B", "b", "C"});
+    expectOrder({"a1", "A2", "a3", "z1", "Z2", "z3"});
 }
 
 TEST(TheOrderOfNames, TakesBothCasesAlikeInOtherAlphabets) {

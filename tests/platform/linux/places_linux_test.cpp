@@ -72,6 +72,7 @@ TEST_F(DrivesOfATable, AreFoundByTheLongestFolderThatAPathLiesBelow) {
 
 TEST_F(DrivesOfATable, AreTheTopOfTheWayToAFolder) {
     EXPECT_EQ(drives.wayTo("/"), Names{"/"});
+    EXPECT_EQ(drives.wayTo("/a"), (Names{"/", "/a"}));
     EXPECT_EQ(drives.wayTo("/home/me"), (Names{"/", "/home", "/home/me"}));
     EXPECT_EQ(drives.wayTo("/media/stick/a/b/"),
               (Names{"/media/stick", "/media/stick/a", "/media/stick/a/b"}));
@@ -149,6 +150,7 @@ TEST_F(UserFolderSearch, KnowsNoOtherKinds) {
 
 TEST_F(UserFolderSearch, PassesOverLinesThatNameNothing) {
     EXPECT_EQ(userDirectory("XDG_DESKTOP_DIR=$HOME/x\n", "XDG_DESKTOP_DIR", "/h"), "");
+    EXPECT_EQ(userDirectory("XDG_DESKTOP_DIR=x/half\"\n", "XDG_DESKTOP_DIR", "/h"), "");
     EXPECT_EQ(userDirectory("XDG_DESKTOP_DIR=\"x\"\n", "XDG_DESKTOP_DIR", "/h"), "");
     EXPECT_EQ(userDirectory("XDG_DESKTOP_DIR=\"$HOMEx\"\n", "XDG_DESKTOP_DIR", "/h"), "");
     EXPECT_EQ(userDirectory("XDG_DESKTOP_DIR=\"/open\n", "XDG_DESKTOP_DIR", "/h"), "");

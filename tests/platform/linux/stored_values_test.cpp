@@ -35,7 +35,7 @@ TEST(TheValueFile, IsWrittenForAPersonToRead) {
     StoredValues values;
     RegistryValue text;
     text.type = RegistryType::string;
-    text.text = "say \"a\\b\"\t\xC3\xA9";
+    text.text = "say \"a\\b\"\t\x1F\xC3\xA9";
     RegistryValue number;
     number.type = RegistryType::dword;
     number.number = 1;
@@ -47,7 +47,7 @@ TEST(TheValueFile, IsWrittenForAPersonToRead) {
     EXPECT_EQ(storedValuesText(values), "[A]\n"
                                         "\n[A\\b]\n"
                                         "dword \"one\" = 1\n"
-                                        "string \"text\" = \"say \\\"a\\\\b\\\"\\x09\xC3\xA9\"\n"
+                                        "string \"text\" = \"say \\\"a\\\\b\\\"\\x09\\x1f\xC3\xA9\"\n"
                                         "other \"x\" = 00 10\n");
 }
 
