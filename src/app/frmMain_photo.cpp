@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <new>
 #include <utility>
 
 namespace veldara {
@@ -102,7 +101,7 @@ void frmMain::loadSelectedPhoto() {
         failure = reason;
     } catch (const Error& error) {
         failure = LoadFailure{photoUnusable, photoUnreadableMessage(error.what())};
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) { // no memory, or no thread
         failure = LoadFailure{photoUnusable, photoMemoryMessage(name)};
     }
     loadError_ = failure ? failure->number : 0;
@@ -157,7 +156,7 @@ void frmMain::turnPhoto() {
         UpdateOutputSize();
     } catch (const Error& error) {
         failure = errorMessage(error.what());
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) { // no memory, or no thread
         failure = turnMemoryMessage();
     }
     SetPointer(0);

@@ -2,6 +2,7 @@
 #include "main_fixture.h"
 
 #include <new>
+#include <system_error>
 
 namespace veldara::test {
 namespace {
@@ -172,6 +173,20 @@ TEST_F(LoadingAPhoto, LackOfMemoryIsNamedLikeAnyOtherReason) {
     EXPECT_THAT(message.text, HasSubstr("memory"));
     EXPECT_EQ(message.icon, MessageIcon::critical);
     expectNoPhoto();
+}
+
+TEST_F(LoadingAPhoto, LackOfAThreadIsToldLikeLackOfMemory) {
+    addPhoto("photo.jpg", 100, 100);
+    start();
+    whileLoadingOnce([] {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    });
+    clickFile("photo.jpg");
+    EXPECT_THAT(fakes.dialogs.onlyMessage().text, HasSubstr("photo.jpg"));
+    expectNoPhoto();
+    EXPECT_FALSE(window->tmrLoadingImg.enabled());
+    clickFile("photo.jpg");
+    EXPECT_TRUE(window->bImgSelected);
 }
 
 TEST_F(LoadingAPhoto, WindowStaysUsableAfterAFailure) {
@@ -512,11 +527,17 @@ TEST_F(TurningThePhoto, FolderChangedMeanwhileLeavesNoPhoto) {
     EXPECT_TRUE(window->currentPhoto().empty());
 }
 
-TEST_F(TurningThePhoto, LackOfMemoryLeavesThePhotoAsItWas) {
+TEST_F(TurningThePhoto, LackOfMemoryOrOfAThreadLeavesThePhotoAsItWas) {
     startWithPhoto();
     whileLoadingOnce([] { throw std::bad_alloc(); });
     window->cmbRotate.userSelect(1);
-    EXPECT_THAT(fakes.dialogs.onlyMessage().text, HasSubstr("memory"));
+    whileLoadingOnce([] {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    });
+    window->cmbRotate.userSelect(1);
+    ASSERT_EQ(fakes.dialogs.messages.size(), 2U);
+    EXPECT_THAT(fakes.dialogs.messages[0].text, HasSubstr("memory"));
+    EXPECT_EQ(fakes.dialogs.messages[1], fakes.dialogs.messages[0]);
     EXPECT_EQ(window->cmbRotate.listIndex(), 0);
     EXPECT_EQ(window->lImgWidth, 3000);
     EXPECT_TRUE(window->bImgSelected);
