@@ -19,7 +19,7 @@ namespace {
 
 // A strip of rows is large enough to be worth a lock and small enough to stay in the caches between
 // the thread that decodes it and those that encode it.
-constexpr std::size_t stripBytes = 1536 << 10;
+constexpr std::size_t stripBytes = 768 << 10;
 constexpr int fewestStripRows = 8;
 constexpr int mostStripRows = 128;
 

@@ -66,6 +66,7 @@ class BmpEncoder : public PictureEncoder {
         if (fileSize > std::numeric_limits<std::uint32_t>::max()) {
             throw Error("a bitmap file cannot be larger than 4 GB");
         }
+        reserveLargePages(file_, fileSize);
         file_.resize(fileSize);
         putHeaders(file_.data(), picture, headerSize, static_cast<std::uint32_t>(pixelSize),
                    static_cast<std::uint32_t>(picture.profile.size()));

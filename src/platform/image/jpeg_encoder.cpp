@@ -11,6 +11,11 @@ namespace {
 
 constexpr int quality = 95;
 
+// Few photographs take more than a byte for a pixel at that quality.
+std::size_t usualSize(const PictureToEncode& picture) {
+    return static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
+}
+
 // The library's window onto the growing file.
 struct JpegOutput {
     jpeg_destination_mgr manager{}; // first, so that the library's pointer is a pointer to this
@@ -105,6 +110,7 @@ class JpegEncoder : public PictureEncoder {
     explicit JpegEncoder(const PictureToEncode& picture) {
         jpeg_compress_struct& state = library_.state;
         state.dest = &output_.manager;
+        reserveLargePages(output_.bytes, usualSize(picture));
         library_.errors.guard([&] {
             setUp(state, picture);
             jpeg_start_compress(&state, TRUE);

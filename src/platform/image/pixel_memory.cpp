@@ -11,8 +11,18 @@ namespace veldara {
 
 #ifdef __linux__
 
+namespace {
+
+constexpr std::size_t largePage = std::size_t{2} << 20;
+
+// Advice: nothing is lost when it is not taken.
+void preferLargePages(void* memory, std::size_t bytes) {
+    madvise(memory, bytes, MADV_HUGEPAGE);
+}
+
+} // namespace
+
 PixelMemory takePixelMemory(std::size_t bytes) {
-    constexpr std::size_t largePage = std::size_t{2} << 20;
     if (bytes < 2 * largePage) {
         auto* small = static_cast<std::uint8_t*>(std::malloc(bytes));
         if (small == nullptr) {
@@ -24,8 +34,17 @@ PixelMemory takePixelMemory(std::size_t bytes) {
     if (posix_memalign(&large, largePage, bytes) != 0) {
         throw std::bad_alloc();
     }
-    madvise(large, bytes, MADV_HUGEPAGE); // advice: nothing is lost when it is not taken
+    preferLargePages(large, bytes);
     return PixelMemory(static_cast<std::uint8_t*>(large));
+}
+
+void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count) {
+    bytes.reserve(count);
+    void* start = bytes.data();
+    std::size_t room = bytes.capacity();
+    if (std::align(largePage, largePage, start, room) != nullptr) {
+        preferLargePages(start, room);
+    }
 }
 
 #else
@@ -36,6 +55,10 @@ PixelMemory takePixelMemory(std::size_t bytes) {
         throw std::bad_alloc();
     }
     return PixelMemory(memory);
+}
+
+void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count) {
+    bytes.reserve(count);
 }
 
 #endif

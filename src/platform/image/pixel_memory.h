@@ -1,10 +1,11 @@
-// Memory for the pixels of large pictures, taken from the system in large pages where there are
-// any: to be given a photo's memory in small ones costs about as much as decoding it.
+// Memory for large pictures, in pixels or encoded, taken from the system in large pages where there
+// are any: to be given a photo's memory in small ones costs about as much as decoding it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace veldara {
 
@@ -15,5 +16,9 @@ using PixelMemory = std::unique_ptr<std::uint8_t[], FreePixelMemory>;
 
 // Undefined bytes; the system provides them when they are first touched. Throws std::bad_alloc.
 PixelMemory takePixelMemory(std::size_t bytes);
+
+// Reserves room for that many bytes in the same manner; a vector that stays smaller touches, and so
+// takes, only what it fills. Throws std::bad_alloc.
+void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count);
 
 } // namespace veldara

@@ -97,6 +97,8 @@ class TiffEncoder : public PictureEncoder {
                                                 static_cast<std::size_t>(picture.height))),
           wide_(needsWideOffsets(std::uint64_t{rowSize_} * static_cast<unsigned>(picture.height))),
           strip_(rowSize_ * rowsPerStrip_) {
+        // Few photographs grow by being compressed.
+        reserveLargePages(file_, rowSize_ * static_cast<std::size_t>(picture.height));
         file_ = {'I', 'I'};
         putNumber(file_, wide_ ? 43 : 42, 2);
         if (wide_) {
