@@ -584,6 +584,46 @@ def compensated(cut, dpi, counts):
     return wide
 
 
+class Metadata(TilesTest):
+    """A photo's texts name files and commands; none is made, followed, run or copied."""
+
+    def wicked(self):
+        return ["../evil.jpg", self.path("evil"), "evil\0.bmp", "$(touch evil)", "| touch evil",
+                "%s%n%n evil", "file://" + self.path("evil")]
+
+    def photos(self):
+        for number, text in enumerate(self.wicked()):
+            # File and page names, texts, and the names of the machine and of the people.
+            tags = {tag: text for tag in (269, 270, 271, 272, 285, 305, 315, 316, 33432)}
+            exif = Image.Exif()
+            exif.update(tags)
+            packet = f"<x:xmpmeta><a href='{text}'/></x:xmpmeta>".encode()
+            picture = smooth(60, 40)
+            yield self.photo(f"{number}.tif", picture, tiffinfo=tags)
+            yield self.photo(f"{number}.jpg", picture, exif=exif, comment=text.encode(), xmp=packet)
+
+    def everything(self):
+        return sorted(os.path.relpath(os.path.join(folder, name), self.folder)
+                      for folder, _, names in os.walk(self.folder) for name in names)
+
+    def test_makes_no_file_and_reaches_no_path(self):
+        photos = list(self.photos())
+        made = self.everything()
+        for photo in photos:
+            self.assertTrue(self.speaks_of_evil(photo))
+            self.done("--format", "tif", "--out", self.path("tiles"), "--yes", photo)
+            name = os.path.basename(photo)
+            tiles = [f"tiles/{name[:-4]}00{number}.tif" for number in range(1, 5)]
+            made = sorted(set(made + tiles))
+            self.assertEqual(self.everything(), made)
+            for tile in tiles:
+                self.assertFalse(self.speaks_of_evil(self.path(tile)), tile)
+
+    def speaks_of_evil(self, name):
+        with open(name, "rb") as file:
+            return b"evil" in file.read()
+
+
 class Edges(TilesTest):
     def check_border(self, rotate):
         picture = noise(1100, 800)
