@@ -236,6 +236,71 @@ TEST(TileRun, holdsNoMoreTilesThanItHasWorkers) {
     EXPECT_LE(source.most(), 3);
 }
 
+// Notes how often each tile was asked for; one of them cannot be had.
+class NotingSource : public TileSource {
+  public:
+    NotingSource(const Image& photo, std::size_t tiles, std::size_t missing)
+        : photo_(photo), asked_(tiles), missing_(missing) {}
+    TilePixels tile(std::size_t number) override {
+        ++asked_.at(number);
+        if (number == missing_) {
+            throw Error("The tile is missing.");
+        }
+        return {photo_.view(), nullptr};
+    }
+    const ColourProfile& colourProfile() const override { return photo_.colourProfile; }
+    int asked(std::size_t number) const { return asked_.at(number); }
+
+  private:
+    const Image& photo_;
+    std::vector<std::atomic<int>> asked_;
+    std::size_t missing_;
+};
+
+constexpr auto timeToGoTooFar = std::chrono::milliseconds(100);
+
+TEST(TileRun, staysAsFarAheadOfTheWritingAsItHasWorkers) {
+    const Image photo = noise(8, 8);
+    NotingSource source(photo, 20, 20);
+    MemoryDisk disk;
+    TileJob work = job(20);
+    work.workers = 2;
+    TileRun run(source, work, disk.doors());
+    for (std::size_t written = 0; written < 3; ++written) {
+        std::this_thread::sleep_for(timeToGoTooFar);
+        EXPECT_EQ(source.asked(written + 3), 0) << written; // two in work, one waiting
+        ASSERT_EQ(run.next().outcome, TileOutcome::written);
+    }
+}
+
+TEST(TileRun, asksForNoTileAgainAndForNoneBehindAMissingOne) {
+    const Image photo = noise(8, 8);
+    NotingSource source(photo, 10, 3);
+    MemoryDisk disk;
+    TileJob work = job(10);
+    work.workers = 2;
+    TileRun run(source, work, disk.doors());
+    EXPECT_EQ(runAll(run).outcome, TileOutcome::sourceFailed);
+    std::this_thread::sleep_for(timeToGoTooFar);
+    for (std::size_t i = 0; i < 10; ++i) {
+        EXPECT_EQ(source.asked(i), i <= 3 ? 1 : 0) << i;
+    }
+}
+
+TEST(TileRun, handsThePhotosColoursOnToEveryTile) {
+    Image photo = noise(40, 20);
+    photo.colourProfile = {1, 2, 3};
+    WholePhotoSource source(photo, strips(photo, 2));
+    MemoryDisk disk;
+    TileRun run(source, job(2, FileType::tiff), disk.doors());
+    ASSERT_EQ(runAll(run).outcome, TileOutcome::written);
+    for (int i = 0; i < 2; ++i) {
+        const PixelView cut = photo.view().cut(0, 10 * i, 40, 10);
+        EXPECT_EQ(disk.files["t" + std::to_string(i)],
+                  encodeImage(cut, FileType::tiff, 150, photo.colourProfile));
+    }
+}
+
 TEST(TileRun, saysWhenTheNextTileIsReady) {
     const Image photo = noise(64, 64);
     WholePhotoSource source(photo, strips(photo, 2));

@@ -109,6 +109,18 @@ TEST_F(TheLauncher, StartsAProgramWithoutArguments) {
     EXPECT_EQ(given(), "0\n");
 }
 
+TEST_F(TheLauncher, StartsNothingThatIsNoProgram) {
+    const std::string text = folder.addFile("text", "#!/bin/sh\n");
+    for (const std::string& path : {text, folder.text(), folder / "missing"}) {
+        try {
+            launcher.startProgram(path);
+            ADD_FAILURE() << path;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.what(), "\"" + path + "\" is not a program that can be started.");
+        }
+    }
+}
+
 TEST_F(TheLauncher, KeepsOurOpenFilesFromTheProgramsItStarts) {
     int ends[2] = {};
     ASSERT_EQ(::pipe(ends), 0); // inheritable, as a library may have opened it
