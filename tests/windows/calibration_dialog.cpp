@@ -387,6 +387,13 @@ TEST(CalibrationDialog, ATabInANameBecomesABlank) {
     EXPECT_EQ(window.file(), builtInFile() + "a b  c\t00,00,00,00,\r\n");
 }
 
+TEST(CalibrationDialog, ATabInANewNameOfAProfileBecomesABlank) {
+    CalibrationWindow window;
+    window.fakes.dialogs.texts = {"a\tb"};
+    window.open([&] { window.dialog.cmdRename.userClick(); });
+    EXPECT_EQ(window.file()->substr(0, 17), "a b\t00,00,00,00,\r");
+}
+
 TEST(CalibrationDialog, RenameGivesTheSelectedProfileAnotherName) {
     CalibrationWindow window;
     window.fakes.dialogs.texts = {"Minilab"};

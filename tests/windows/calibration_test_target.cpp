@@ -118,6 +118,12 @@ TEST_F(TestTarget, AVeryShortNameStopsSilently) {
     EXPECT_TRUE(window.written.empty());
 }
 
+TEST_F(TestTarget, FourCharactersAreEnough) {
+    press(".bmp");
+    ASSERT_EQ(window.written.size(), 1U);
+    EXPECT_EQ(window.written[0].first, ".bmp");
+}
+
 TEST_F(TestTarget, AnotherFileTypeIsRefused) {
     for (const std::string name : {"c:\\x.jpeg", "c:\\x.png", "c:\\name"}) {
         CalibrationWindow fresh;

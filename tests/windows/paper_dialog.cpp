@@ -256,6 +256,16 @@ TEST(PaperDialog, AClickOnTheChosenPaperChecksNothing) {
         letterWithNegativeMargin());
 }
 
+TEST(PaperDialog, TheUnitsThatAreCurrentAreNotCheckedAgain) {
+    PaperWindow window;
+    window.open(
+        [&] {
+            window.dialog.opbInches_Click();
+            EXPECT_TRUE(window.fakes.dialogs.quiet());
+        },
+        letterWithNegativeMargin());
+}
+
 TEST(PaperDialog, InvalidEntriesDoNotStandInTheWayOfAnotherPaper) {
     PaperWindow window;
     window.open([&] {
@@ -362,6 +372,17 @@ TEST(PaperDialog, LockIsSetByTheMainWindowWithoutCopyingMargins) {
         },
         "|0|Letter 8.5\" x 11\"|8.5|11|1|1.25|1|1.25|0.1|0.2|0.3|0.4|", true);
     window.open([&] { EXPECT_FALSE(window.dialog.chkLock.checked()); }, letterLine(), false);
+}
+
+TEST(PaperDialog, LockSetFromCodeCopiesNothing) {
+    PaperWindow window;
+    window.open(
+        [&] {
+            window.dialog.setMarginLock(true);
+            EXPECT_TRUE(window.dialog.chkLock.checked());
+            EXPECT_EQ(window.margins(), (Texts{"0.10", "0.20", "0.30", "0.40"}));
+        },
+        "|0|Letter 8.5\" x 11\"|8.5|11|1|1.25|1|1.25|0.1|0.2|0.3|0.4|");
 }
 
 TEST(PaperDialog, BorderlessButtonSetsAllMarginsToZero) {

@@ -118,6 +118,8 @@ TEST_F(ProgressWindow, BarFollowsItsSize) {
     EXPECT_EQ(blueColumns(), 40);
     window.picProgressBar.userResize(0, 8);
     EXPECT_EQ(window.picProgressBar.pixels(), nullptr);
+    window.picProgressBar.userResize(80, 0);
+    EXPECT_EQ(window.picProgressBar.pixels(), nullptr);
 }
 
 TEST_F(ProgressWindow, CancelIsKeptHoweverOftenItIsPressed) {

@@ -489,6 +489,16 @@ TEST(SaveRun, ARunThatFailedInCompensationLeavesTheDialogToItsCaller) {
     });
 }
 
+// The same of runs that take the dialog down themselves.
+TEST(SaveRun, ARunWithoutTilesTakesTheDialogDownItself) {
+    SaveWindows windows;
+    windows.owner.tileCount = 0;
+    windows.open([&] {
+        windows.dialog.processSaveNow();
+        EXPECT_FALSE(windows.dialog.loaded());
+    });
+}
+
 TEST_F(SaveFailure, NoSpaceForTheFirstTile) {
     windows.fakes.fileSystem.space = 100;
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
@@ -584,6 +594,7 @@ void expectCanceledAfter(std::size_t tiles) {
     };
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
         EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_TRUE(windows.progress.loaded());
         EXPECT_TRUE(windows.dialog.loaded());
         EXPECT_EQ(windows.progress.lblMsg.caption(), "canceling...");
     };
