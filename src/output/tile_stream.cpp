@@ -101,6 +101,7 @@ struct TileStream::State {
     void decode(std::unique_lock<std::mutex>& guard);
     void encode(const Piece& piece, std::unique_lock<std::mutex>& guard);
     void finish(std::size_t tile, EncodedTile result);
+    bool lacksRows(std::size_t tile) const;
     void failSource(const TileStep& step);
     void dropUsedStrips();
 };
@@ -215,7 +216,7 @@ void TileStream::State::encode(const Piece& piece, std::unique_lock<std::mutex>&
     guard.lock();
     tile.busy = false;
     tile.nextRow = piece.top + piece.height;
-    if (good && !piece.last && sourceFailure) {
+    if (good && lacksRows(piece.tile)) {
         result.step = *sourceFailure;
     }
     if (piece.last || result.step.outcome != TileOutcome::written) {
@@ -231,12 +232,17 @@ void TileStream::State::finish(std::size_t tile, EncodedTile result) {
     finished.put(tile, std::move(result));
 }
 
-// Rows that are missing are missing to every tile that is not complete above them.
+// Whether the tile waits for rows that will never come.
+bool TileStream::State::lacksRows(std::size_t tile) const {
+    return sourceFailure && tiles[tile].bottom >= nextRow;
+}
+
+// A tile that a worker is at is looked after by that worker.
 void TileStream::State::failSource(const TileStep& step) {
     sourceFailure = step;
     cropBottom = nextRow - 1; // nothing is decoded any more
     for (std::size_t i = firstOpen; i < tiles.size(); ++i) {
-        if (!progress[i].done && !progress[i].busy && tiles[i].bottom >= nextRow) {
+        if (!progress[i].done && !progress[i].busy && lacksRows(i)) {
             finish(i, {{}, step});
         }
     }
