@@ -1,6 +1,6 @@
 // The real platform of the running process: owns this system's adaptors. One class for every
-// system; src/platform/linux and src/platform/windows each define its members, and a program links
-// the one of the system that it is built for.
+// system; src/platform/linux and src/platform/windows each say what it is made of, and a program
+// links the one of the system that it is built for.
 #pragma once
 
 #include "platform/platform.h"
@@ -36,7 +36,9 @@ class SystemPlatform {
     Platform with(Dialogs& dialogs, EventPump& eventPump);
 
   private:
-    struct Adaptors; // defined by each system
+    struct Adaptors;
+    static std::unique_ptr<Adaptors> adaptorsOfThisSystem(); // defined by each system
+
     std::unique_ptr<Adaptors> adaptors_;
 };
 
