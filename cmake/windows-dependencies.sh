@@ -119,7 +119,8 @@ logs="$prefix/logs"
 mkdir -p "$work" "$logs" "$prefix"/{include,lib,licences}
 say "building ${versions[*]} into $prefix"
 
-hardening='-O2 -g0 -fstack-protector-strong -ffunction-sections -fdata-sections'
+# The programs do not tell in whose home folder their libraries were built.
+hardening="-O2 -g0 -fstack-protector-strong -ffunction-sections -fdata-sections -ffile-prefix-map=$work=."
 cmake_common=(
   -G Ninja
   -DCMAKE_SYSTEM_NAME=Windows

@@ -33,8 +33,11 @@ set(ENV{PKG_CONFIG_LIBDIR} "${VELDARA_WINDOWS_LIBRARIES}/lib/pkgconfig")
 
 # The same arithmetic as on Linux, where no multiplication and addition are joined into one step
 # either: tiles of both systems are the same bytes.
-set(CMAKE_C_FLAGS_INIT "-ffp-contract=off -ffunction-sections -fdata-sections")
-set(CMAKE_CXX_FLAGS_INIT "-ffp-contract=off -ffunction-sections -fdata-sections")
+# The programs do not tell in whose home folder they were built.
+set(veldara_flags "-ffp-contract=off -ffunction-sections -fdata-sections")
+string(APPEND veldara_flags " -ffile-prefix-map=${VELDARA_WINDOWS_LIBRARIES}=.")
+set(CMAKE_C_FLAGS_INIT "${veldara_flags}")
+set(CMAKE_CXX_FLAGS_INIT "${veldara_flags}")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections")
 
 set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/windows-run.sh" "${CMAKE_BINARY_DIR}/wineprefix")
