@@ -6,8 +6,9 @@
 
 Linux programs: loaded at a random place (PIE), the tables of the loader read-only once it is done
 (RELRO, bound at start), no executable stack, stack guards, checked library calls, no library path of
-its own. Windows programs: random place with high entropy, no executable data, no library but those that
-every Windows has.
+its own. Windows programs: random place with high entropy, no executable data, stack guards, no library but
+those that every Windows has; and that they carry their version and the manifest that makes the system
+treat them as they are written.
 """
 
 import struct
@@ -22,6 +23,17 @@ WINDOWS_LIBRARIES = set(
     "advapi32 comctl32 comdlg32 gdi32 gdiplus imm32 kernel32 msimg32 msvcrt ole32 oleacc oleaut32 rpcrt4 shell32 "
     "shlwapi user32 uuid uxtheme version winmm winspool ws2_32".split()
 )
+
+
+# What the manifest asks of the system.
+MANIFEST = {
+    "Microsoft.Windows.Common-Controls": "current controls",
+    "PerMonitorV2": "a scale of its own on every monitor",
+    ">UTF-8</activeCodePage>": "UTF-8 as its code page",
+    ">true</longPathAware>": "long paths",
+    'level="asInvoker"': "the user's own rights",
+}
+VERSION = (1, 20, 0, 0)
 
 
 def readelf(program, *options):
@@ -62,37 +74,78 @@ def lacking_in_pe(content):
     flags = struct.unpack_from("<H", content, optional + 70)[0]
     wanted = {0x20: "high entropy", 0x40: "a random place in memory", 0x100: "data that does not run"}
     lacking = [sentence for flag, sentence in wanted.items() if not flags & flag]
-    relocations = struct.unpack_from("<I", content, optional + 112 + 5 * 8 + 4)[0]
-    if relocations == 0:
+    if directory(content, optional, 5)[1] == 0:
         lacking.append("the table without which it cannot be moved")
+    if b"__stack_chk_fail\0" not in content:
+        lacking.append("stack guards")
     foreign = imported_libraries(content, optional) - WINDOWS_LIBRARIES
     if foreign:
         lacking.append(f"independence of {', '.join(sorted(foreign))}")
+    carried = resources(content, optional)
+    manifest = carried.get(24, b"").decode("utf-8")
+    lacking += [sentence for words, sentence in MANIFEST.items() if words not in manifest]
+    if file_version(carried.get(16, b"")) != VERSION:
+        lacking.append("its version")
     return lacking
+
+
+def directory(content, optional, number):
+    """Address and size of one of the program's tables; zeros when it has none."""
+    return struct.unpack_from("<II", content, optional + 112 + 8 * number)
+
+
+def place(content, optional, address):
+    """Where in the file lies what the program has at an address."""
+    count = struct.unpack_from("<H", content, optional - 18)[0]
+    first = optional + struct.unpack_from("<H", content, optional - 4)[0]
+    for i in range(count):
+        start, size, raw = struct.unpack_from("<III", content, first + 40 * i + 12)
+        if start <= address < start + size:
+            return address - start + raw
+    raise ValueError(f"address {address:#x} lies in no section")
 
 
 def imported_libraries(content, optional):
     """Names without their ending, in small letters, from the table of imports."""
-    count = struct.unpack_from("<H", content, optional - 18)[0]
-    first = optional + struct.unpack_from("<H", content, optional - 4)[0]
-    sections = [struct.unpack_from("<III", content, first + 40 * i + 12) for i in range(count)]
-
-    def place(address):
-        for start, size, raw in sections:
-            if start <= address < start + size:
-                return address - start + raw
-        raise ValueError(f"address {address:#x} lies in no section")
-
     names = set()
-    entry = place(struct.unpack_from("<I", content, optional + 112 + 8)[0])
+    entry = place(content, optional, directory(content, optional, 1)[0])
     while True:
         name = struct.unpack_from("<I", content, entry + 12)[0]
         if name == 0:
             return names
-        start = place(name)
+        start = place(content, optional, name)
         text = content[start : content.index(b"\0", start)].decode("ascii").lower()
         names.add(text.rsplit(".", 1)[0])
         entry += 20
+
+
+def resources(content, optional):
+    """The bytes of the first resource of each numbered kind."""
+    address, size = directory(content, optional, 2)
+    if size == 0:
+        return {}
+    root = place(content, optional, address)
+
+    def entries(table):
+        named, numbered = struct.unpack_from("<HH", content, table + 12)
+        return [struct.unpack_from("<II", content, table + 16 + 8 * i) for i in range(named + numbered)]
+
+    found = {}
+    for kind, where in entries(root):
+        while where & 0x80000000:  # a table of names, then one of languages
+            where = entries(root + (where & 0x7FFFFFFF))[0][1]
+        start, length = struct.unpack_from("<II", content, root + where)
+        start = place(content, optional, start)
+        found[kind] = content[start : start + length]
+    return found
+
+
+def file_version(resource):
+    start = resource.find(struct.pack("<I", 0xFEEF04BD))
+    if start < 0:
+        return None
+    high, low = struct.unpack_from("<II", resource, start + 8)
+    return high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF
 
 
 def lacking(program):
@@ -104,25 +157,34 @@ def lacking(program):
     return ["the form of a program"]
 
 
+SOURCE = "#include <cstring>\n#include <string>\nint main(int n, char** a) { char b[9]; std::strcpy(b, a[0]); \
+return b[n] + std::stoi(a[0]); }\n"
+
+
+def built(compiler, flags):
+    """What a program lacks that is built with these flags."""
+    with tempfile.TemporaryDirectory() as folder:
+        file = Path(folder) / "program.cpp"
+        file.write_text(SOURCE)
+        program = Path(folder) / "program.exe"
+        subprocess.run([compiler, "-w", *flags, str(file), "-o", str(program)], check=True, capture_output=True)
+        found = lacking(program)
+    print(f"{' '.join(flags)}: lacks {', '.join(found) or 'nothing'}")
+    return found
+
+
 def prove(compiler):
     """Each protection that is left out must be missed."""
-    source = '#include <cstring>\nint main(int n, char** a) { char b[9]; std::strcpy(b, a[0]); return b[n]; }\n'
-    bare = ["-O1", "-U_FORTIFY_SOURCE", "-fno-stack-protector", "-fno-pie", "-no-pie"]
+    bare = ["-O1", "-U_FORTIFY_SOURCE", "-fno-stack-protector"]
+    if "mingw" in compiler:
+        bare += ["-Wl,--disable-dynamicbase", "-Wl,--disable-high-entropy-va", "-Wl,--disable-nxcompat"]
+        bare += ["-Wl,--disable-reloc-section"]
+        return len(built(compiler, bare)) == 6 + len(MANIFEST) + 1
+    bare += ["-fno-pie", "-no-pie"]
     bare += ["-Wl,-z,norelro", "-Wl,-z,lazy", "-Wl,-z,execstack", "-Wl,-rpath,/tmp"]
     firm = ["-O1", "-U_FORTIFY_SOURCE", "-D_FORTIFY_SOURCE=2", "-fstack-protector-all", "-fPIE", "-pie"]
     firm += ["-Wl,-z,relro", "-Wl,-z,now", "-Wl,-z,noexecstack"]
-    with tempfile.TemporaryDirectory() as folder:
-        file = Path(folder) / "program.cpp"
-        file.write_text(source)
-        found = {}
-        for name, flags in (("bare", bare), ("firm", firm)):
-            program = Path(folder) / name
-            subprocess.run(
-                [compiler, "-w", *flags, str(file), "-o", str(program)], check=True, capture_output=True
-            )
-            found[name] = lacking(program)
-            print(f"{name}: lacks {', '.join(found[name]) or 'nothing'}")
-    return len(found["bare"]) == 7 and not found["firm"]
+    return len(built(compiler, bare)) == 7 and not built(compiler, firm)
 
 
 def main(arguments):
