@@ -3,8 +3,12 @@
 #include "platform/error.h"
 #include "platform/windows/late_bound_object.h"
 #include "platform/windows/text_files.h"
+#include "platform/windows/wide_text.h"
 
+#include <cstddef>
 #include <utility>
+
+#include <windows.h>
 
 namespace veldara {
 
@@ -20,6 +24,16 @@ auto attempt(const std::string& failure, Operation operation) {
     }
 }
 
+// The component keeps paths in room for MAX_PATH characters, with "\*" behind a folder that it
+// lists. One that is longer ends well in some of its versions and with a crash in others.
+const std::string& fitting(const std::string& path) {
+    constexpr std::size_t longest = MAX_PATH - 8;
+    if (wideText(path).size() > longest) {
+        throw Error("The path is too long");
+    }
+    return path;
+}
+
 class ScriptingFileSystemObject : public FileSystemObject {
   public:
     explicit ScriptingFileSystemObject(const std::string& component)
@@ -27,7 +41,7 @@ class ScriptingFileSystemObject : public FileSystemObject {
 
     std::vector<std::string> files(const std::string& folder) override {
         return attempt("The folder \"" + folder + "\" cannot be read", [&] {
-            const LateBoundObject found(object_.call("GetFolder", {folder}));
+            const LateBoundObject found(object_.call("GetFolder", {fitting(folder)}));
             const LateBoundObject collection(found.get("Files"));
             std::vector<std::string> names;
             for (const Variant& file : collection.members()) {
@@ -39,17 +53,17 @@ class ScriptingFileSystemObject : public FileSystemObject {
 
     bool fileExists(const std::string& path) override {
         return attempt("The file \"" + path + "\" cannot be looked for",
-                       [&] { return object_.call("FileExists", {path}).truth(); });
+                       [&] { return object_.call("FileExists", {fitting(path)}).truth(); });
     }
 
     bool folderExists(const std::string& path) override {
         return attempt("The folder \"" + path + "\" cannot be looked for",
-                       [&] { return object_.call("FolderExists", {path}).truth(); });
+                       [&] { return object_.call("FolderExists", {fitting(path)}).truth(); });
     }
 
     void createFolder(const std::string& path) override {
         attempt("The folder \"" + path + "\" cannot be created",
-                [&] { object_.call("CreateFolder", {path}); });
+                [&] { object_.call("CreateFolder", {fitting(path)}); });
     }
 
     std::uint64_t freeSpace(const std::string& drive) override {

@@ -5,6 +5,7 @@
 #include "platform/windows/scripting_file_system.h"
 #include "platform/windows/shell_launcher.h"
 #include "platform/windows/text_files.h"
+#include "platform/windows/wide_text.h"
 
 #include <filesystem>
 #include <fstream>
@@ -103,6 +104,50 @@ TEST_F(OnWindows, TheComponentSeesNamesOfEveryAlphabet) {
     EXPECT_TRUE(object->folderExists(below));
     object->createFolder(below + "\\" + beyondAscii);
     EXPECT_TRUE(std::filesystem::is_directory(pathOf(below + "\\" + beyondAscii)));
+}
+
+// Folder in folder, until no path of the component's own length reaches the innermost. Made by the
+// names that the system takes as they are, however long.
+std::vector<std::string> nestedFolders(const std::string& outermost) {
+    std::vector<std::string> made;
+    std::wstring deep = L"\\\\?\\" + wideText(outermost);
+    while (deep.size() < 420) {
+        deep += L"\\" + std::wstring(9, L'd');
+        EXPECT_NE(CreateDirectoryW(deep.c_str(), nullptr), FALSE) << GetLastError();
+        made.push_back(narrowText(std::wstring_view(deep).substr(4)));
+    }
+    return made;
+}
+
+void removeNested(const std::vector<std::string>& folders) {
+    for (auto one = folders.rbegin(); one != folders.rend(); ++one) {
+        RemoveDirectoryW((L"\\\\?\\" + wideText(*one)).c_str());
+    }
+}
+
+TEST_F(OnWindows, APathThatIsTooLongForTheComponentIsAnError) {
+    const std::vector<std::string> folders = nestedFolders(folder.text());
+    const std::unique_ptr<FileSystemObject> object = system.fileSystem().create();
+    std::size_t listed = 0;
+    for (const std::string& deep : folders) {
+        try {
+            EXPECT_EQ(object->files(deep), std::vector<std::string>{});
+            EXPECT_TRUE(object->folderExists(deep));
+            EXPECT_FALSE(object->fileExists(deep));
+            ++listed;
+        } catch (const Error& error) {
+            EXPECT_NE(std::string(error.what()).find("too long"), std::string::npos)
+                << deep.size() << ": " << error.what();
+        }
+    }
+    EXPECT_GT(listed, 0U);
+    EXPECT_LT(listed, folders.size());
+    const std::string& deepest = folders.back();
+    EXPECT_THROW(object->files(deepest), Error);
+    EXPECT_THROW(object->fileExists(deepest), Error);
+    EXPECT_THROW(object->folderExists(deepest), Error);
+    EXPECT_THROW(object->createFolder(deepest + "\\below"), Error);
+    removeNested(folders);
 }
 
 // What happens in a folder where the user may write the file but make no other beside it.
