@@ -1,5 +1,6 @@
 #include "gui/bindings.h"
 
+#include "gui/inner_container.h"
 #include "gui/native_text.h"
 
 #include <cctype>
@@ -228,7 +229,8 @@ bool Bindings::focusByLetter(const wxKeyEvent& event) {
 }
 
 wxStaticBox* Bindings::frame(wxWindow* parent, Frame& model, const std::string& name) {
-    auto* native = new wxStaticBox(parent, wxID_ANY, nativeLabel(model.caption(), 0));
+    auto* native =
+        new InnerContainer<wxStaticBox>(parent, wxID_ANY, nativeLabel(model.caption(), 0));
     native->SetName(name);
     followWidget(model, *native, [native, &model](Property property) {
         if (property == Property::caption) {

@@ -57,7 +57,7 @@ wxStaticText* CalibrationView::makeStep(Label& model, const char* name) {
 
 wxStaticText* CalibrationView::makeParagraph(Label& model, const char* name) {
     wxStaticText* paragraph = bind().label(dialog(), model, name);
-    paragraph->Wrap(dialog()->FromDIP(textWidth));
+    wrapText(*paragraph, textWidth);
     return paragraph;
 }
 

@@ -1,6 +1,7 @@
 #include "gui/folder_list_box.h"
 
 #include "gui/drawings.h"
+#include "gui/inner_container.h"
 #include "gui/native_text.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ FolderListBox* FolderListBox::make(wxWindow* parent, const wxString& name, const
     return new FolderListBox(parent, nullptr, name, size);
 #else
     // The frame is a window a little larger than the list, in the colour of a list's edge.
-    auto* frame = new wxPanel(parent);
+    auto* frame = new InnerContainer<wxPanel>(parent);
     const wxColour face = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
     frame->SetBackgroundColour(face.ChangeLightness(face.GetLuminance() < 0.5 ? 130 : 81));
     auto* list = new FolderListBox(frame, frame, name, size);

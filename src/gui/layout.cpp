@@ -59,6 +59,20 @@ void setContents(wxWindow& window, wxSizer* contents) {
     window.SetSizer(edge);
 }
 
+void wrapText(wxStaticText& text, int width) {
+    text.Wrap(text.FromDIP(width));
+    text.SetMinSize(text.GetBestSize() + wxSize(text.FromDIP(spacing::column), 0));
+}
+
+double pixelsPerUnit(const wxWindow& window) {
+#ifdef wxHAS_DPI_INDEPENDENT_PIXELS
+    return window.GetContentScaleFactor();
+#else
+    static_cast<void>(window);
+    return 1;
+#endif
+}
+
 void makeHeading(wxWindow& label) {
     label.SetFont(label.GetFont().Bold());
     label.InvalidateBestSize();

@@ -6,6 +6,7 @@
 
 #include <wx/sizer.h>
 #include <wx/statbox.h>
+#include <wx/stattext.h>
 #include <wx/window.h>
 
 namespace veldara {
@@ -48,6 +49,14 @@ void sameWidth(std::initializer_list<wxWindow*> widgets);
 
 // Adds the contents with the distance from the window's edge and makes them the window's sizer.
 void setContents(wxWindow& window, wxSizer* contents);
+
+// Breaks a text into lines of at most a width in units at 100%. Some systems draw a line a little
+// wider than they say it is, so a little room stays free at its end.
+void wrapText(wxStaticText& text, int width);
+
+// How many pixels of the screen one unit of the toolkit is: more than 1 only where the toolkit
+// hides the screen's scale.
+double pixelsPerUnit(const wxWindow& window);
 
 // The heading of a step: the window's font, bold.
 void makeHeading(wxWindow& label);

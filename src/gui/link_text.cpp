@@ -1,11 +1,28 @@
 #include "gui/link_text.h"
 
+#include <cmath>
+
 #include <wx/dcbuffer.h>
 #include <wx/dcclient.h>
 #include <wx/renderer.h>
 #include <wx/settings.h>
 
 namespace veldara {
+
+namespace {
+
+// The desktop's colour of links where it can be read on the window's ground, which a desktop that
+// knows no such colour does not see to.
+wxColour linkColour(const wxColour& ground) {
+    constexpr double readable = 0.25;
+    const wxColour own = wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
+    if (std::abs(own.GetLuminance() - ground.GetLuminance()) >= readable) {
+        return own;
+    }
+    return ground.GetLuminance() < 0.5 ? wxColour(153, 204, 255) : wxColour(0, 90, 180);
+}
+
+} // namespace
 
 LinkText::LinkText(wxWindow* parent, const wxString& name) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
@@ -57,10 +74,11 @@ wxFont LinkText::underlined() const {
 
 void LinkText::paint() {
     wxAutoBufferedPaintDC dc(this);
-    dc.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
+    const wxColour ground = GetParent()->GetBackgroundColour();
+    dc.SetBackground(wxBrush(ground));
     dc.Clear();
     dc.SetFont(underlined());
-    dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT));
+    dc.SetTextForeground(linkColour(ground));
     dc.DrawLabel(text_, GetClientRect().Deflate(FromDIP(2), FromDIP(1)));
     if (HasFocus()) {
         wxRendererNative::Get().DrawFocusRect(this, dc, GetClientRect());

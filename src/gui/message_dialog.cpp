@@ -48,7 +48,7 @@ MessageDialog::MessageDialog(wxWindow* parent, const Message& message)
     auto* text = new wxStaticText(this, wxID_ANY, wxString());
     text->SetName("text");
     text->SetLabelText(nativeText(message.text));
-    text->Wrap(FromDIP(textWidth));
+    wrapText(*text, textWidth);
     words->Add(text, wxSizerFlags(1).CentreVertical());
 
     auto* contents = new wxBoxSizer(wxVERTICAL);

@@ -1,6 +1,7 @@
 #include "gui/picture_box.h"
 
 #include "gui/drawings.h"
+#include "gui/layout.h"
 
 #include <algorithm>
 #include <utility>
@@ -83,7 +84,7 @@ const wxBitmapBundle& PictureBox::drawingForSize() {
     }
     if (side != drawingSide_) {
         drawingSide_ = side;
-        drawingBundle_ = drawingBundle(drawing_, side);
+        drawingBundle_ = drawingBundle(drawing_, ToDIP(side));
     }
     return drawingBundle_;
 }
@@ -94,7 +95,7 @@ wxSize PictureBox::sizeInPixels() const {
 }
 
 double PictureBox::scale() const {
-    return GetContentScaleFactor();
+    return pixelsPerUnit(*this);
 }
 
 void PictureBox::bindMouse() {

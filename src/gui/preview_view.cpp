@@ -1,4 +1,5 @@
 // The full-screen preview. The window model itself says where its two controls stand.
+#include "gui/layout.h"
 #include "gui/views.h"
 #include "layout/frmPreview.h"
 
@@ -62,11 +63,11 @@ void PreviewView::place() {
 }
 
 int PreviewView::inPixels(int units) const {
-    return wxRound(units * picture_->GetContentScaleFactor());
+    return wxRound(units * pixelsPerUnit(*picture_));
 }
 
 int PreviewView::inUnits(int pixels) const {
-    return wxRound(pixels / picture_->GetContentScaleFactor());
+    return wxRound(pixels / pixelsPerUnit(*picture_));
 }
 
 } // namespace

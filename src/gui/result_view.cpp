@@ -22,7 +22,7 @@ ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model
     wxStaticText* title = bind().label(dialog(), model.lblTitle, "lblTitle");
     title->SetFont(title->GetFont().Bold().Scaled(1.25F));
     wxStaticText* message = bind().label(dialog(), model.lblMsg, "lblMsg");
-    message->Wrap(dialog()->FromDIP(textWidth));
+    wrapText(*message, textWidth);
     LinkText* folder = bind().link(dialog(), model.lnkFol, "lnkFol");
     wxButton* ok = bind().button(dialog(), model.cmdOk, "cmdOk", 'O');
     setDefault(ok);
@@ -31,7 +31,7 @@ ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model
     const int gap = dialog()->FromDIP(spacing::group);
     auto* words = new wxBoxSizer(wxVERTICAL);
     words->Add(title, wxSizerFlags().Border(wxBOTTOM, gap));
-    words->Add(message, wxSizerFlags().Border(wxBOTTOM, gap));
+    words->Add(message, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
     words->Add(folder, wxSizerFlags());
     auto* top = new wxBoxSizer(wxHORIZONTAL);
     top->Add(check, wxSizerFlags().Top().Border(wxRIGHT, dialog()->FromDIP(spacing::windowEdge)));

@@ -42,6 +42,7 @@ void View::closeOnEscape() {
 
 void View::fitAndCentre() {
     native_->GetSizer()->SetSizeHints(native_);
+    native_->Layout(); // a window whose own size stays the same would not do it by itself
     native_->CentreOnParent();
 }
 
