@@ -11,24 +11,41 @@ namespace veldara::test {
 
 namespace {
 
-constexpr int textControl = 0xFFFF;
+// The system numbers the buttons of its message boxes; the toolkit's own dialogs have other
+// numbers.
+bool isMessageBox(HWND window) {
+    wchar_t kind[16] = {};
+    DWORD process = 0;
+    GetClassNameW(window, kind, 16);
+    GetWindowThreadProcessId(window, &process);
+    const bool isOwnDialog = IsWindowVisible(window) != 0 && wcscmp(kind, L"#32770") == 0 &&
+                             process == GetCurrentProcessId();
+    return isOwnDialog &&
+           (GetDlgItem(window, IDOK) != nullptr || GetDlgItem(window, IDCANCEL) != nullptr ||
+            GetDlgItem(window, IDYES) != nullptr);
+}
 
 HWND messageBox() {
     HWND found = nullptr;
-    const auto isOurs = [](HWND window, LPARAM result) -> BOOL {
-        wchar_t kind[16] = {};
-        DWORD process = 0;
-        GetClassNameW(window, kind, 16);
-        GetWindowThreadProcessId(window, &process);
-        if (IsWindowVisible(window) != 0 && wcscmp(kind, L"#32770") == 0 &&
-            process == GetCurrentProcessId() && GetDlgItem(window, textControl) != nullptr) {
-            *reinterpret_cast<HWND*>(result) = window;
-            return FALSE;
+    const auto look = [](HWND window, LPARAM result) -> BOOL {
+        if (!isMessageBox(window)) {
+            return TRUE;
         }
-        return TRUE;
+        *reinterpret_cast<HWND*>(result) = window;
+        return FALSE;
     };
-    EnumWindows(isOurs, reinterpret_cast<LPARAM>(&found));
+    EnumWindows(look, reinterpret_cast<LPARAM>(&found));
     return found;
+}
+
+// The icon stands in a widget of the same kind, without a text.
+wxString textOf(HWND box) {
+    wchar_t text[4096] = {};
+    HWND part = nullptr;
+    while (text[0] == 0 && (part = FindWindowExW(box, part, L"Static", nullptr)) != nullptr) {
+        GetWindowTextW(part, text, 4096);
+    }
+    return text;
 }
 
 int buttonOf(Answer answer) {
@@ -67,9 +84,7 @@ void waitForBox(bool wanted) {
 std::string Driver::waitForMessage() {
     waitForBox(true);
     settle();
-    wchar_t text[4096] = {};
-    GetDlgItemTextW(messageBox(), textControl, text, 4096);
-    return portableText(wxString(text));
+    return portableText(textOf(messageBox()));
 }
 
 void Driver::answerByMouse(Answer answer) {
