@@ -41,14 +41,27 @@ VIAddVersionKey LegalCopyright ""
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; Gives an object of the system (KIND 1: a file, 4: a registry key) the access list of DESCRIPTION.
+; Gives an object of the system (KIND 1: a file, 4: a registry key) the access list of DESCRIPTION. When
+; the system refuses, the program is installed and works, but not for everybody: that is said, and the
+; installer ends with status 3.
 !macro SetAccess NAME KIND DESCRIPTION
-  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "${DESCRIPTION}", i 1, *p .r1, p 0) i.r0'
-  System::Call 'advapi32::GetSecurityDescriptorDacl(p r1, *i .r2, *p .r3, *i .r4) i.r0'
-  ; 0x80000004: the access list, without what the object would inherit.
-  System::Call 'advapi32::SetNamedSecurityInfoW(w "${NAME}", i ${KIND}, i 0x80000004, p 0, p 0, p r3, p 0) i.r0'
-  System::Call 'kernel32::LocalFree(p r1)'
+  StrCpy $0 "the access list is wrong"
+  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "${DESCRIPTION}", i 1, *p .r1, p 0) i.r2'
+  ${If} $2 <> 0
+    System::Call 'advapi32::GetSecurityDescriptorDacl(p r1, *i .r2, *p .r3, *i .r4) i.r5'
+    ${If} $5 <> 0
+      ; 0x80000004: the access list, without what the object would inherit.
+      System::Call 'advapi32::SetNamedSecurityInfoW(w "${NAME}", i ${KIND}, i 0x80000004, p 0, p 0, p r3, p 0) i.r0'
+    ${EndIf}
+    System::Call 'kernel32::LocalFree(p r1)'
+  ${EndIf}
   DetailPrint "Access of ${NAME}: $0"
+  ${If} $0 != "0"
+    SetErrorLevel 3
+    MessageBox MB_OK|MB_ICONEXCLAMATION \
+      "Users without administrator rights cannot be given access to ${NAME} ($0). For them, settings or calibration profiles will not be kept." \
+      /SD IDOK
+  ${EndIf}
 !macroend
 
 Section "Install"

@@ -48,10 +48,11 @@ wine "$folder/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fai
 photos="fotos Über 照片"
 mkdir -p "$drive/$photos"
 cp "$photo" "$drive/$photos/See.jpg"
-wine "$folder/veldara-tiles.exe" --quiet --wide 2 --high 2 --out 'C:\tiles' --base See "C:\\$photos\\See.jpg"
-[[ "$(ls "$drive/tiles" | wc -l)" -eq 4 ]] || fail "the installed program made $(ls "$drive/tiles")"
+wine "$folder/veldara-tiles.exe" --quiet --wide 3 --high 2 --out 'C:\tiles' --base See "C:\\$photos\\See.jpg"
+[[ "$(ls "$drive/tiles" | wc -l)" -eq 6 ]] || fail "the installed program made $(ls "$drive/tiles")"
 
-# The main job, as a person does it: click the photo, save, confirm, close.
+# The main job, as a person does it: choose the tiles, click the photo, save, confirm; note down what
+# the printer cuts off; close, start again, close.
 waiting_for() { # NAME: the number of the visible window with that name
   local seconds
   for seconds in $(seq 120); do
@@ -62,10 +63,24 @@ waiting_for() { # NAME: the number of the visible window with that name
   fail "no window named $1 (the screen is in $prefix/screen.png)"
 }
 wine reg add 'HKLM\Software\Korvane\omra' /v last_folder /d "C:\\$photos" /f >/dev/null
-wine "$folder/veldara.exe" &
-program=$!
-window="$(waiting_for '^Veldara v1\.20$')"
-timeout 20 xdotool windowactivate --sync "$window"
+start_program() {
+  wine "$folder/veldara.exe" &
+  program=$!
+  window="$(waiting_for '^Veldara v1\.20$')"
+  timeout 20 xdotool windowactivate --sync "$window"
+  sleep 1
+}
+close_program() {
+  timeout 20 xdotool windowactivate --sync "$window"
+  xdotool key alt+F4
+  wait "$program" || fail "the program ended with $?"
+}
+start_program
+xdotool key alt+w
+sleep 1
+xdotool key alt+Down
+sleep 1
+xdotool key Down Return # from two tiles wide to three
 sleep 1
 xdotool mousemove --window "$window" 35 368 click 1 # the first file of the list
 # The button is dead until the photo is there.
@@ -79,7 +94,7 @@ waiting_for '^Save Image Tiles$' >/dev/null
 xdotool key Return # Save Images Now
 # The progress window has the result window's title: only the files tell that the run is over.
 for _ in $(seq 240); do
-  [[ "$(find "$drive/$photos/See_poster_images" -name 'See*.jpg' 2>/dev/null | wc -l)" -lt 4 ]] || break
+  [[ "$(find "$drive/$photos/See_poster_images" -name 'See*.jpg' 2>/dev/null | wc -l)" -lt 6 ]] || break
   sleep 0.5
 done
 sleep 3
@@ -87,23 +102,40 @@ waiting_for '^Veldara$' >/dev/null
 diff -r "$drive/tiles" "$drive/$photos/See_poster_images" || fail "the window's tiles differ from the command line's"
 xdotool key Return # OK
 sleep 1
+profiles="$folder/printer_edge_config"
+[[ ! -s "$profiles" ]] || fail "the file of profiles is not empty at first: $(cat "$profiles")"
 timeout 20 xdotool windowactivate --sync "$window"
-xdotool key alt+F4
-wait "$program" || fail "the program ended with $?"
-registry prefs_numTiles | grep -q 'w01h01' || fail "closing the window stored no settings"
+xdotool key alt+i # Edit, of the edge profiles
+waiting_for '^Edge Calibration$' >/dev/null
+sleep 1
+xdotool key alt+n # New
+waiting_for '^New Configuration$' >/dev/null
+sleep 1
+xdotool type 'Cellar printer'
+xdotool key Return
+sleep 2
+xdotool key alt+c # Close
+sleep 1
+grep -q '^Cellar printer' "$profiles" || fail "the profile is not in the program's folder: $(cat "$profiles")"
+close_program
+registry prefs_numTiles | grep -q 'w02h01' || fail "closing the window stored no settings"
+# What it did not read when it started it would now replace by what it begins with.
+start_program
+close_program
+registry prefs_numTiles | grep -q 'w02h01' || fail "the settings did not outlive a restart: $(registry prefs_numTiles)"
 registry last_folder | grep -qi 'c:.fotos' || fail "the folder was not remembered: $(registry last_folder)"
 
 # Without questions the settings stay.
 uninstall /S
 [[ -f "$folder/printer_edge_config" ]] || fail "a silent uninstallation took the profiles"
-registry prefs_numTiles | grep -q 'w01h01' || fail "a silent uninstallation took the settings"
+registry prefs_numTiles | grep -q 'w02h01' || fail "a silent uninstallation took the settings"
 registry app_dir | grep -q 'Veldara' && fail "app_dir names a folder that is gone"
 [[ ! -e "$shortcut" ]] || fail "the start-menu entry is left"
 [[ "$(ls "$folder")" == printer_edge_config ]] || fail "left behind: $(ls "$folder")"
 
 # Installed again, the settings are the old ones; uninstalled by hand with Yes, everything goes.
 install
-registry prefs_numTiles | grep -q 'w01h01' || fail "installing again lost the settings"
+registry prefs_numTiles | grep -q 'w02h01' || fail "installing again lost the settings"
 wine "$folder/uninstall.exe" &
 question() { xdotool search --onlyvisible --name '^Veldara Uninstall' 2>/dev/null | tail -n 1; }
 for _ in $(seq 300); do
