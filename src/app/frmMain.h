@@ -202,7 +202,7 @@ class frmMain : public Window,
     void fillProfileList(const std::vector<std::string>& names, int selected) override;
     int activeProfile() const override { return cmbCurBtm.listIndex(); }
     std::string applicationFolder() const override;
-    const Image& currentPhoto() const override { return *img; }
+    std::shared_ptr<const Image> currentPhoto() const override { return img; }
     bool rotateTilesChecked() const override { return chkRotateTiles.checked(); }
     bool tileRotated() const override { return bTileRotated; }
     bool printerClipsChecked() const override { return chkPrinterClips.checked(); }

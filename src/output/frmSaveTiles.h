@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,8 +37,8 @@ class SaveOwner {
     virtual bool CheckTileSizes(double& widthInches, double& heightInches) const = 0;
     // The entered print size, without the printer's edge trims.
     virtual bool CheckTileSizesNoTrim(double& widthInches, double& heightInches) const = 0;
-    // The loaded photo as it is turned now.
-    virtual const Image& currentPhoto() const = 0;
+    // The loaded photo as it is turned now; it stays for whoever holds it.
+    virtual std::shared_ptr<const Image> currentPhoto() const = 0;
     virtual bool rotateTilesChecked() const = 0;  // chkRotateTiles
     virtual bool tileRotated() const = 0;         // bTileRotated
     virtual bool printerClipsChecked() const = 0; // chkPrinterClips

@@ -168,7 +168,9 @@ bool frmSaveTiles::writeTiles(FileSystemObject& files, const std::vector<TileRec
     const TileDisk disk{[&space] { return space; }, doors_.write};
     const std::string drive = driveToMeasure(drvTile.drive(), platform_.drives.separator());
 
-    WholePhotoSource source(owner_.currentPhoto(), tiles);
+    const std::shared_ptr<const Image> photo =
+        owner_.currentPhoto(); // for as long as the run lasts
+    WholePhotoSource source(*photo, tiles);
     auto run = std::make_unique<TileRun>(source, std::move(job), disk);
     TileStep step;
     bool canceled = false;

@@ -37,7 +37,7 @@ TEST_F(LoadingAPhoto, FileIsLoadedFromTheFolder) {
     EXPECT_THAT(loaded, ElementsAre("/photos/photo.jpg"));
     EXPECT_EQ(main.lImgWidth, 3000);
     EXPECT_EQ(main.lImgHeight, 2000);
-    EXPECT_EQ(main.currentPhoto().width(), 3000);
+    EXPECT_EQ(main.currentPhoto()->width(), 3000);
     EXPECT_TRUE(main.cmdSaveNow.enabled());
     EXPECT_TRUE(main.cmdLargePreview.enabled());
     EXPECT_EQ(main.loadError(), 0);
@@ -98,7 +98,7 @@ TEST_P(LoadingTurned, AppliesTheChosenRotation) {
     clickFile("photo.jpg");
     EXPECT_EQ(window->lImgWidth, GetParam().second ? 40 : 60);
     EXPECT_EQ(window->lImgHeight, GetParam().second ? 60 : 40);
-    EXPECT_EQ(window->currentPhoto().width(), window->lImgWidth);
+    EXPECT_EQ(window->currentPhoto()->width(), window->lImgWidth);
     EXPECT_EQ(window->cmbRotate.listIndex(), GetParam().first);
 }
 
@@ -198,7 +198,7 @@ TEST_F(LoadingAPhoto, WindowStaysUsableAfterAFailure) {
     EXPECT_TRUE(window->bImgSelected);
     clickFile("broken.jpg");
     expectNoPhoto();
-    EXPECT_TRUE(window->currentPhoto().empty()) << "the photo before it is let go";
+    EXPECT_TRUE(window->currentPhoto()->empty()) << "the photo before it is let go";
 }
 
 TEST_F(LoadingAPhoto, SameFileCanBeTriedAgain) {
@@ -219,7 +219,7 @@ TEST_F(LoadingAPhoto, OldPhotoIsNoLongerSelectedWhileTheNextOneLoads) {
         selected = window->bImgSelected;
         ready = window->cmdSaveNow.enabled();
         EXPECT_EQ(window->lblResolution.caption(), "---");
-        EXPECT_TRUE(window->currentPhoto().empty()) << "its memory is free for the next";
+        EXPECT_TRUE(window->currentPhoto()->empty()) << "its memory is free for the next";
     };
     clickFile("next.jpg");
     EXPECT_FALSE(selected);
@@ -348,7 +348,7 @@ TEST_F(LoadingAPhoto, RotationChosenWhileThePreviewIsMadeIsApplied) {
     };
     clickFile("photo.jpg");
     EXPECT_EQ(window->lImgWidth, 40);
-    EXPECT_EQ(window->currentPhoto().width(), 40);
+    EXPECT_EQ(window->currentPhoto()->width(), 40);
 }
 
 TEST_F(LoadingAPhoto, EveryOtherHandlerIsSafeInTheMiddle) {
@@ -452,15 +452,15 @@ TEST_F(TurningThePhoto, TurnsThePixelsExactly) {
     window->load();
     clickFile("photo.jpg");
     window->cmbRotate.userSelect(1);
-    EXPECT_EQ(window->currentPhoto().row(0)[3 * 39], 200) << "clockwise: top right";
+    EXPECT_EQ(window->currentPhoto()->row(0)[3 * 39], 200) << "clockwise: top right";
     window->cmbRotate.userSelect(3);
-    EXPECT_EQ(window->currentPhoto().row(39)[3 * 59], 200) << "half: bottom right";
+    EXPECT_EQ(window->currentPhoto()->row(39)[3 * 59], 200) << "half: bottom right";
     window->cmbRotate.userSelect(2);
-    EXPECT_EQ(window->currentPhoto().row(59)[0], 200) << "counter-clockwise: bottom left";
+    EXPECT_EQ(window->currentPhoto()->row(59)[0], 200) << "counter-clockwise: bottom left";
     window->cmbRotate.userSelect(0);
-    EXPECT_EQ(window->currentPhoto().row(0)[0], 200);
-    EXPECT_EQ(window->currentPhoto().dotsPerInch, 300);
-    EXPECT_THAT(window->currentPhoto().colourProfile, ElementsAre(1, 2, 3));
+    EXPECT_EQ(window->currentPhoto()->row(0)[0], 200);
+    EXPECT_EQ(window->currentPhoto()->dotsPerInch, 300);
+    EXPECT_THAT(window->currentPhoto()->colourProfile, ElementsAre(1, 2, 3));
 }
 
 TEST_F(TurningThePhoto, RefreshesPreviewFiguresAndLabels) {
@@ -506,7 +506,7 @@ TEST_F(TurningThePhoto, ChoiceTakenBackMeanwhileIsTakenBack) {
     whileLoadingOnce([this] { window->cmbRotate.userSelect(0); });
     window->cmbRotate.userSelect(1);
     EXPECT_EQ(window->lImgWidth, 3000);
-    EXPECT_EQ(window->currentPhoto().width(), 3000);
+    EXPECT_EQ(window->currentPhoto()->width(), 3000);
 }
 
 TEST_F(TurningThePhoto, ClickOnAFileMeanwhileLoadsIt) {
@@ -524,7 +524,7 @@ TEST_F(TurningThePhoto, FolderChangedMeanwhileLeavesNoPhoto) {
     whileLoadingOnce([this] { window->Dir1.setPath("/photos/summer"); });
     window->cmbRotate.userSelect(1);
     expectNoPhoto();
-    EXPECT_TRUE(window->currentPhoto().empty());
+    EXPECT_TRUE(window->currentPhoto()->empty());
 }
 
 TEST_F(TurningThePhoto, LackOfMemoryOrOfAThreadLeavesThePhotoAsItWas) {

@@ -132,7 +132,7 @@ TEST_F(Browsing, ChangingTheFolderLetsThePhotoGo) {
     EXPECT_FALSE(window->cmdSaveNow.enabled());
     EXPECT_FALSE(window->cmdLargePreview.enabled());
     EXPECT_EQ(window->picCur.drawing(), Drawing::pickFolder);
-    EXPECT_TRUE(window->currentPhoto().empty());
+    EXPECT_TRUE(window->currentPhoto()->empty());
 }
 
 TEST_F(Browsing, FolderThatCannotBeReadStaysWhereItIs) {

@@ -240,8 +240,8 @@ class MainMonkey : public MainWindowTest {
 
     void expectPhoto() {
         const frmMain& main = *window;
-        EXPECT_EQ(main.currentPhoto().width(), main.lImgWidth);
-        EXPECT_EQ(main.currentPhoto().height(), main.lImgHeight);
+        EXPECT_EQ(main.currentPhoto()->width(), main.lImgWidth);
+        EXPECT_EQ(main.currentPhoto()->height(), main.lImgHeight);
         EXPECT_GE(main.lImgWidth, 25);
         EXPECT_GE(main.lImgHeight, 25);
         std::vector<TileRect> tiles;
@@ -269,7 +269,7 @@ class MainMonkey : public MainWindowTest {
 
     void expectNoPhoto() const {
         const frmMain& main = *window;
-        EXPECT_TRUE(main.currentPhoto().empty());
+        EXPECT_TRUE(main.currentPhoto()->empty());
         EXPECT_EQ(main.lblLrValue.caption(), "---");
         EXPECT_EQ(main.lblTbValue.caption(), "---");
         EXPECT_FALSE(main.tmrImg.enabled());

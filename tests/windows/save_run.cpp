@@ -35,10 +35,26 @@ TEST(SaveRun, TilesAreThePhotosOwnPixels) {
         for (int y = 0; y < rect.height(); ++y) {
             for (int x = 0; x < rect.width(); ++x) {
                 ASSERT_EQ(bitmap.at(x, y),
-                          pixelOf(windows.owner.photo, rect.left + x, rect.top + y));
+                          pixelOf(*windows.owner.photo, rect.left + x, rect.top + y));
             }
         }
     }
+}
+
+TEST(SaveRun, ThePhotoStaysForTheRunThoughTheMainWindowLetsItGo) {
+    SaveWindows windows;
+    const std::weak_ptr<const Image> photo = windows.owner.photo;
+    int served = 0;
+    windows.save([&] {
+        windows.fakes.eventPump.whileServing = [&] {
+            windows.owner.photo.reset();
+            EXPECT_FALSE(photo.expired());
+            ++served;
+        };
+    });
+    EXPECT_GT(served, 0);
+    EXPECT_EQ(windows.written.size(), 4U);
+    EXPECT_TRUE(photo.expired()) << "and no longer";
 }
 
 TEST(SaveRun, RotatedTilesAreTurnedCounterClockwise) {
@@ -51,14 +67,14 @@ TEST(SaveRun, RotatedTilesAreTurnedCounterClockwise) {
     ASSERT_EQ(bitmap.height, 18);
     for (int a = 0; a < 7; ++a) {
         for (int b = 0; b < 18; ++b) {
-            ASSERT_EQ(bitmap.at(a, b), pixelOf(windows.owner.photo, 3 + 17 - b, 5 + a));
+            ASSERT_EQ(bitmap.at(a, b), pixelOf(*windows.owner.photo, 3 + 17 - b, 5 + a));
         }
     }
 }
 
 int resolutionOf(int tilePixels, double inches) {
     SaveWindows windows;
-    windows.owner.photo = patternedImage(tilePixels, 4);
+    windows.owner.photo = std::make_shared<const Image>(patternedImage(tilePixels, 4));
     windows.owner.tiles = {{0, 0, tilePixels - 1, 3}};
     windows.owner.widthInches = inches;
     windows.save();
@@ -110,11 +126,11 @@ TEST(SaveRun, CompensationAddsWhatThePrinterClips) {
     const Bitmap bitmap = windows.bitmap(0);
     ASSERT_EQ(bitmap.width, 30 + 4 + 9);
     ASSERT_EQ(bitmap.height, 20 + 2 + 7);
-    EXPECT_EQ(bitmap.at(0, 0), pixelOf(windows.owner.photo, 0, 0));
-    EXPECT_EQ(bitmap.at(9, 2), pixelOf(windows.owner.photo, 0, 0));
-    EXPECT_EQ(bitmap.at(9 + 29, 2 + 19), pixelOf(windows.owner.photo, 29, 19));
-    EXPECT_EQ(bitmap.at(42, 28), pixelOf(windows.owner.photo, 29, 19));
-    EXPECT_EQ(bitmap.at(9 + 12, 0), pixelOf(windows.owner.photo, 12, 0));
+    EXPECT_EQ(bitmap.at(0, 0), pixelOf(*windows.owner.photo, 0, 0));
+    EXPECT_EQ(bitmap.at(9, 2), pixelOf(*windows.owner.photo, 0, 0));
+    EXPECT_EQ(bitmap.at(9 + 29, 2 + 19), pixelOf(*windows.owner.photo, 29, 19));
+    EXPECT_EQ(bitmap.at(42, 28), pixelOf(*windows.owner.photo, 29, 19));
+    EXPECT_EQ(bitmap.at(9 + 12, 0), pixelOf(*windows.owner.photo, 12, 0));
     EXPECT_EQ(bitmap.dotsPerInch(), 150);
 }
 
@@ -576,7 +592,7 @@ TEST_F(SaveFailure, SecondFileCannotBeWritten) {
 }
 
 TEST_F(SaveFailure, TileIsTooWideForItsFileType) {
-    windows.owner.photo = patternedImage(65501, 1);
+    windows.owner.photo = std::make_shared<const Image>(patternedImage(65501, 1));
     windows.owner.tiles = {{0, 0, 65500, 0}};
     windows.owner.compensated = true;
     windows.owner.widthInches = 50;

@@ -36,7 +36,7 @@ inline Image patternedImage(int width, int height) {
 
 class FakeSaveOwner : public SaveOwner {
   public:
-    Image photo = patternedImage(60, 40);
+    std::shared_ptr<const Image> photo = std::make_shared<const Image>(patternedImage(60, 40));
     std::vector<TileRect> tiles{{0, 0, 29, 19}, {30, 0, 59, 19}, {0, 20, 29, 39}, {30, 20, 59, 39}};
     std::optional<int> tileCount; // instead of the tiles' own number
     bool tableThrows = false;
@@ -66,7 +66,7 @@ class FakeSaveOwner : public SaveOwner {
         height = 999.0;
         return sizesNoTrimOk;
     }
-    const Image& currentPhoto() const override { return photo; }
+    std::shared_ptr<const Image> currentPhoto() const override { return photo; }
     bool rotateTilesChecked() const override { return rotated; }
     bool tileRotated() const override { return turned.value_or(rotated); }
     bool printerClipsChecked() const override { return compensated; }
