@@ -247,16 +247,27 @@ void Driver::goToMenuEntry(const std::string& windowName, int menu, int entry) {
     }
 }
 
-// Keys that come before the list would do something else.
-void Driver::waitForList(bool open) {
+// What only the display can be asked about.
+void Driver::waitForDisplay(const std::string& what, const std::function<bool()>& test) {
     const Clock::time_point end = Clock::now() + std::chrono::seconds(20);
-    while (hands_.seesOpenList() != open) {
+    while (!test()) {
         if (Clock::now() > end) {
-            throw DriverError(open ? "No list opens." : "The list stays open.");
+            throw DriverError("Waited in vain until " + what + ".");
         }
         pause(std::chrono::milliseconds(10));
     }
     settle();
+}
+
+// Keys that come before the list would do something else.
+void Driver::waitForList(bool open) {
+    waitForDisplay(open ? "a list is open" : "the list is closed",
+                   [&] { return hands_.seesOpenList() == open; });
+}
+
+void Driver::waitForSystemDialog(const std::string& title) {
+    waitForDisplay("the dialog \"" + title + "\" has the keyboard",
+                   [&] { return hands_.activeTitle() == title; });
 }
 
 void Driver::clickMenu(const std::string& windowName, int menu, int entry) {

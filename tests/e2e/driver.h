@@ -98,6 +98,10 @@ class Driver {
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
 
+    // A dialog of the system's, which the toolkit cannot be asked about: waits until one with that
+    // title has the keyboard.
+    void waitForSystemDialog(const std::string& title);
+
     // Milliseconds from a click on a button of the main window, or from Enter on an entry of its
     // menu, until the other window is up and answers.
     double timeToOpenByClick(const std::string& window, const std::string& button);
@@ -107,6 +111,7 @@ class Driver {
     // In pixels of the screen.
     wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
     void clickScreen(wxPoint at);
+    void waitForDisplay(const std::string& what, const std::function<bool()>& test);
     void waitForList(bool open);
     void goToMenuEntry(const std::string& window, int menu, int entry);
     double timeToOpen(const std::string& window, const std::function<void()>& act);

@@ -30,6 +30,8 @@ class Hands {
     void key(int keyCode, int modifiers);
     void type(const std::string& ascii);
 
+    // The title of the window that has the keyboard, also of one that is the system's own.
+    std::string activeTitle() const;
     // Whether a menu or a drop-down list is open, which takes the keys.
     bool seesOpenList() const;
 

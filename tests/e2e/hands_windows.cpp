@@ -3,6 +3,8 @@
 
 #ifdef __WXMSW__
 
+#include "gui/native_text.h"
+
 #include <wx/msw/wrapwin.h>
 #include <wx/uiaction.h>
 
@@ -50,6 +52,12 @@ void Hands::key(int keyCode, int modifiers) {
 
 void Hands::type(const std::string& ascii) {
     connection_->input.Text(ascii.c_str());
+}
+
+std::string Hands::activeTitle() const {
+    wchar_t title[256] = {};
+    GetWindowTextW(GetForegroundWindow(), title, 256);
+    return portableText(wxString(title));
 }
 
 bool Hands::seesOpenList() const {

@@ -33,20 +33,20 @@ struct Hands::Connection {
                           CurrentTime);
     }
 
-    // What its program says that a window is for.
-    Atom kindOf(Window window) const {
-        Atom type = None;
+    // The first number of a window's property, 0 where it has none.
+    unsigned long property(Window window, const char* name, Atom type) const {
+        Atom found = None;
         int bits = 0;
         unsigned long count = 0;
         unsigned long left = 0;
         unsigned char* value = nullptr;
-        XGetWindowProperty(display, window, XInternAtom(display, "_NET_WM_WINDOW_TYPE", False), 0,
-                           1, False, XA_ATOM, &type, &bits, &count, &left, &value);
-        const Atom kind = count > 0 ? *reinterpret_cast<Atom*>(value) : None;
+        XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, 1, False, type,
+                           &found, &bits, &count, &left, &value);
+        const unsigned long number = count > 0 ? *reinterpret_cast<unsigned long*>(value) : 0;
         if (value != nullptr) {
             XFree(value);
         }
-        return kind;
+        return number;
     }
 
     bool isShown(Window window) const {
@@ -173,6 +173,25 @@ void Hands::type(const std::string& ascii) {
     }
 }
 
+std::string Hands::activeTitle() const {
+    Display* display = connection_->display;
+    XGrabServer(display); // no window goes while it is looked at
+    const Window active =
+        connection_->property(DefaultRootWindow(display), "_NET_ACTIVE_WINDOW", XA_WINDOW);
+    char* name = nullptr;
+    if (active != None && connection_->isShown(active)) {
+        XFetchName(display, active, &name);
+    }
+    XUngrabServer(display);
+    connection_->finish();
+    std::string title;
+    if (name != nullptr) {
+        title = name;
+        XFree(name);
+    }
+    return title;
+}
+
 bool Hands::seesOpenList() const {
     Display* display = connection_->display;
     XGrabServer(display); // no window goes while they are looked at
@@ -183,7 +202,7 @@ bool Hands::seesOpenList() const {
     XQueryTree(display, DefaultRootWindow(display), &root, &parent, &windows, &count);
     bool open = false;
     for (unsigned int i = 0; i < count; ++i) {
-        const Atom kind = connection_->kindOf(windows[i]);
+        const Atom kind = connection_->property(windows[i], "_NET_WM_WINDOW_TYPE", XA_ATOM);
         for (const char* list : {"_NET_WM_WINDOW_TYPE_COMBO", "_NET_WM_WINDOW_TYPE_POPUP_MENU",
                                  "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"}) {
             open = open ||
