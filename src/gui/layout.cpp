@@ -2,7 +2,47 @@
 
 #include <algorithm>
 
+#include <wx/arrstr.h>
+#include <wx/dcclient.h>
+
 namespace veldara {
+
+namespace {
+
+// Where a line that is too wide ends: behind its last blank that has room, or where one long word
+// fills it, as the name of a file may do, behind a folder of its path.
+std::size_t lineEnd(const wxString& line, std::size_t room) {
+    const std::size_t blank = line.rfind(' ', room);
+    if (blank != wxString::npos && blank > 0) {
+        return blank + 1;
+    }
+    const std::size_t folder = line.find_last_of("/\\", room - 1);
+    return folder != wxString::npos && folder > 0 ? folder + 1 : room;
+}
+
+// (The toolkit's own wrapping gives up at a word that is wider than a line.)
+wxString wrapped(wxWindow& window, const wxString& text, int width) {
+    const wxClientDC dc(&window);
+    wxString result;
+    for (wxString line : wxSplit(text, '\n', '\0')) {
+        for (;;) {
+            wxArrayInt ends;
+            dc.GetPartialTextExtents(line, ends);
+            const auto room = static_cast<std::size_t>(
+                std::upper_bound(ends.begin(), ends.end(), width) - ends.begin());
+            if (room >= line.length()) {
+                break;
+            }
+            const std::size_t end = lineEnd(line, std::max<std::size_t>(room, 1));
+            result += line.Left(end).Trim() + '\n';
+            line = line.Mid(end).Trim(false);
+        }
+        result += line + '\n';
+    }
+    return result.RemoveLast();
+}
+
+} // namespace
 
 GroupSizer::GroupSizer(wxStaticBox* box, int orientation)
     : box_(box), outer_(new wxStaticBoxSizer(box, wxVERTICAL)),
@@ -42,6 +82,16 @@ wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> butt
     return row;
 }
 
+int textLength(const wxWindow& window, int units) {
+    constexpr int usualCharacterWidth = 8;
+    return std::max(window.FromDIP(units), units * window.GetCharWidth() / usualCharacterWidth);
+}
+
+void setFieldLength(wxWindow& field, int units) {
+    const int textHeight = field.GetCharHeight() + field.FromDIP(8);
+    field.SetMinSize(wxSize(textLength(field, units), std::max(field.GetBestSize().y, textHeight)));
+}
+
 void sameWidth(std::initializer_list<wxWindow*> widgets) {
     int widest = 0;
     for (const wxWindow* widget : widgets) {
@@ -60,7 +110,7 @@ void setContents(wxWindow& window, wxSizer* contents) {
 }
 
 void wrapText(wxStaticText& text, int width) {
-    text.Wrap(text.FromDIP(width));
+    text.SetLabelText(wrapped(text, text.GetLabelText(), textLength(text, width)));
     text.SetMinSize(text.GetBestSize() + wxSize(text.FromDIP(spacing::column), 0));
 }
 

@@ -44,14 +44,21 @@ void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets);
 // Buttons in a row at the right-hand end, all of them as wide as the widest.
 wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> buttons);
 
+// A length in pixels that text is to fit in: longer where the desktop's text is larger than usual.
+int textLength(const wxWindow& window, int units);
+
+// Makes a field at least as long as that, and as high as its text. (The toolkit makes the field the
+// lower the larger the desktop's text is.)
+void setFieldLength(wxWindow& field, int units);
+
 // Gives the widgets the width of the widest.
 void sameWidth(std::initializer_list<wxWindow*> widgets);
 
 // Adds the contents with the distance from the window's edge and makes them the window's sizer.
 void setContents(wxWindow& window, wxSizer* contents);
 
-// Breaks a text into lines of at most a width in units at 100%. Some systems draw a line a little
-// wider than they say it is, so a little room stays free at its end.
+// Breaks a text into lines of at most a width in units at 100%, as textLength() has it. Some
+// systems draw a line a little wider than they say it is, so a little room stays free at its end.
 void wrapText(wxStaticText& text, int width);
 
 // How many pixels of the screen one unit of the toolkit is: more than 1 only where the toolkit

@@ -80,7 +80,7 @@ wxSizer* PaperView::makePaperSize(wxWindow* box) {
     const auto add = [&](Label& label, const char* labelName, char letter, TextBox& text,
                          const char* textName, std::size_t unit) {
         wxTextCtrl* field = bind().textBox(box, text, textName);
-        field->SetMinSize(wxSize(dialog()->FromDIP(sizeBoxWidth), -1));
+        setFieldLength(*field, sizeBoxWidth);
         rows->Add(bind().labelFor(*field, box, label, labelName, letter),
                   wxSizerFlags().CentreVertical());
         rows->Add(field, wxSizerFlags().Expand());
@@ -120,7 +120,7 @@ wxSizer* PaperView::makeMarginRows(wxWindow* box) {
     for (std::size_t edge = 0; edge < model_.cmbMargins.size(); ++edge) {
         const std::string place = std::to_string(edge);
         wxComboBox* margin = bind().freeCombo(box, model_.cmbMargins[edge], "cmbMargins" + place);
-        margin->SetMinSize(wxSize(dialog()->FromDIP(sizeBoxWidth), -1));
+        setFieldLength(*margin, sizeBoxWidth);
         addRow(*rows,
                bind().labelFor(*margin, box, model_.lblMargins[edge], "lblMargins" + place,
                                letters[edge]),

@@ -33,7 +33,7 @@ ProgressView::ProgressView(frmMsg& model, wxWindow* parent) : DialogView(model, 
     contents->Add(bar, wxSizerFlags().Expand());
     contents->AddSpacer(gap);
     contents->Add(cancel, wxSizerFlags().Right());
-    contents->SetMinSize(wxSize(dialog()->FromDIP(width), -1));
+    contents->SetMinSize(wxSize(textLength(*dialog(), width), -1));
     finish(contents);
     bind().onVisibilityChanged = [this] { fit(); };
     cancel->SetFocus();

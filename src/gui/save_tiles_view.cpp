@@ -77,7 +77,8 @@ wxSizer* SaveTilesView::makeLocation(wxWindow* box) {
 wxSizer* SaveTilesView::makeNames(wxWindow* box) {
     wxTextCtrl* folder = bind().textBox(box, model_.txtNewFolderName, "txtNewFolderName");
     wxTextCtrl* base = bind().textBox(box, model_.txtBaseFileName, "txtBaseFileName");
-    folder->SetMinSize(wxSize(dialog()->FromDIP(fieldWidth), -1));
+    setFieldLength(*folder, fieldWidth);
+    setFieldLength(*base, fieldWidth);
     const int close = dialog()->FromDIP(spacing::close);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(bind().labelFor(*folder, box, model_.lblNewFolderName, "lblNewFolderName", 'N'),

@@ -1,5 +1,6 @@
 #include "gui/wx_dialogs.h"
 
+#include "gui/layout.h"
 #include "gui/message_dialog.h"
 #include "gui/native_text.h"
 
@@ -10,6 +11,7 @@
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 #include <wx/msgdlg.h>
+#include <wx/textctrl.h>
 #include <wx/textdlg.h>
 
 namespace veldara {
@@ -17,6 +19,7 @@ namespace veldara {
 namespace {
 
 constexpr const char* programTitle = "Veldara";
+constexpr int inputLength = 260;
 
 #ifdef __WXMSW__
 long styleOf(const Message& message) {
@@ -102,6 +105,12 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     wxTextEntryDialog dialog(parent_(), nativeText(prompt), nativeText(title),
                              nativeText(proposed));
     dialog.SetName("input");
+    for (wxWindow* child : dialog.GetChildren()) {
+        if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
+            setFieldLength(*field, inputLength);
+        }
+    }
+    dialog.Fit();
     return dialog.ShowModal() == wxID_OK ? portableText(dialog.GetValue()) : std::string();
 }
 
