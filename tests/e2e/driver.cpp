@@ -313,7 +313,7 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
     });
     const wxPoint onScreen = screenPoint(windowName, name, at);
     hands_.moveTo(onScreen);
-    settle();
+    pause(doubleClickTime); // a click just before would make a triple click of it
     hands_.doubleClick();
     lastClick_ = onScreen;
     lastClickTime_ = Clock::now();

@@ -110,6 +110,17 @@ void Stage::leaveDialogs() {
     });
 }
 
+void Stage::openFolder(const std::string& name) {
+    user_.openFolderEntry("frmMain", "Dir1", name);
+    waitForFolder(name);
+}
+
+void Stage::waitForFolder(const std::string& name) {
+    waitFor("the folder \"" + name + "\" is open", [&](frmMain& main) {
+        return std::filesystem::path(main.Dir1.path()).filename() == name;
+    });
+}
+
 void Stage::pickPhoto(const std::string& name) {
     user_.clickListEntry("frmMain", "lstFiles", name);
     user_.waitUntil("the photo \"" + name + "\" is shown", [this] {

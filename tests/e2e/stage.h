@@ -40,6 +40,10 @@ class Stage {
     // Takes the program away, with every dialog that is still open, as if its process had died.
     void stop();
 
+    // Double-clicks a folder in the main window's list and waits until it is open.
+    void openFolder(const std::string& name);
+    void waitForFolder(const std::string& name);
+
     // Clicks a photo in the file list and waits until it is shown.
     void pickPhoto(const std::string& name);
 

@@ -17,7 +17,7 @@ TEST(Settings, AreBackAfterClosingAndStartingAgain) {
     user.choose("frmMain", "cmbTilesWide", 4);
     user.choose("frmMain", "cmbTilesHigh", 3);
     user.click("frmMain", "chkPreviewTiles");
-    user.openFolderEntry("frmMain", "Dir1", "summer");
+    stage.openFolder("summer");
     user.closeByCloseBox("frmMain");
     stage.waitForEnd();
     stage.stop();
