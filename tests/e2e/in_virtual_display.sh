@@ -41,7 +41,15 @@ export GDK_BACKEND=x11 NO_AT_BRIDGE=1 GTK_A11Y=none GIO_USE_VFS=local GSETTINGS_
 unset DBUS_SESSION_BUS_ADDRESS WAYLAND_DISPLAY || true
 export LC_ALL=C.UTF-8
 
-openbox --sm-disable >"$work/openbox.log" 2>&1 &
+# A manager that takes nothing for itself but the keys that close a window: it would hold each click back
+# until it has looked at it, and a busy machine loses some that way.
+cat >"$work/openbox.xml" <<'CONFIG'
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <mouse/>
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+</openbox_config>
+CONFIG
+openbox --sm-disable --config-file "$work/openbox.xml" >"$work/openbox.log" 2>&1 &
 manager_pid=$!
 sleep 0.5
 "$@"
