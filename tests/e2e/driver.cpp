@@ -1,6 +1,7 @@
 #include "e2e/driver.h"
 
 #include "gui/folder_list_box.h"
+#include "gui/layout.h"
 #include "gui/native_text.h"
 
 #include <thread>
@@ -165,7 +166,7 @@ wxPoint Driver::screenPoint(const std::string& windowName, const std::string& na
     });
     return onWindowThread([&] {
         const wxWindow& found = *widget(windowName, name);
-        return found.ClientToScreen(inWidget) * found.GetContentScaleFactor();
+        return found.ClientToScreen(inWidget) * pixelsPerUnit(found);
     });
 }
 
