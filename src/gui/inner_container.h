@@ -1,9 +1,13 @@
-// A group box or panel inside a window. On Windows the letters of widgets are sought only in the
-// container that is asked first: the innermost around the keyboard. Such a container lets the
-// question pass, so that Alt and a letter reach every widget of the window.
+// A group box or panel inside a window. On Windows the widget that belongs to Alt and a letter is
+// sought only in the container that is asked first, the innermost around the keyboard. Such a
+// container lets that question pass, so that the letter reaches every widget of the window.
 #pragma once
 
 #include <wx/window.h>
+
+#ifdef __WXMSW__
+#include <wx/msw/wrapwin.h>
+#endif
 
 namespace veldara {
 
@@ -13,8 +17,8 @@ class InnerContainer : public Container {
     using Container::Container;
 
 #ifdef __WXMSW__
-    bool MSWProcessMessage(WXMSG*) override {
-        return false;
+    bool MSWProcessMessage(WXMSG* message) override {
+        return message->message != WM_SYSCHAR && Container::MSWProcessMessage(message);
     }
 #endif
 };

@@ -40,6 +40,9 @@ void forgetStoredValues() {
 Stage::Stage() {
     setHome(home_);
     forgetStoredValues();
+#ifdef __WXMSW__
+    store("app_dir", home_.text()); // the profiles of this test alone
+#endif
     home_.addFolder("photos");
 }
 

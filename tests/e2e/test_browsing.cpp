@@ -40,7 +40,8 @@ TEST(Browsing, TheListShowsTheWayBackUp) {
     stage.start();
     stage.openFolder("summer");
     stage.openFolder("photos");
-    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }), stage.home() / "photos");
+    EXPECT_TRUE(std::filesystem::equivalent(
+        stage.ask([](frmMain& main) { return main.Dir1.path(); }), stage.photos()));
 }
 
 TEST(Browsing, PhotoIsPickedByKeyboardAlone) {
