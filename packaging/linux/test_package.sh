@@ -31,6 +31,7 @@ if [[ ! -f "$base" ]]; then
 else
   tar -C "$root" -xf "$base"
 fi
+chmod 755 "$root" # made for its owner alone, it would shut out the root's own users
 mount -t proc proc "$root/proc"
 cp /etc/resolv.conf "$root/etc/resolv.conf"
 # The same mirrors as the machine, security updates among them, and no manuals left out.
