@@ -9,6 +9,7 @@
 #include "windows/save_support.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,7 @@ class RealSave {
     // Six tiles of 100 by 100 pixels: as bitmaps a little over 30,000 bytes each.
     explicit RealSave(std::string folder, std::string mountTable = "/proc/self/mounts")
         : photos(std::move(folder)), drives(std::move(mountTable)) {
-        owner.photo = patternedImage(300, 200);
+        owner.photo = std::make_shared<const Image>(patternedImage(300, 200));
         owner.tiles.clear();
         for (int row = 0; row < 2; ++row) {
             for (int column = 0; column < 3; ++column) {
