@@ -121,7 +121,7 @@ class Plan(TilesTest):
         self.assertEqual(self.run_tiles("--yes", whole).returncode, 1)
 
     def test_quotes_names_as_json_wants_them(self):
-        name = 'a "b" \\ \t\n\x01ü 日本.bmp'
+        name = 'a "b" \\ \t\r\n\x01ü 日本.bmp'
         photo = self.photo(name, noise(60, 40))
         plan = self.plan(photo)
         self.assertEqual(plan["photo"]["file"], photo)
@@ -295,9 +295,11 @@ class Options(TilesTest):
                 (["--units", "mm", "--paper-size", "19,80"], "19.05 to 1270 millimetres"),
                 (["--margins", "-1,0,0,0"], "can't be less than zero"),
                 (["--margins", "0,3,0,3"], "Together they are larger than the paper width."),
-                (["--paper", "Letter"], "--list-papers"),
+                (["--paper", "Letter"], "--list-papers"), (["--paper", ""], "give a paper's name"),
                 (["--paper", "A4 - 210 x 297"], "--units mm"),
                 (["--profile", "none such"], "--list-profiles"),
+                (["--profile", ""], "give a profile's name"),
+                (["--test-target", "t.bmp"], 'leave out "'),
                 (["--clip", "1,1,1,1", "--profile", "default"], "not both"),
                 (["--base", "a/b"], "--out"), (["--out", ""], "--out"),
                 (["--no-such-option"], '"--no-such-option": there is no such option.'),
@@ -316,6 +318,10 @@ class Options(TilesTest):
         self.assertIn('"b.jpg": this is a name too many; give one photo.',
                       self.refused(2, "a.jpg", "b.jpg"))
         self.assertIn("--wide: give it once, with one value.", self.refused(2, "a.jpg", "--wide"))
+
+    def test_plan_no_test_target(self):
+        self.assertIn("give one of them", self.refused(2, "--plan", "--test-target", "t.bmp"))
+        self.assertEqual(os.listdir(self.folder), [])
 
     def test_end_where_the_names_begin(self):
         self.photo("-plan.bmp", noise(60, 40))

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include <lcms2.h>
 
@@ -27,15 +29,50 @@ std::array<double, 3> lightOf(const Bytes& profile, cmsUInt32Number format, int 
     return {light.X, light.Y, light.Z};
 }
 
-// Inks that mix by absorption, as a profile of one lookup table.
-Bytes inkProfile() {
-    cmsHPROFILE profile = cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 400);
+Bytes saved(cmsHPROFILE profile) {
     cmsUInt32Number size = 0;
     cmsSaveProfileToMem(profile, nullptr, &size);
     Bytes bytes(size);
     cmsSaveProfileToMem(profile, bytes.data(), &size);
     cmsCloseProfile(profile);
     return bytes;
+}
+
+// Grey whose curve leads to L*, not to light: half of it is the middle grey.
+Bytes lightnessProfile() {
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 1.0);
+    cmsHPROFILE profile = cmsCreateGrayProfile(cmsD50_xyY(), curve);
+    cmsFreeToneCurve(curve);
+    cmsSetPCS(profile, cmsSigLabData);
+    return saved(profile);
+}
+
+// Inks that each take L* away in proportion and have no colour: black counts twice.
+cmsInt32Number greyInks(const cmsUInt16Number inks[], cmsUInt16Number lab[], void*) {
+    const double taken = (inks[0] + inks[1] + inks[2] + 2.0 * inks[3]) / (5 * 65535.0);
+    const cmsCIELab colour = {100 * (1 - taken), 0, 0};
+    cmsFloat2LabEncodedV2(lab, &colour);
+    return 1;
+}
+
+Bytes greyInkProfile() {
+    cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 2.1);
+    cmsSetDeviceClass(profile, cmsSigOutputClass);
+    cmsSetColorSpace(profile, cmsSigCmykData);
+    cmsSetPCS(profile, cmsSigLabData);
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 4, 3);
+    cmsStage* table = cmsStageAllocCLut16bit(nullptr, 3, 4, 3, nullptr);
+    cmsStageSampleCLut16bit(table, greyInks, nullptr, 0);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, table);
+    cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
+    cmsPipelineFree(pipeline);
+    return saved(profile);
+}
+
+// A link from inks to inks, which says nothing about their colours.
+Bytes inkLink() {
+    return saved(cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 400));
 }
 
 } // namespace
@@ -51,15 +88,17 @@ TEST(Colour, KindsOfProfile) {
 }
 
 TEST(Colour, AGreyProfileBecomesAnRgbProfileOfTheSameLight) {
-    for (const double gamma : {1.0, 1.8, 2.2}) {
-        const Bytes grey = greyProfile(gamma);
+    const std::vector<Bytes> profiles = {greyProfile(1.0), greyProfile(1.8), greyProfile(2.2),
+                                         lightnessProfile()};
+    for (std::size_t number = 0; number < profiles.size(); ++number) {
+        const Bytes& grey = profiles[number];
         const Bytes rgb = profileForRgbRows(grey, true);
         ASSERT_EQ(profileKind(rgb), ProfileKind::rgb);
         for (int level = 0; level <= 255; level += 15) {
             const auto before = lightOf(grey, TYPE_GRAY_8, level);
             const auto after = lightOf(rgb, TYPE_RGB_8, level);
             for (std::size_t i = 0; i < 3; ++i) {
-                EXPECT_NEAR(after[i], before[i], 0.0005) << gamma << " " << level;
+                EXPECT_NEAR(after[i], before[i], 0.0005) << number << " " << level;
             }
         }
     }
@@ -100,9 +139,24 @@ TEST(Colour, InksWithoutAProfileAreMultiplied) {
     }
 }
 
+TEST(Colour, AnInkProfileDecidesTheColours) {
+    CmykToRgb other({});
+    CmykToRgb inks(greyInkProfile());
+    other = std::move(inks);
+    // L* 100, 80, 60 and 0 are these greys of sRGB
+    const std::array<std::uint8_t, 16> cmyk = {0, 0, 0, 0,   255, 0,   0,   0,
+                                               0, 0, 0, 255, 255, 255, 255, 255};
+    std::array<std::uint8_t, 12> rgb{};
+    other.convert(cmyk.data(), rgb.data(), 4);
+    const std::array<int, 4> greys = {255, 198, 145, 0};
+    for (std::size_t i = 0; i < rgb.size(); ++i) {
+        EXPECT_NEAR(rgb[i], greys[i / 3], 2) << i;
+    }
+}
+
 TEST(Colour, UnusableInkProfilesFallBackToThePlainFormula) {
     const std::array<std::uint8_t, 4> cmyk = {255, 0, 0, 0};
-    for (const Bytes& profile : {inkProfile(), rgbProfile(), noise(300)}) {
+    for (const Bytes& profile : {inkLink(), rgbProfile(), noise(300)}) {
         std::array<std::uint8_t, 3> rgb{};
         CmykToRgb(profile).convert(cmyk.data(), rgb.data(), 1);
         EXPECT_EQ(rgb, (std::array<std::uint8_t, 3>{0, 255, 255}));

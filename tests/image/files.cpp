@@ -90,6 +90,16 @@ int distance(const Image& one, const Image& other) {
     return greatest;
 }
 
+double meanDistance(const Image& one, const Image& other) {
+    double sum = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int i = 0; i < 3 * one.width(); ++i) {
+            sum += std::abs(one.row(y)[i] - other.row(y)[i]);
+        }
+    }
+    return sum / (3.0 * one.width() * one.height());
+}
+
 std::size_t refusedTruncations(const Bytes& file, std::size_t step) {
     const Image whole = load(file);
     std::size_t refused = 0;

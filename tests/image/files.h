@@ -33,8 +33,9 @@ std::string complaintOf(const Bytes& file);
 testing::AssertionResult same(const PixelView& one, const PixelView& other);
 testing::AssertionResult same(const Image& one, const Image& other);
 
-// The greatest difference of a channel.
+// The greatest difference of a channel, and the mean one.
 int distance(const Image& one, const Image& other);
+double meanDistance(const Image& one, const Image& other);
 
 // Loads the file cut off after every number of bytes (or every step-th): each must be refused with
 // a sentence, or be the whole picture. Returns how many were refused.

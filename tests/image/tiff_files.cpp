@@ -96,15 +96,21 @@ Samples rgbSamples(const TiffKind& kind, const Pixel& photo, int x, int y, int g
     return samples;
 }
 
-Samples inkSamples(const TiffKind& kind, const Pixel& photo) {
+Samples inkSamples(const TiffKind& kind, const Pixel& photo, int x, int y, int greatest) {
     Samples samples;
     const int factor = kind.bits == 16 ? 257 : 1;
     const int black = photo[0] / 3;
+    std::array<double, 3> colour{};
     for (std::size_t c = 0; c < 3; ++c) {
         samples.values[c] = photo[c] * factor;
         samples.meaning[c] = rounded((255.0 - photo[c]) * (255 - black) / 255);
+        colour[c] = samples.meaning[c] / 255.0;
     }
     samples.values[3] = black * factor;
+    if (kind.samples == 5) {
+        samples.values[4] = alphaAt(x, y, greatest);
+        samples.meaning = onWhite(colour, static_cast<double>(samples.values[4]) / greatest, false);
+    }
     return samples;
 }
 
@@ -138,8 +144,11 @@ Samples samplesAt(const TiffKind& kind, const Image& picture, int x, int y) {
         return samples;
     }
     case 5:
-        return inkSamples(kind, photo);
+        return inkSamples(kind, photo, x, y, greatest);
     case 6: {
+        if (kind.compression == COMPRESSION_JPEG) {
+            return rgbSamples(kind, photo, x, y, greatest); // the library makes the differences
+        }
         // Shared differences are those of the first pixel of the unit.
         const Pixel first = at(picture, x / kind.across * kind.across, y / kind.down * kind.down);
         return chromaSamples({photo[0], first[1], first[2]});
@@ -345,6 +354,7 @@ std::vector<TiffKind> everyTiffSampleKind() {
     add("palette2", 2, 1, 3);
     add("palette4", 4, 1, 3);
     add("palette8", 8, 1, 3);
+    add("paletteUnknownExtra", 8, 2, 3, 0);
     add("rgb8", 8, 3, 2);
     add("rgb16", 16, 3, 2);
     add("rgbAlpha8", 8, 4, 2, 2);
@@ -354,6 +364,8 @@ std::vector<TiffKind> everyTiffSampleKind() {
     add("rgbPremultiplied16", 16, 4, 2, 1);
     add("inks8", 8, 4, 5);
     add("inks16", 16, 4, 5);
+    add("inksAlpha8", 8, 5, 5, 2);
+    add("inksAlpha16", 16, 5, 5, 2);
     add("chroma11", 8, 3, 6);
     for (const auto& [across, down] : {std::pair{2, 1}, {2, 2}, {4, 2}, {1, 2}}) {
         add("chroma", 8, 3, 6);

@@ -1,8 +1,10 @@
 #include "platform/error.h"
 #include "platform/running_system.h"
+#include "platform/special_folders.h"
 
 #include <chrono>
 #include <ctime>
+#include <vector>
 
 namespace veldara::test {
 namespace {
@@ -14,6 +16,16 @@ TEST_F(TheSystem, HasSpecialFoldersThatExistOrNone) {
         const std::string path = system.specialFolders().path(identifier);
         EXPECT_TRUE(path.empty() || std::filesystem::is_directory(pathOf(path)))
             << identifier << ": " << path;
+    }
+}
+
+TEST(SpecialFolders, HaveTheSystemsIdentifiers) {
+    const std::vector<int> identifiers = {0, 1, 5, 2, 33};
+    for (std::size_t kind = 0; kind < identifiers.size(); ++kind) {
+        EXPECT_EQ(specialFolderIdentifier(static_cast<int>(kind)), identifiers[kind]) << kind;
+    }
+    for (const int kind : {-1, 5, 6, 99}) {
+        EXPECT_EQ(specialFolderIdentifier(kind), 16) << kind;
     }
 }
 
