@@ -1,5 +1,6 @@
 """veldara-tiles from end to end: the real program on real files, checked by another reader."""
 
+import fcntl
 import json
 import os
 import pty
@@ -9,6 +10,7 @@ import signal
 import struct
 import subprocess
 import sys
+import termios
 import time
 import unittest
 
@@ -400,9 +402,10 @@ class Folders(TilesTest):
 
 
 class Terminal(TilesTest):
-    def on_a_terminal(self, arguments, answer=b"", interrupt=False):
+    def on_a_terminal(self, arguments, answer=b"", interrupt=False, columns=80):
         """Runs it before a pseudo terminal; returns its status and all that it drew."""
         master, slave = pty.openpty()
+        fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
         process = subprocess.Popen([PROGRAM, *arguments], stdin=slave, stdout=slave, stderr=slave,
                                    env=self.environment, close_fds=True)
         os.close(slave)
@@ -434,6 +437,24 @@ class Terminal(TilesTest):
         self.assertIn("0/4   0%", drawn)
         self.assertIn("4/4 100%", drawn)
         self.assertIn("4 tiles written to", drawn.split("\r")[-2] + drawn.split("\r")[-1])
+
+    def test_shows_figures_alone_where_there_is_no_room(self):
+        photo = self.photo("p.bmp", noise(600, 400))
+        status, drawn = self.on_a_terminal(["--out", self.path("out"), photo], columns=14)
+        self.assertEqual(status, 0)
+        self.assertIn("4/4 100%", drawn)
+        self.assertNotIn("[", drawn.replace("\x1b[", ""))
+
+    def test_asks_before_a_test_image_is_replaced(self):
+        target = self.path("t.bmp")
+        for answer, status in ((b"n\n", 1), (b"y\n", 0)):
+            with open(target, "wb") as file:
+                file.write(b"older")
+            ended, drawn = self.on_a_terminal(["--test-target", target], answer)
+            self.assertIn("Do you want to replace it?", drawn)
+            self.assertEqual(ended, status)
+            with open(target, "rb") as file:
+                self.assertEqual(file.read() == b"older", status == 1)
 
     def test_tells_where_the_test_image_is(self):
         target = self.path("t.bmp")

@@ -180,4 +180,23 @@ TEST(BadFiles, RowsAskedForWronglyAreRefused) {
     EXPECT_THROW(rows->readRows(band.mutableView().cut(0, 0, 20, 1)), Error);
 }
 
+TEST(BadFiles, RowsOfAPictureDecodedAsAWholeAreRefusedLikewise) {
+    JpegKind kind;
+    kind.progressive = true;
+    const auto rows = reader(makeJpeg(kind, photo(20, 10)));
+    ASSERT_FALSE(rows->streams());
+    EXPECT_THROW(rows->wantColumns(16, 5), Error);
+    EXPECT_THROW(rows->skipRows(11), Error);
+    Image band(20, 11);
+    EXPECT_THROW(rows->readRows(band.mutableView()), Error);
+    EXPECT_THROW(rows->readRows(band.mutableView().cut(0, 0, 19, 5)), Error);
+    EXPECT_NO_THROW(rows->readRows(band.mutableView().cut(0, 0, 20, 10)));
+}
+
+TEST(BadFiles, APictureWithoutPixelsIsNotWritten) {
+    for (const FileType type : {FileType::jpeg, FileType::tiff, FileType::bmp}) {
+        EXPECT_THROW(encodeImage(PixelView(), type, 0, {}), Error);
+    }
+}
+
 } // namespace veldara::test

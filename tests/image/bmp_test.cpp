@@ -404,6 +404,32 @@ TEST(Bmp, HeadersThatLieAreRefused) {
               "compression 0).");
 }
 
+TEST(Bmp, MasksThatLieAreRefused) {
+    const std::string damaged = "Could not read \"picture\": its header is damaged.";
+    BmpKind kind;
+    kind.bits = 32;
+    kind.compression = 3;
+    kind.masks = {0xFF0000, 0xFF00, 0xFD, 0}; // a hole
+    EXPECT_EQ(complaintOf(bmpFile(kind, 1, 1, {1, 2, 3, 4})), damaged);
+    kind.bits = 16;
+    kind.masks = {0x1F800, 0x7E0, 0x1F, 0}; // beyond the pixel
+    EXPECT_EQ(complaintOf(bmpFile(kind, 1, 1, {1, 2, 3, 4})), damaged);
+    Bytes file = bmpFile(kind, 1, 1, {});
+    file.resize(14 + 40 + 11); // within the third mask
+    EXPECT_NE(complaintOf(file), "");
+}
+
+TEST(Bmp, AProfileThatIsNotWholeIsDropped) {
+    BmpKind kind;
+    kind.headerSize = 124;
+    kind.profile = rgbProfile();
+    Bytes file = bmpFile(kind, 1, 1, {1, 2, 3, 0});
+    file.pop_back();
+    const Image loaded = load(file);
+    EXPECT_TRUE(loaded.colourProfile.empty());
+    EXPECT_EQ(loaded.width(), 1);
+}
+
 TEST(Bmp, TruncationsAreRefusedOrWhole) {
     const Bytes file = bmpFile({}, 9, 5, rowsOf24(photo(9, 5), false));
     EXPECT_EQ(refusedTruncations(file), file.size() - 1);

@@ -19,6 +19,7 @@ TEST(Characters, areCountedNotBytes) {
     EXPECT_EQ(characterCount("\xF4\x90\x80\x80"), 4U); // beyond the last character
     EXPECT_EQ(characterCount("\xF4\x8F\xBF\xBF"), 1U); // the last character
     EXPECT_EQ(characterCount("\xE2\x82"), 2U);         // cut off
+    EXPECT_EQ(characterCount("\xE2\x82z"), 3U);        // broken off
 }
 
 TEST(Characters, sleftGivesTheFirst) {
