@@ -3,6 +3,7 @@
 #include "platform/error.h"
 
 #include <algorithm>
+#include <istream>
 #include <limits>
 
 #ifdef _WIN32
@@ -51,30 +52,32 @@ std::uint64_t freeOfProcess() {
     return limit.rlim_cur > used ? limit.rlim_cur - used : 0;
 }
 
-// What is left to the group of processes that a container is. Cached files count as used there,
-// but give way.
 std::uint64_t freeOfContainer() {
-    std::ifstream limitFile("/sys/fs/cgroup/memory.max");
-    std::ifstream usedFile("/sys/fs/cgroup/memory.current");
+    std::ifstream most("/sys/fs/cgroup/memory.max");
+    std::ifstream used("/sys/fs/cgroup/memory.current");
     std::ifstream statistics("/sys/fs/cgroup/memory.stat");
+    return memoryLeftInGroup(most, used, statistics);
+}
+
+#endif
+
+} // namespace
+
+std::uint64_t memoryLeftInGroup(std::istream& most, std::istream& used, std::istream& statistics) {
     std::uint64_t limit = 0;
-    std::uint64_t used = 0;
-    if (!(limitFile >> limit) || !(usedFile >> used)) {
+    std::uint64_t taken = 0;
+    if (!(most >> limit) || !(used >> taken)) {
         return unlimited;
     }
     std::string name;
     std::uint64_t bytes = 0;
     while (statistics >> name >> bytes) {
         if (name == "inactive_file" || name == "active_file") {
-            used -= std::min(used, bytes);
+            taken -= std::min(taken, bytes); // cached files give way
         }
     }
-    return limit > used ? limit - used : 0;
+    return limit > taken ? limit - taken : 0;
 }
-
-#endif
-
-} // namespace
 
 std::uint64_t availableMemory() {
 #ifdef _WIN32
