@@ -16,6 +16,7 @@ import unittest
 
 from PIL import Image
 
+from lone_process import stay_alone
 from tiles_support import PROGRAM, TilesTest, noise, sampling, smooth
 
 
@@ -645,6 +646,16 @@ class Metadata(TilesTest):
             self.assertEqual(self.everything(), made)
             for tile in tiles:
                 self.assertFalse(self.speaks_of_evil(self.path(tile)), tile)
+
+    def test_starts_no_process(self):
+        caught = subprocess.run(["sh", "-c", "true & wait"], preexec_fn=stay_alone, check=False)
+        self.assertEqual(caught.returncode, -signal.SIGSYS)
+        # the leak sanitizer looks around from a process of its own
+        self.environment["ASAN_OPTIONS"] = "detect_leaks=0"
+        for photo in self.photos():
+            result = self.run_tiles("--out", self.path("tiles"), "--yes", photo,
+                                    preexec_fn=stay_alone)
+            self.assertEqual((result.returncode, result.stderr), (0, b""))
 
     def speaks_of_evil(self, name):
         with open(name, "rb") as file:
