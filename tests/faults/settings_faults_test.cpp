@@ -116,7 +116,8 @@ TEST_F(TheProfiles, AreTheBuiltInOnesForAFolderOrAPipeInTheFilesPlace) {
 
 TEST_F(TheProfiles, StayAsTheyWereForAUserWithoutRights) {
     const std::string file = disk.addFile("printer_edge_config", "old\t01,02,03,04,\r\n");
-    std::filesystem::permissions(disk.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(disk.path(), std::filesystem::perms(0555));
+    std::filesystem::permissions(file, std::filesystem::perms(0444));
     EXPECT_TRUE(succeedsWithoutRights([&] {
         EXPECT_EQ(read(), std::vector<std::string>{"old"});
         change();
@@ -128,6 +129,7 @@ TEST_F(TheProfiles, StayAsTheyWereForAUserWithoutRights) {
         change();
     }));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(disk.path()), {}), 1);
+    std::filesystem::permissions(disk.path(), std::filesystem::perms(0755));
 }
 
 TEST_F(TheProfiles, StayAsTheyWereWhenTheDiskIsFull) {
