@@ -23,6 +23,15 @@ if(NOT DEFINED ENV{VELDARA_WINDOWS_LIBRARIES})
 endif()
 set(VELDARA_WINDOWS_LIBRARIES "$ENV{VELDARA_WINDOWS_LIBRARIES}")
 
+# A build tree remembers where it found its libraries, and would go on looking there after an update.
+get_cmake_property(remembered CACHE_VARIABLES)
+foreach(name IN LISTS remembered)
+  string(FIND "$CACHE{${name}}" "${VELDARA_WINDOWS_LIBRARIES}" current)
+  if(current EQUAL -1 AND "$CACHE{${name}}" MATCHES "/veldara/windows-[0-9a-f]+")
+    unset(${name} CACHE)
+  endif()
+endforeach()
+
 set(CMAKE_FIND_ROOT_PATH "${VELDARA_WINDOWS_LIBRARIES}" "/usr/${VELDARA_MINGW}")
 set(CMAKE_PREFIX_PATH "${VELDARA_WINDOWS_LIBRARIES}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
