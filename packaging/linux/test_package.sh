@@ -9,7 +9,7 @@ package="$(readlink -f "$1")" photo="$(readlink -f "$2")"
 . /etc/os-release
 base="${XDG_CACHE_HOME:-$HOME/.cache}/veldara/root-$ID-$VERSION_ID.tar"
 root="$(mktemp -d)"
-trap 'umount "$root/proc" 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
+trap 'umount "$root/proc" "$root/dev/pts" 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
 
 fail() {
   echo "test_package: $*" >&2
@@ -33,6 +33,7 @@ else
 fi
 chmod 755 "$root" # made for its owner alone, it would shut out the root's own users
 mount -t proc proc "$root/proc"
+mount -t devpts devpts "$root/dev/pts"
 cp /etc/resolv.conf "$root/etc/resolv.conf"
 # The same mirrors as the machine, security updates among them, and no manuals left out.
 for file in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list.d/ubuntu.sources; do
@@ -48,7 +49,8 @@ inside find / -xdev \( -path /proc -o -path /tmp -o -path /var -o -path /sys \) 
 echo "test_package: installing"
 inside apt-get -qq install -y --no-install-recommends /tmp/veldara.deb >/dev/null
 for file in bin/veldara bin/veldara-tiles share/applications/veldara.desktop share/man/man1/veldara-tiles.1.gz \
-  share/icons/hicolor/scalable/apps/veldara.svg share/veldara/help/index.html share/doc/veldara/copyright; do
+  share/icons/hicolor/scalable/apps/veldara.svg share/veldara/help/index.html share/doc/veldara/copyright \
+  share/doc/veldara/changelog.gz; do
   [[ -f "$root/usr/$file" ]] || fail "/usr/$file was not installed"
 done
 inside ldd /usr/bin/veldara | grep 'not found' && fail "a library of the program is missing"

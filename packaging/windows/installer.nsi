@@ -7,6 +7,7 @@ Target amd64-unicode
 ManifestDPIAware true
 RequestExecutionLevel admin
 SetCompressor /SOLID lzma
+AllowSkipFiles off
 
 !include MUI2.nsh
 
@@ -64,9 +65,30 @@ VIAddVersionKey LegalCopyright ""
   ${EndIf}
 !macroend
 
+; A program that runs can be neither replaced nor removed: nothing is begun before it has ended. Without
+; anybody to ask, this ends with status 2.
+!macro WaitForEndOf FILE
+  ${Do}
+    ${IfNot} ${FileExists} "$INSTDIR\${FILE}"
+      ${ExitDo}
+    ${EndIf}
+    ClearErrors
+    FileOpen $0 "$INSTDIR\${FILE}" a
+    ${IfNot} ${Errors}
+      FileClose $0
+      ${ExitDo}
+    ${EndIf}
+    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "${FILE} is in use. Close it, then try again." /SD IDCANCEL IDCANCEL`
+      Abort "${FILE} is in use"
+    ${EndIf}
+  ${Loop}
+!macroend
+
 Section "Install"
   SetShellVarContext all
   SetRegView 64
+  !insertmacro WaitForEndOf veldara.exe
+  !insertmacro WaitForEndOf veldara-tiles.exe
   SetOutPath "$INSTDIR"
   File "${BINARIES}/veldara.exe"
   File "${BINARIES}/veldara-tiles.exe"
@@ -102,6 +124,8 @@ SectionEnd
 Section "Uninstall"
   SetShellVarContext all
   SetRegView 64
+  !insertmacro WaitForEndOf veldara.exe
+  !insertmacro WaitForEndOf veldara-tiles.exe
   ; A silent run keeps them: nobody was asked.
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
     "Remove the settings and the edge calibration profiles too?" /SD IDNO IDNO keep

@@ -82,7 +82,9 @@ xdotool key alt+Down
 sleep 1
 xdotool key Down Return # from two tiles wide to three
 sleep 1
-xdotool mousemove --window "$window" 35 368 click 1 # the first file of the list
+xdotool key alt+c # to the files
+sleep 1
+xdotool key Down # the first of them
 # The button is dead until the photo is there.
 for _ in $(seq 30); do
   sleep 2
@@ -117,6 +119,12 @@ sleep 2
 xdotool key alt+c # Close
 sleep 1
 grep -q '^Cellar printer' "$profiles" || fail "the profile is not in the program's folder: $(cat "$profiles")"
+# What runs is left alone.
+wine "$setup" /S && fail "the installer went ahead while the program ran"
+ln -s "$folder" "$drive/installed" # the uninstaller that is to be waited for takes no blank in its folder
+wine "$folder/uninstall.exe" /S '_?=C:\installed' && fail "the uninstaller went ahead while the program ran"
+rm "$drive/installed"
+[[ -e "$shortcut" && -e "$folder/licences.txt" ]] || fail "a refused uninstallation took something away"
 close_program
 registry prefs_numTiles | grep -q 'w02h01' || fail "closing the window stored no settings"
 # What it did not read when it started it would now replace by what it begins with.
