@@ -225,6 +225,11 @@ bool Bindings::focusByLetter(const wxKeyEvent& event) {
         return false;
     }
     found->second->SetFocus();
+#ifdef __WXMSW__
+    // When Alt goes up, the system turns to the menus if it has seen no other key since.
+    window_.MSWDefWindowProc(WM_SYSKEYDOWN, event.GetRawKeyCode(),
+                             static_cast<WXLPARAM>(event.GetRawKeyFlags()));
+#endif
     return true;
 }
 

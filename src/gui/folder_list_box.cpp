@@ -98,18 +98,40 @@ int FolderListBox::indexOf(const std::string& name) const {
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 
+void FolderListBox::DoEnable(bool enable) {
+    wxVListBox::DoEnable(enable);
+    Refresh();
+}
+
+// Where nothing can be chosen, nothing looks chosen.
+void FolderListBox::OnDrawBackground(wxDC& dc, const wxRect& rect, std::size_t entry) const {
+    if (IsEnabled()) {
+        wxVListBox::OnDrawBackground(dc, rect, entry);
+    }
+}
+
+wxColour FolderListBox::textColour(std::size_t entry) const {
+    if (!IsEnabled()) {
+        return wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT);
+    }
+    return wxSystemSettings::GetColour(IsSelected(entry) ? wxSYS_COLOUR_HIGHLIGHTTEXT
+                                                         : wxSYS_COLOUR_LISTBOXTEXT);
+}
+
 void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) const {
     if (entry >= entries_.size()) {
         return;
     }
     const FolderList::Entry& folder = entries_[entry];
-    const wxBitmap icon = (folder.onTheWay ? openFolder_ : closedFolder_).GetBitmapFor(this);
+    wxBitmap icon = (folder.onTheWay ? openFolder_ : closedFolder_).GetBitmapFor(this);
+    if (!IsEnabled()) {
+        icon = icon.ConvertToDisabled();
+    }
     const int left = rect.x + FromDIP(4 + indentStep * folder.depth);
     const wxSize iconSize = icon.GetLogicalSize();
     dc.DrawBitmap(icon, left, rect.y + (rect.height - iconSize.y) / 2, true);
     dc.SetFont(GetFont());
-    dc.SetTextForeground(wxSystemSettings::GetColour(IsSelected(entry) ? wxSYS_COLOUR_HIGHLIGHTTEXT
-                                                                       : wxSYS_COLOUR_LISTBOXTEXT));
+    dc.SetTextForeground(textColour(entry));
     const wxString name = nativeText(folder.name);
     const int textTop = rect.y + (rect.height - dc.GetCharHeight()) / 2;
     dc.DrawText(name, left + iconSize.x + FromDIP(gap), textTop);

@@ -29,12 +29,15 @@ class FolderListBox : public wxVListBox {
     std::function<void(int)> onOpen;
 
   protected:
+    void DoEnable(bool enable) override;
+    void OnDrawBackground(wxDC& dc, const wxRect& rect, std::size_t entry) const override;
     void OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) const override;
     wxCoord OnMeasureItem(std::size_t entry) const override;
 
   private:
     FolderListBox(wxWindow* parent, wxWindow* frame, const wxString& name, const wxSize& size);
 
+    wxColour textColour(std::size_t entry) const;
     void openSelected();
     void openParent();
 

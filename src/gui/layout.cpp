@@ -88,8 +88,13 @@ int textLength(const wxWindow& window, int units) {
 }
 
 void setFieldLength(wxWindow& field, int units) {
-    const int textHeight = field.GetCharHeight() + field.FromDIP(8);
-    field.SetMinSize(wxSize(textLength(field, units), std::max(field.GetBestSize().y, textHeight)));
+#ifdef __WXMSW__
+    // A higher field would not keep its text in the middle.
+    const int height = wxDefaultCoord;
+#else
+    const int height = std::max(field.GetBestSize().y, field.GetCharHeight() + field.FromDIP(8));
+#endif
+    field.SetMinSize(wxSize(textLength(field, units), height));
 }
 
 void sameWidth(std::initializer_list<wxWindow*> widgets) {

@@ -47,8 +47,8 @@ wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> butt
 // A length in pixels that text is to fit in: longer where the desktop's text is larger than usual.
 int textLength(const wxWindow& window, int units);
 
-// Makes a field at least as long as that, and as high as its text. (The toolkit makes the field the
-// lower the larger the desktop's text is.)
+// Makes a field at least as long as that, and as high as its text. (On Linux the toolkit makes it
+// the lower the larger the desktop's text is.)
 void setFieldLength(wxWindow& field, int units);
 
 // Gives the widgets the width of the widest.

@@ -1,5 +1,6 @@
 #include "gui/wx_dialogs.h"
 
+#include "gui/drawings.h"
 #include "gui/layout.h"
 #include "gui/message_dialog.h"
 #include "gui/native_text.h"
@@ -105,12 +106,15 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     wxTextEntryDialog dialog(parent_(), nativeText(prompt), nativeText(title),
                              nativeText(proposed));
     dialog.SetName("input");
+    dialog.SetIcons(programIcons());
     for (wxWindow* child : dialog.GetChildren()) {
         if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
             setFieldLength(*field, inputLength);
+            field->SelectAll();
         }
     }
     dialog.Fit();
+    dialog.CentreOnParent();
     return dialog.ShowModal() == wxID_OK ? portableText(dialog.GetValue()) : std::string();
 }
 
