@@ -118,7 +118,7 @@ xdotool key Return
 sleep 2
 xdotool key alt+c # Close
 sleep 1
-grep -q '^Cellar printer' "$profiles" || fail "the profile is not in the program's folder: $(cat "$profiles")"
+grep -q $'^Cellar printer\t' "$profiles" || fail "the profile is not in the program's folder: $(cat "$profiles")"
 # What runs is left alone.
 wine "$setup" /S && fail "the installer went ahead while the program ran"
 ln -s "$folder" "$drive/installed" # the uninstaller that is to be waited for takes no blank in its folder

@@ -11,9 +11,12 @@
 
 #include <wx/filedlg.h>
 #include <wx/filename.h>
-#include <wx/msgdlg.h>
 #include <wx/textctrl.h>
 #include <wx/textdlg.h>
+
+#ifdef __WXMSW__
+#include <wx/msw/wrapwin.h>
+#endif
 
 namespace veldara {
 
@@ -23,47 +26,50 @@ constexpr const char* programTitle = "Veldara";
 constexpr int inputLength = 260;
 
 #ifdef __WXMSW__
-long styleOf(const Message& message) {
-    long style = wxCENTRE;
-    switch (message.icon) {
+UINT iconOf(MessageIcon icon) {
+    switch (icon) {
     case MessageIcon::critical:
-        style |= wxICON_ERROR;
-        break;
+        return MB_ICONERROR;
     case MessageIcon::question:
-        style |= wxICON_QUESTION;
-        break;
+        return MB_ICONQUESTION;
     case MessageIcon::exclamation:
-        style |= wxICON_WARNING;
-        break;
+        return MB_ICONWARNING;
     case MessageIcon::information:
-        style |= wxICON_INFORMATION;
-        break;
+        return MB_ICONINFORMATION;
     case MessageIcon::none:
-        style |= wxICON_NONE;
         break;
     }
-    switch (message.buttons) {
-    case MessageButtons::ok:
-        return style | wxOK;
-    case MessageButtons::okCancel:
-        return style | wxOK | wxCANCEL;
-    case MessageButtons::yesNo:
-        return style | wxYES_NO;
-    case MessageButtons::yesNoCancel:
-        return style | wxYES_NO | wxCANCEL;
-    }
-    return style;
+    return 0;
 }
 
+UINT buttonsOf(MessageButtons buttons) {
+    switch (buttons) {
+    case MessageButtons::okCancel:
+        return MB_OKCANCEL;
+    case MessageButtons::yesNo:
+        return MB_YESNO;
+    case MessageButtons::yesNoCancel:
+        return MB_YESNOCANCEL;
+    case MessageButtons::ok:
+        break;
+    }
+    return MB_OK;
+}
+
+// The system's plain box: the toolkit's would make a heading of a first paragraph.
 Answer showNatively(wxWindow* parent, const Message& message) {
-    switch (wxMessageBox(nativeText(message.text), nativeText(message.title), styleOf(message),
-                         parent)) {
-    case wxYES:
+    const wxString text = nativeText(message.text);
+    const wxString title = nativeText(message.title);
+    const HWND owner = parent == nullptr ? nullptr : static_cast<HWND>(parent->GetHWND());
+    const UINT modality = parent == nullptr ? MB_TASKMODAL : MB_APPLMODAL;
+    switch (::MessageBoxW(owner, text.wc_str(), title.wc_str(),
+                          iconOf(message.icon) | buttonsOf(message.buttons) | modality)) {
+    case IDYES:
         return Answer::yes;
-    case wxNO:
+    case IDNO:
         return Answer::no;
-    case wxCANCEL:
-        return Answer::cancel;
+    case IDCANCEL:
+        return message.buttons == MessageButtons::ok ? Answer::ok : Answer::cancel;
     default:
         return Answer::ok;
     }
@@ -110,7 +116,7 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     for (wxWindow* child : dialog.GetChildren()) {
         if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
             setFieldLength(*field, inputLength);
-            field->SelectAll();
+            field->CallAfter([field] { field->SelectAll(); }); // the dialog fills it as it comes up
         }
     }
     dialog.Fit();
