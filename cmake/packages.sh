@@ -3,7 +3,7 @@
 run_packages="cmake ninja-build g++ pkg-config ccache libjpeg-dev libtiff-dev zlib1g-dev libfreetype-dev
   liblcms2-dev libcli11-dev libwxgtk3.2-dev librsvg2-common fonts-dejavu-core fp-utils"
 quick_packages="$run_packages git libgtest-dev libgmock-dev libxtst-dev python3 python3-pil xvfb xauth
-  openbox xdotool imagemagick binutils file time locales"
+  openbox xdotool imagemagick binutils file time locales strace"
 test_packages="$quick_packages clang libclang-rt-14-dev llvm g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
   wine wine64 nasm dpkg-dev libjpeg-turbo-progs nsis zip unzip"
 package_packages="$run_packages g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 nasm dpkg-dev nsis zip gzip"

@@ -56,10 +56,10 @@ class TilesTest(unittest.TestCase):
         picture.save(self.path(name), **options)
         return self.path(name)
 
-    def run_tiles(self, *arguments, **options):
-        """Runs the program away from any terminal."""
+    def run_tiles(self, *arguments, under=(), **options):
+        """Runs the program away from any terminal, under the eyes of another if one is named."""
         return subprocess.run(
-            [PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            [*under, PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.PIPE, env=self.environment, cwd=self.folder, timeout=300, **options)
 
     def done(self, *arguments):
