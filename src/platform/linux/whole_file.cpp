@@ -61,7 +61,7 @@ int synchronise(int descriptor) {
 
 } // namespace
 
-WholeFile::WholeFile(std::string path) : path_(behindLinks(path)) {}
+WholeFile::WholeFile(const std::string& path) : path_(behindLinks(path)) {}
 
 WholeFile::~WholeFile() {
     discard();

@@ -13,7 +13,7 @@ class WholeFile {
   public:
     // Nothing is opened yet. A name that is a symbolic link stays one: what it points to is
     // replaced.
-    explicit WholeFile(std::string path);
+    explicit WholeFile(const std::string& path);
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
     ~WholeFile(); // without finish(): the old file stays as it was
