@@ -28,6 +28,7 @@ Image noise(int width, int height) {
 
 std::vector<TileRect> strips(const Image& photo, int count) {
     std::vector<TileRect> tiles;
+    tiles.reserve(static_cast<std::size_t>(count));
     const int height = photo.height() / count;
     for (int i = 0; i < count; ++i) {
         tiles.push_back({0, i * height, photo.width() - 1, (i + 1) * height - 1});

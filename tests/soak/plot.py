@@ -1,43 +1,43 @@
 #!/usr/bin/env python3
-"""Draws what the program held over a long day: soak 1200 | tests/soak/plot.py >docs/soak.svg"""
+"""Draws what a long day's use prints: the memory held after every 50 photos.
+
+    tests/soak/plot.py < OUTPUT > docs/soak.svg
+"""
 
 import re
 import sys
 
-WIDTH, HEIGHT = 820, 300
-LEFT, RIGHT, TOP, BOTTOM = 60, 800, 30, 250
-FIGURE = re.compile(r" *(\d+) photos, +\d+ saves: +(\d+) KiB held")
-
-
-def ticks(largest):
-    """Round steps, about five of them."""
-    step = 10 ** (len(str(largest)) - 1)
-    while largest / step < 4:
-        step //= 2
-    return range(0, largest + 1, step)
+WIDTH, HEIGHT, LEFT, TOP, BOTTOM = 700, 180, 60, 12, 44
 
 
 def main():
-    found = (FIGURE.match(line) for line in sys.stdin)
-    figures = [(int(match[1]), int(match[2])) for match in found if match]
-    last, most = figures[-1][0], max(held for _, held in figures)
-    across = lambda photos: f"{LEFT + (RIGHT - LEFT) * photos / last:.1f}"
-    down = lambda held: f"{BOTTOM - (BOTTOM - TOP) * held / most:.1f}"
+    figures = [(int(photos), int(held) / 1024) for photos, held in
+               re.findall(r"(\d+) photos, +\d+ saves: +(\d+) KiB held", sys.stdin.read())]
+    most_photos = figures[-1][0]
+    most = int(max(held for _, held in figures)) + 1
 
-    print(f'<svg xmlns="http://www.w3.org/2000/svg" width="{WIDTH}" height="{HEIGHT}" '
-          'font-family="sans-serif" font-size="12">')
-    print(f'<rect width="{WIDTH}" height="{HEIGHT}" fill="#fff"/>')
-    print(f'<text x="{LEFT}" y="18">KiB held, a figure for every 50 photos</text>')
-    for held in ticks(most):
-        y = down(held)
-        print(f'<line x1="{LEFT}" y1="{y}" x2="{RIGHT}" y2="{y}" stroke="#ddd"/>')
-        print(f'<text x="{LEFT - 6}" y="{float(y) + 4:.1f}" text-anchor="end">{held:,}</text>')
-    for photos in ticks(last):
-        print(f'<text x="{across(photos)}" y="{BOTTOM + 18}" text-anchor="middle">{photos:,}</text>')
-    print(f'<text x="{RIGHT}" y="{BOTTOM + 38}" text-anchor="end">photos</text>')
-    points = " ".join(f"{across(photos)},{down(held)}" for photos, held in figures)
-    print(f'<polyline points="{points}" fill="none" stroke="#0a5ea8"/>')
-    print("</svg>")
+    def x(photos):
+        return LEFT + photos / most_photos * WIDTH
+
+    def y(held):
+        return TOP + (1 - held / most) * HEIGHT
+
+    svg = [f'<svg xmlns="http://www.w3.org/2000/svg" width="{LEFT + WIDTH + 30}" '
+           f'height="{TOP + HEIGHT + BOTTOM}" font-family="sans-serif" font-size="12">',
+           '<rect width="100%" height="100%" fill="#fff"/>']
+    for mark in range(most + 1):
+        svg.append(f'<line x1="{LEFT}" y1="{y(mark):.1f}" x2="{LEFT + WIDTH}" y2="{y(mark):.1f}" '
+                   f'stroke="#ddd"/><text x="{LEFT - 6}" y="{y(mark) + 4:.1f}" '
+                   f'text-anchor="end">{mark} MiB</text>')
+    for mark in range(0, most_photos + 1, 5000):
+        svg.append(f'<text x="{x(mark):.1f}" y="{TOP + HEIGHT + 18}" text-anchor="middle">'
+                   f'{mark:,}</text>')
+    svg.append(f'<text x="{LEFT + WIDTH / 2}" y="{TOP + HEIGHT + 36}" text-anchor="middle">'
+               'photos</text>')
+    points = " ".join(f"{x(photos):.1f},{y(held):.1f}" for photos, held in figures)
+    svg.append(f'<polyline points="{points}" fill="none" stroke="#0a5ea8"/>')
+    print("\n".join([*svg, "</svg>"]))
 
 
-main()
+if __name__ == "__main__":
+    main()
