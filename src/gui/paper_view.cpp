@@ -97,9 +97,9 @@ wxSizer* PaperView::makeMargins() {
     wxStaticBox* box = group.box();
     wxSizer* rows = makeMarginRows(box);
     wxCheckBox* lock = bind().checkBox(box, model_.chkLock, "chkLock", 'k');
+    wxCheckBox* borderless = bind().checkBox(box, model_.chkBorderless, "chkBorderless", 'd');
     wxButton* borderlessNow = bind().button(box, model_.cmdBorderless, "cmdBorderless", 'S');
     wxButton* reset = bind().button(box, model_.cmdReset, "cmdReset", 'R');
-    wxCheckBox* borderless = bind().checkBox(box, model_.chkBorderless, "chkBorderless", 'd');
     const int row = dialog()->FromDIP(spacing::row);
     const int group2 = dialog()->FromDIP(spacing::group);
     group.inner()->Add(bind().valueLabel(box, model_.lblMarginUnits, "lblMarginUnits",
