@@ -2,10 +2,10 @@
 # Installs silently under Wine, starts what was installed, makes tiles with it, uninstalls silently
 # (settings stay) and by hand (settings go), and looks at what is left. Needs a display.
 #
-#   test_installer.sh SETUP ARCHIVE WINDOWS_RUN PREFIX PHOTO
+#   test_installer.sh SETUP ARCHIVE WINDOWS_RUN PREFIX PHOTO SHOW_ACCESS
 set -euo pipefail
 
-setup="$1" archive="$2" run="$3" prefix="$4" photo="$5"
+setup="$1" archive="$2" run="$3" prefix="$4" photo="$5" show_access="$6"
 drive="$prefix/drive_c"
 folder="$drive/Program Files/Veldara"
 shortcut="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/Veldara.lnk"
@@ -36,6 +36,11 @@ uninstall() {
 
 rm -rf "$prefix"
 install
+# Wine keeps a key's access list, though it enforces none; a file's becomes its mode. Users may read and
+# change values, and nothing else; the program's file of profiles may be written by more than its owner.
+wine "$show_access" 'MACHINE\Software\Korvane\omra' | grep -qF '(A;CI;CCDCLCSWRPRC;;;BU)' ||
+  fail "users have no right to the settings: $(wine "$show_access" 'MACHINE\Software\Korvane\omra')"
+[[ -n "$(find "$folder/printer_edge_config" -perm -020)" ]] || fail "users have no right to the profiles"
 for file in veldara.exe veldara-tiles.exe omra.chm licences.txt printer_edge_config uninstall.exe; do
   [[ -f "$folder/$file" ]] || fail "$file was not installed"
 done
