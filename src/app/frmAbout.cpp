@@ -1,8 +1,10 @@
 #include "app/frmAbout.h"
 
+#include "app/main_messages.h"
 #include "app/program_identity.h"
 #include "app/registry_text.h"
 #include "platform/error.h"
+#include "platform/text/version_text.h"
 
 namespace veldara {
 
@@ -33,7 +35,7 @@ void frmAbout::lnkWeb_Click() {
     try {
         platform_.launcher.openTarget(lnkWeb.target());
     } catch (const Error& error) {
-        platform_.dialogs.showMessage({error.what(), "", MessageIcon::critical});
+        platform_.dialogs.showMessage(errorMessage(error.what()));
     }
 }
 

@@ -2,6 +2,7 @@
 #include "app/frmMain.h"
 
 #include "app/program_identity.h"
+#include "platform/text/version_text.h"
 
 #include <utility>
 

@@ -6,14 +6,6 @@ std::string programTitle() {
     return "Veldara";
 }
 
-std::string versionText(int major, int minor, int revision) {
-    return std::to_string(major) + "." + std::to_string(minor) + std::to_string(revision);
-}
-
-std::string programVersion() {
-    return versionText(VELDARA_VERSION_MAJOR, VELDARA_VERSION_MINOR, VELDARA_VERSION_REVISION);
-}
-
 std::string companyName() {
     return "Korvane Software, LLC";
 }

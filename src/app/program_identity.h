@@ -1,4 +1,4 @@
-// What the program calls itself: title, version, maker, copyright line.
+// What the program calls itself: title, maker, copyright line.
 #pragma once
 
 #include <string>
@@ -6,10 +6,6 @@
 namespace veldara {
 
 std::string programTitle();
-
-// Major number, ".", minor and revision number, with nothing between the last two: "1.20".
-std::string versionText(int major, int minor, int revision);
-std::string programVersion(); // the version that was built
 
 std::string companyName();
 

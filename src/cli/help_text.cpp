@@ -1,10 +1,11 @@
 #include "cli/help_text.h"
 
+#include "platform/text/version_text.h"
+
 namespace veldara {
 
 std::string versionLine() {
-    return "veldara-tiles " + std::to_string(VELDARA_VERSION_MAJOR) + "." +
-           std::to_string(VELDARA_VERSION_MINOR) + std::to_string(VELDARA_VERSION_REVISION) + "\n";
+    return "veldara-tiles " + programVersion() + "\n";
 }
 
 std::string helpText() {

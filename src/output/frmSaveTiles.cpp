@@ -69,18 +69,16 @@ void frmSaveTiles::OpenForPhoto(const std::string& drive, const std::string& fol
 // Both lists are read again: folders have been made since they were last filled, not least by the
 // last save.
 bool frmSaveTiles::goTo(const std::string& drive, const std::string& folder) {
-    filling_ = true;
-    bool there = true;
+    const LoadingMark mark(filling_);
     try {
         drvTile.refresh();
         drvTile.setDrive(drive);
         dirTile.setPath(folder);
         dirTile.refresh();
+        return true;
     } catch (const Error&) {
-        there = false;
+        return false;
     }
-    filling_ = false;
-    return there;
 }
 
 void frmSaveTiles::UpdateSaveFolderLabel() {

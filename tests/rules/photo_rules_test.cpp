@@ -4,6 +4,7 @@
 #include "app/program_identity.h"
 #include "app/registry_text.h"
 #include "output/progress_bar.h"
+#include "platform/text/version_text.h"
 
 #include <gtest/gtest.h>
 
@@ -46,6 +47,12 @@ TEST(APhotosName, hasFourCharactersAndAnEnding) {
     EXPECT_FALSE(isPhotoFile(""));
 }
 
+TEST(APhoto, hasTwentyFivePixelsOnBothSides) {
+    EXPECT_TRUE(isPhotoLargeEnough(25, 25));
+    EXPECT_FALSE(isPhotoLargeEnough(24, 500));
+    EXPECT_FALSE(isPhotoLargeEnough(500, 24));
+}
+
 TEST(TheRotationList, standsForAngles) {
     const int angles[] = {0, 90, 270, 180};
     for (int index = 0; index < 4; ++index) {
@@ -55,6 +62,8 @@ TEST(TheRotationList, standsForAngles) {
     EXPECT_EQ(rotationAngle(-1), 0);
     EXPECT_EQ(rotationAngle(4), 0);
     EXPECT_EQ(rotationIndex(45), 0);
+    EXPECT_EQ(rotationDelta(0, 90), 90);
+    EXPECT_EQ(rotationDelta(90, 0), 270);
     EXPECT_EQ(rotationDelta(90, 270), 180);
     EXPECT_EQ(rotationDelta(270, 90), 180);
     EXPECT_EQ(rotationDelta(270, 0), 90);
@@ -92,10 +101,16 @@ TEST(ATurnedPhoto, hasItsCornersWhereTheyBelong) {
     EXPECT_TRUE(isRed(turnedBy(photo, 0), 0, 0));
 }
 
-TEST(ATurnedPhoto, keepsItsResolutionAndProfile) {
-    const Image turned = turnedBy(redAndGreen(), 90);
-    EXPECT_EQ(turned.dotsPerInch, 240);
-    EXPECT_EQ(turned.colourProfile, (ColourProfile{1, 2, 3}));
+TEST(ATurnedPhoto, keepsItsResolutionAndProfileAndTurnsBack) {
+    for (const int angle : {0, 90, 180, 270}) {
+        const Image turned = turnedBy(redAndGreen(), angle);
+        EXPECT_EQ(turned.dotsPerInch, 240);
+        EXPECT_EQ(turned.colourProfile, (ColourProfile{1, 2, 3}));
+        const Image back = turnedBy(turned, rotationDelta(angle, 0));
+        ASSERT_EQ(back.width(), 2);
+        EXPECT_TRUE(isRed(back, 0, 0));
+        EXPECT_FALSE(isRed(back, 1, 0));
+    }
 }
 
 RegistryValue valueOf(RegistryType type, const std::string& text, std::int32_t number = 0) {
@@ -115,6 +130,7 @@ TEST(ARegistryValuesText, isThatOfItsType) {
     EXPECT_EQ(registryValueText(valueOf(RegistryType::other, std::string("xy\0", 3))), "xy");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::dword, "", 0x12AB00EF)), "&h12AB00EF");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::dword, "", -1)), "&hFFFFFFFF");
+    EXPECT_EQ(registryValueText(valueOf(RegistryType::dword, "", 0)), "&h00000000");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::none, "text")), "");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::string, "")), "");
 }

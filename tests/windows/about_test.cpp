@@ -2,8 +2,6 @@
 #include "app/frmAbout.h"
 #include "app/frmAppEnd.h"
 #include "app/frmStorage.h"
-#include "app/program_identity.h"
-#include "app/registry_text.h"
 #include "support/test_platform.h"
 
 #include <memory>
@@ -80,7 +78,9 @@ TEST_F(AboutBox, WithoutAnAddressTheLinkIsHidden) {
 TEST_F(AboutBox, LinkThatCannotBeOpenedIsReported) {
     fakes.launcher.fails = true;
     open().lnkWeb.userClick();
-    EXPECT_EQ(fakes.dialogs.onlyMessage().icon, MessageIcon::critical);
+    const Message message = fakes.dialogs.onlyMessage();
+    EXPECT_EQ(message.title, "Error");
+    EXPECT_EQ(message.icon, MessageIcon::critical);
 }
 
 TEST_F(AboutBox, OkClosesAndUnloads) {
@@ -151,44 +151,6 @@ TEST_F(AboutBox, GetKeyValueTellsWhetherItWasRead) {
     fakes.registry.putNumber("Software\\Key", "number", 0x01020A0B);
     EXPECT_TRUE(about->GetKeyValue(RegistryRoot::localMachine, "Software\\Key", "number", text));
     EXPECT_EQ(text, "&h01020A0B");
-}
-
-TEST(RegistryText, StringLosesOneTrailingNul) {
-    RegistryValue value;
-    value.type = RegistryType::string;
-    value.text = std::string("text\0", 5);
-    EXPECT_EQ(registryValueText(value), "text");
-    value.text = std::string("text\0\0", 6);
-    EXPECT_EQ(registryValueText(value), std::string("text\0", 5));
-    value.text = "";
-    EXPECT_EQ(registryValueText(value), "");
-}
-
-TEST(RegistryText, NumberIsHexadecimal) {
-    RegistryValue value;
-    value.type = RegistryType::dword;
-    value.number = -1;
-    EXPECT_EQ(registryValueText(value), "&hFFFFFFFF");
-    value.number = 0;
-    EXPECT_EQ(registryValueText(value), "&h00000000");
-}
-
-TEST(RegistryText, OtherTypesAreRawText) {
-    RegistryValue value;
-    value.type = RegistryType::other;
-    value.bytes = {'r', 'a', 'w', 0};
-    EXPECT_EQ(registryValueText(value), "raw");
-    EXPECT_EQ(registryValueText(RegistryValue{}), "");
-}
-
-TEST(ProgramIdentity, VersionHasNothingBetweenMinorAndRevision) {
-    EXPECT_EQ(versionText(1, 2, 0), "1.20");
-    EXPECT_EQ(versionText(10, 0, 15), "10.015");
-}
-
-TEST(ProgramIdentity, CopyrightHasFourDigitsOfTheYear) {
-    EXPECT_EQ(copyrightText(2026), "Copyright © 2026 Korvane Software, LLC");
-    EXPECT_EQ(copyrightText(987), "Copyright © 0987 Korvane Software, LLC");
 }
 
 TEST(PictureStore, KeepsTheSevenPictures) {

@@ -1,6 +1,7 @@
 #include "platform/windows/shell_launcher.h"
 
 #include "platform/error.h"
+#include "platform/text/version_text.h"
 #include "platform/windows/wide_text.h"
 
 #include <cstdint>
@@ -17,7 +18,6 @@ namespace {
 using HtmlHelpA = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DWORD_PTR data);
 
 constexpr UINT displayTopic = 0;
-constexpr const char* mainWindowCaption = "Veldara v1.20";
 
 // Loaded once and kept: the viewer's window lives as long as the program and runs the library's
 // code. The system's folder only, so that no file beside the program is taken for it.
@@ -40,7 +40,11 @@ HtmlHelpA helpViewer() {
 // Our window that is in front, which the viewer's window then stays above.
 HWND ownerWindow() {
     const HWND active = GetActiveWindow();
-    return active != nullptr ? active : FindWindowA(nullptr, mainWindowCaption);
+    if (active != nullptr) {
+        return active;
+    }
+    const std::string mainWindowCaption = "Veldara v" + programVersion();
+    return FindWindowA(nullptr, mainWindowCaption.c_str());
 }
 
 bool isAddress(const std::string& target) {
