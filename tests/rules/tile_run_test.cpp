@@ -68,6 +68,17 @@ TileJob job(std::size_t tiles, FileType type = FileType::bmp) {
     return result;
 }
 
+// As much of a profile as is looked at: its length, whose colours it describes, and its mark.
+ColourProfile bareProfile() {
+    ColourProfile profile(128);
+    profile[3] = 128;
+    const std::string colours = "RGB ";
+    const std::string mark = "acsp";
+    std::copy(colours.begin(), colours.end(), profile.begin() + 16);
+    std::copy(mark.begin(), mark.end(), profile.begin() + 36);
+    return profile;
+}
+
 // The outcome of the step that ended it.
 TileStep runAll(TileRun& run) {
     TileStep step;
@@ -290,15 +301,16 @@ TEST(TileRun, asksForNoTileAgainAndForNoneBehindAMissingOne) {
 
 TEST(TileRun, handsThePhotosColoursOnToEveryTile) {
     Image photo = noise(40, 20);
-    photo.colourProfile = {1, 2, 3};
+    photo.colourProfile = bareProfile();
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
     TileRun run(source, job(2, FileType::tiff), disk.doors());
     ASSERT_EQ(runAll(run).outcome, TileOutcome::written);
     for (int i = 0; i < 2; ++i) {
         const PixelView cut = photo.view().cut(0, 10 * i, 40, 10);
-        EXPECT_EQ(disk.files["t" + std::to_string(i)],
-                  encodeImage(cut, FileType::tiff, 150, photo.colourProfile));
+        const Bytes& tile = disk.files["t" + std::to_string(i)];
+        EXPECT_EQ(tile, encodeImage(cut, FileType::tiff, 150, photo.colourProfile));
+        EXPECT_NE(tile, encodeImage(cut, FileType::tiff, 150, {}));
     }
 }
 
