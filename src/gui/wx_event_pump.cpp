@@ -109,8 +109,8 @@ void WxEventPump::afterWork(std::function<void()> act) {
 
 // Handed to the event loop, not run here: the caller's own handler has to end first.
 void WxEventPump::runPutOff() {
-    for (std::function<void()>& act : putOff_) {
-        wxTheApp->CallAfter(std::move(act));
+    for (const std::function<void()>& act : putOff_) {
+        wxTheApp->CallAfter(act);
     }
     putOff_.clear();
 }
