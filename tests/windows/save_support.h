@@ -10,6 +10,7 @@
 #include "support/test_platform.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -100,10 +101,11 @@ struct Bitmap {
         const int stride = (3 * width + 3) / 4 * 4;
         const int rows = height < 0 ? -height : height;
         const int row = height < 0 ? y : rows - 1 - y;
-        const auto place = static_cast<std::size_t>(number(10) + row * stride + 3 * x);
+        const int offset = number(10) + row * stride + 3 * x;
+        const auto place = static_cast<std::size_t>(offset);
         return {bytes.at(place + 2), bytes.at(place + 1), bytes.at(place)};
     }
-    int dotsPerInch() const { return static_cast<int>(dotsPerMetre * 0.0254 + 0.5); }
+    int dotsPerInch() const { return static_cast<int>(std::lround(dotsPerMetre * 0.0254)); }
 
     std::vector<std::uint8_t> bytes;
     int width = 0;
