@@ -65,15 +65,15 @@ bool mayUseExisting(const Options& options, Console& console, const std::string&
 bool makeFolder(const JobPlan& plan, const Options& options, Console& console) {
     const std::string name = pathText(plan.folder);
     std::error_code error;
-    if (std::filesystem::is_directory(plan.folder, error)) {
-        return mayUseExisting(options, console, folderExistsQuestion(name).text,
-                              "The folder \"" + name +
-                                  "\" already exists.  Some files could be overwritten.");
+    if (std::filesystem::create_directory(plan.folder, error)) {
+        return true;
     }
-    if (!std::filesystem::create_directory(plan.folder, error) || error) {
+    if (!std::filesystem::is_directory(plan.folder, error)) {
         throw Error(folderNotCreatedMessage(name).text);
     }
-    return true;
+    return mayUseExisting(options, console, folderExistsQuestion(name).text,
+                          "The folder \"" + name +
+                              "\" already exists.  Some files could be overwritten.");
 }
 
 std::string failureText(const TileStep& step) {

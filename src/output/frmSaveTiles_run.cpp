@@ -26,6 +26,22 @@ std::optional<std::uint64_t> freeSpaceOf(FileSystemObject& files, const std::str
     }
 }
 
+// False: the folder is there already. Another program may make it between the look and the making.
+bool isMade(FileSystemObject& files, const std::string& folder) {
+    if (files.folderExists(folder)) {
+        return false;
+    }
+    try {
+        files.createFolder(folder);
+    } catch (const Error&) {
+        if (files.folderExists(folder)) {
+            return false;
+        }
+        throw;
+    }
+    return true;
+}
+
 std::unique_ptr<FileSystemObject> makeFileSystemObject(FileSystem& fileSystem) {
     try {
         return fileSystem.create();
@@ -90,11 +106,8 @@ int frmSaveTiles::fillTileTable(std::vector<TileRect>& tiles) const {
 
 bool frmSaveTiles::makeFolder(FileSystemObject& files, const std::string& folder) {
     try {
-        if (files.folderExists(folder)) {
-            return platform_.dialogs.showMessage(folderExistsQuestion(folder)) == Answer::yes;
-        }
-        files.createFolder(folder);
-        return true;
+        return isMade(files, folder) ||
+               platform_.dialogs.showMessage(folderExistsQuestion(folder)) == Answer::yes;
     } catch (const Error&) {
         endRun(folderNotCreatedMessage(folder), Progress::notShown, Dialog::unloaded);
         return false;

@@ -372,6 +372,17 @@ class Options(TilesTest):
 
 
 class Folders(TilesTest):
+    def test_made_by_two_programs_at_once(self):
+        photo = self.photo("a.bmp", noise(60, 40))
+        # Each has looked before either makes it. The leak sanitizer cannot work under strace.
+        slow = ["strace", "-f", "-o", "/dev/null", "-e", "trace=mkdir", "-e",
+                "inject=mkdir:delay_enter=500000"]
+        environment = {**self.environment, "ASAN_OPTIONS": "detect_leaks=0"}
+        programs = [subprocess.Popen([*slow, PROGRAM, "--yes", "--out", self.path("out"), photo],
+                                     env=environment) for _ in range(2)]
+        self.assertEqual([program.wait(60) for program in programs], [0, 0])
+        self.assertEqual(len(os.listdir(self.path("out"))), 4)
+
     def test_that_exist_are_refused_away_from_a_terminal(self):
         photo = self.photo("p.bmp", noise(60, 40))
         out = self.path("out")

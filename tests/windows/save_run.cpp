@@ -379,6 +379,45 @@ TEST(SaveRun, FolderQuestionAnsweredYesWritesIntoTheFolder) {
     EXPECT_TRUE(windows.fakes.fileSystem.foldersMade.empty());
 }
 
+// A disk on which another program makes every folder a moment earlier.
+class ContestedDisk : public FileSystem, public FileSystemObject {
+  public:
+    explicit ContestedDisk(FolderTree& tree) : tree_(tree) {}
+
+    std::unique_ptr<FileSystemObject> create() override {
+        return std::make_unique<ContestedDisk>(tree_);
+    }
+    std::vector<std::string> files(const std::string& folder) override {
+        return tree_.filesIn(folder);
+    }
+    bool fileExists(const std::string& path) override { return tree_.hasFile(path); }
+    bool folderExists(const std::string& path) override { return tree_.hasFolder(path); }
+    void createFolder(const std::string& path) override {
+        tree_.addFolder(path);
+        throw Error("It is there already.");
+    }
+    std::uint64_t freeSpace(const std::string&) override { return 1'000'000'000; }
+    std::unique_ptr<TextReader> openTextFile(const std::string&) override { throw Error("No."); }
+    std::unique_ptr<TextWriter> createTextFile(const std::string&) override { throw Error("No."); }
+
+  private:
+    FolderTree& tree_;
+};
+
+TEST_F(SaveFailure, FolderMadeByAnotherAMomentEarlierIsOneThatExists) {
+    ContestedDisk disk(windows.fakes.tree);
+    Platform platform = windows.fakes.withDisk(disk, windows.fakes.drives);
+    frmSaveTiles dialog(platform, windows.fakes.screen, windows.owner, windows.progress,
+                        windows.result);
+    windows.fakes.dialogs.answers = {Answer::no};
+    windows.fakes.screen.whenModal("frmSaveTiles", [&](Window&) {
+        dialog.cmdSaveNow.userClick();
+        dialog.userClose();
+    });
+    dialog.OpenForPhoto(windows.drive, windows.photos, "IMG_0001.BMP");
+    EXPECT_EQ(windows.fakes.dialogs.onlyMessage(), folderQuestion(windows.folder()));
+}
+
 Message folderNotMade(const std::string& folder) {
     return critical("Error", "Could not create the folder \"" + folder +
                                  "\" to save your poster tile images into.  Possible causes of "
