@@ -17,6 +17,10 @@
 #include <wx/slider.h>
 #include <wx/textctrl.h>
 
+#ifdef __WXMSW__
+#include <wx/msw/wrapwin.h>
+#endif
+
 namespace veldara::test {
 
 namespace {
@@ -66,11 +70,21 @@ void Driver::pause(std::chrono::milliseconds time) {
     std::this_thread::sleep_for(time);
 }
 
-// Lets what was put in at the display come back to the program as events. Where message boxes are
-// the system's own, the window thread does not answer while one is up.
+// Lets what was put in at the display come back to the program as events. On Windows the program is
+// asked whether any is left, twice, for a key makes a character behind it. Where message boxes are
+// the system's own, the window thread may not answer while one is up.
 void Driver::settle() {
 #ifdef __WXMSW__
     pause(std::chrono::milliseconds(90));
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(2);
+    for (int empty = 0; empty < 2 && Clock::now() < end;) {
+        auto left = std::make_shared<std::promise<bool>>();
+        wxTheApp->CallAfter([left] { left->set_value(HIWORD(GetQueueStatus(QS_INPUT)) != 0); });
+        std::future<bool> answer = left->get_future();
+        if (answer.wait_until(end) == std::future_status::ready) {
+            empty = answer.get() ? 0 : empty + 1;
+        }
+    }
 #else
     pause(std::chrono::milliseconds(40));
     onWindowThread([] {});

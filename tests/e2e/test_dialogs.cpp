@@ -183,6 +183,10 @@ TEST(Dialogs, FullScreenPreviewByKeyboard) {
     user.key('P', wxMOD_ALT);
     user.waitForWindow("frmPreview");
     user.pause(std::chrono::milliseconds(500));
+    user.waitUntil("the close button has the keyboard", [] {
+        const wxWindow* close = Driver::widget("frmPreview", "cmdClose");
+        return close != nullptr && close->HasFocus();
+    });
     user.key(WXK_ESCAPE);
     user.waitForWindowToGo("frmPreview");
 }
