@@ -33,9 +33,10 @@ struct MovedUser {
 };
 
 class OnTheRunningSystem : public ::testing::Test {
-  protected:
+  public:
     ~OnTheRunningSystem() override { removeFreshKeys(); }
 
+  protected:
     TempFolder folder;
     MovedUser user; // before the platform, which reads the environment when it is made
     TempFolder& home = user.home;

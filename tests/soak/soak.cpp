@@ -190,5 +190,10 @@ int main(int count, char** arguments) {
         return 2;
     }
     const unsigned seed = count > 2 ? static_cast<unsigned>(std::atoi(arguments[2])) : 20260721U;
-    return veldara::test::runDay(std::atoi(arguments[1]), seed);
+    try {
+        return veldara::test::runDay(std::atoi(arguments[1]), seed);
+    } catch (const std::exception& failure) {
+        std::puts(failure.what());
+        return 1;
+    }
 }
