@@ -158,6 +158,14 @@ TEST(TileStream, finishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) 
     }
 }
 
+// The decoder is far quicker than the encoders, so that tiles are in work when it comes to the end.
+TEST(TileStream, givesUpATileInWorkThatLacksRows) {
+    const Image photo = noise(1024, 1024);
+    for (int round = 0; round < 10; ++round) {
+        EXPECT_EQ(wholeTiles(photo, 600, 2, 1, FileType::jpeg), 0U);
+    }
+}
+
 TEST(TileStream, tellsOfATileThatCannotBeMade) {
     const Image photo = noise(64, 640);
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
