@@ -77,6 +77,7 @@ class Bench {
         report("click to first preview", best([this] { return clickToPreview(); }));
         report("redraw while dragging", dragRedraw());
         report("zoom step", zoomStep());
+        report("full-screen resampling", best([this] { return fullScreen(); }));
         report("save of 3 x 2 tiles", best([this] { return save(); }));
     }
 
@@ -143,6 +144,15 @@ class Bench {
             });
             main.scrZoom.userSetValue(0);
             return time / steps;
+        });
+    }
+
+    // The whole photo, but for what the tiles' shape leaves out, for the full-screen preview.
+    double fullScreen() {
+        return stage_.ask([](frmMain& main) {
+            Picture box;
+            box.setSize(1920, 1080);
+            return milliseconds([&] { main.FillPreview(box); });
         });
     }
 
