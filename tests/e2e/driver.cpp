@@ -30,6 +30,9 @@ using Clock = std::chrono::steady_clock;
 // Two clicks at one place within this time are a double click to the system.
 constexpr std::chrono::milliseconds doubleClickTime{550};
 
+// So long that a machine with much else to do comes to it.
+constexpr std::chrono::seconds longestWait{60};
+
 template <typename T>
 T& as(wxWindow* window, const std::string& name) {
     auto* found = dynamic_cast<T*>(window);
@@ -55,9 +58,8 @@ wxString valueOf(wxWindow& widget) {
 
 } // namespace
 
-void Driver::waitUntil(const std::string& what, const std::function<bool()>& test,
-                       std::chrono::milliseconds time) {
-    const Clock::time_point end = Clock::now() + time;
+void Driver::waitUntil(const std::string& what, const std::function<bool()>& test) {
+    const Clock::time_point end = Clock::now() + longestWait;
     while (!onWindowThread(test)) {
         if (Clock::now() > end) {
             throw DriverError("Waited in vain until " + what + ".");
@@ -70,9 +72,10 @@ void Driver::pause(std::chrono::milliseconds time) {
     std::this_thread::sleep_for(time);
 }
 
-// Lets what was put in at the display come back to the program as events. On Windows the program is
-// asked whether any is left, twice, for a key makes a character behind it. Where message boxes are
-// the system's own, the window thread may not answer while one is up.
+// Lets what was put in at the display come back to the program as events, however busy the machine
+// is: the program is asked whether any is left. On Windows it is asked twice, for a key makes a
+// character behind it. Where message boxes are the system's own, the window thread may not answer
+// while one is up.
 void Driver::settle() {
 #ifdef __WXMSW__
     pause(std::chrono::milliseconds(90));
@@ -87,7 +90,7 @@ void Driver::settle() {
     }
 #else
     pause(std::chrono::milliseconds(40));
-    onWindowThread([] {});
+    waitUntil("the program has met all input", [] { return !Hands::hasMoreForProgram(); });
 #endif
 }
 
@@ -190,8 +193,16 @@ void Driver::click(const std::string& windowName, const std::string& name) {
     clickAt(windowName, name, {size.x / 2, size.y / 2});
 }
 
+// The window manager may still be moving a window that has just come up or changed its size.
 void Driver::clickAt(const std::string& windowName, const std::string& name, wxPoint inWidget) {
-    clickScreen(screenPoint(windowName, name, inWidget));
+    wxPoint at = screenPoint(windowName, name, inWidget);
+    for (wxPoint before(-1, -1); before != at;) {
+        before = at;
+        hands_.moveTo(at);
+        settle();
+        at = screenPoint(windowName, name, inWidget);
+    }
+    clickScreen(at);
 }
 
 void Driver::clickScreen(wxPoint at) {
@@ -224,12 +235,12 @@ void Driver::drag(const std::string& windowName, const std::string& name, wxPoin
 }
 
 void Driver::press(const std::string& windowName, const std::string& name, wxPoint inWidget,
-                   std::chrono::milliseconds held) {
+                   const std::function<void()>& meanwhile) {
     const wxPoint at = screenPoint(windowName, name, inWidget);
     hands_.moveTo(at);
     settle();
     hands_.press();
-    pause(held);
+    meanwhile();
     hands_.release();
     settle();
 }
@@ -250,6 +261,7 @@ void Driver::turnWheel(const std::string& windowName, const std::string& name, i
 // A menu lies outside of what the toolkit can be asked about, so it is opened by the key of its
 // bar and gone through with the arrow keys.
 void Driver::goToMenuEntry(const std::string& windowName, int menu, int entry) {
+    waitForWindow(windowName);
     const int letter = onWindowThread([&] {
         auto& frame = as<wxFrame>(window(windowName), windowName);
         const wxString label = frame.GetMenuBar()->GetMenuLabel(static_cast<std::size_t>(menu));
@@ -264,7 +276,7 @@ void Driver::goToMenuEntry(const std::string& windowName, int menu, int entry) {
 
 // What only the display can be asked about.
 void Driver::waitForDisplay(const std::string& what, const std::function<bool()>& test) {
-    const Clock::time_point end = Clock::now() + std::chrono::seconds(20);
+    const Clock::time_point end = Clock::now() + longestWait;
     while (!test()) {
         if (Clock::now() > end) {
             throw DriverError("Waited in vain until " + what + ".");
@@ -389,13 +401,6 @@ void Driver::key(int keyCode, int modifiers) {
     settle();
 }
 
-void Driver::holdKey(int keyCode, std::chrono::milliseconds held) {
-    hands_.keyDown(keyCode);
-    pause(held);
-    hands_.keyUp(keyCode);
-    settle();
-}
-
 void Driver::type(const std::string& text) {
     hands_.type(text);
     settle();
@@ -426,7 +431,7 @@ double Driver::timeToOpen(const std::string& windowName, const std::function<voi
     const Clock::time_point start = Clock::now();
     act();
     while (!isShown(windowName)) {
-        if (Clock::now() > start + std::chrono::seconds(10)) {
+        if (Clock::now() > start + longestWait) {
             throw DriverError("The window \"" + windowName + "\" does not come up.");
         }
     }

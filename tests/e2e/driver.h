@@ -44,8 +44,7 @@ class Driver {
     }
 
     // Waits until the test, run on the window thread, holds. Throws DriverError after the time.
-    void waitUntil(const std::string& what, const std::function<bool()>& test,
-                   std::chrono::milliseconds time = std::chrono::seconds(20));
+    void waitUntil(const std::string& what, const std::function<bool()>& test);
     void pause(std::chrono::milliseconds time);
 
     // Windows and their widgets by name ("frmMain", "cmdSaveNow"); called on the window thread
@@ -70,8 +69,9 @@ class Driver {
     void click(const std::string& window, const std::string& name);
     void clickAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
+    // Holds the button down while something else is done.
     void press(const std::string& window, const std::string& name, wxPoint inWidget,
-               std::chrono::milliseconds held);
+               const std::function<void()>& meanwhile);
     // Turns the wheel over a widget; away from the user is positive.
     void turnWheel(const std::string& window, const std::string& name, int notches);
     void clickMenu(const std::string& window, int menu, int entry);
@@ -86,9 +86,9 @@ class Driver {
     wxSize sizeOf(const std::string& window, const std::string& name);
     void closeByCloseBox(const std::string& window);
 
-    // The keyboard
+    // The keyboard, of whichever window has it: where a dialog has just gone, waitForWindow() comes
+    // first, for a key that is struck before the window behind has the keyboard again is lost.
     void key(int keyCode, int modifiers = 0);
-    void holdKey(int keyCode, std::chrono::milliseconds held);
     void type(const std::string& text);
     // Replaces the text of the field that has the keyboard.
     void retype(const std::string& text);

@@ -25,8 +25,6 @@ class Hands {
     void doubleClick();
 
     // Keys have the toolkit's codes: a capital letter, a character, or WXK_RETURN and the like.
-    void keyDown(int keyCode);
-    void keyUp(int keyCode);
     void key(int keyCode, int modifiers);
     void type(const std::string& ascii);
 
@@ -34,6 +32,10 @@ class Hands {
     std::string activeTitle() const;
     // Whether a menu or a drop-down list is open, which takes the keys.
     bool seesOpenList() const;
+
+    // Whether there is input, or anything else from the display, that the program has not met yet.
+    // Called on the window thread, and only where the windows are an X display's.
+    static bool hasMoreForProgram();
 
   private:
     struct Connection;

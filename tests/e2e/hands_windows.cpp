@@ -38,14 +38,6 @@ void Hands::doubleClick() {
     connection_->input.MouseDblClick();
 }
 
-void Hands::keyDown(int keyCode) {
-    connection_->input.KeyDown(keyCode);
-}
-
-void Hands::keyUp(int keyCode) {
-    connection_->input.KeyUp(keyCode);
-}
-
 void Hands::key(int keyCode, int modifiers) {
     connection_->input.Char(keyCode, modifiers);
 }

@@ -13,6 +13,7 @@
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 #include <wx/defs.h>
+#include <wx/utils.h>
 
 namespace veldara::test {
 
@@ -27,6 +28,11 @@ struct Hands::Connection {
     Connection& operator=(const Connection&) = delete;
 
     void button(bool down) { XTestFakeButtonEvent(display, 1, down ? True : False, CurrentTime); }
+
+    void click() {
+        button(true);
+        button(false);
+    }
 
     void symbol(KeySym symbol, bool down) {
         XTestFakeKeyEvent(display, XKeysymToKeycode(display, symbol), down ? True : False,
@@ -126,23 +132,16 @@ void Hands::release() {
     connection_->finish();
 }
 
+// Down and up go to the display in one piece. With a busy machine's pause between them a click
+// would be a long press, which closes the list that it has opened, and a key would repeat.
 void Hands::click() {
-    press();
-    release();
-}
-
-void Hands::doubleClick() {
-    click();
-    click();
-}
-
-void Hands::keyDown(int keyCode) {
-    connection_->symbol(symbolOf(keyCode), true);
+    connection_->click();
     connection_->finish();
 }
 
-void Hands::keyUp(int keyCode) {
-    connection_->symbol(symbolOf(keyCode), false);
+void Hands::doubleClick() {
+    connection_->click();
+    connection_->click();
     connection_->finish();
 }
 
@@ -158,9 +157,10 @@ void Hands::key(int keyCode, int modifiers) {
             connection_->symbol(XK_Shift_L, down);
         }
     };
+    const KeySym symbol = symbolOf(keyCode);
     modify(true);
-    keyDown(keyCode);
-    keyUp(keyCode);
+    connection_->symbol(symbol, true);
+    connection_->symbol(symbol, false);
     modify(false);
     connection_->finish();
 }
@@ -213,6 +213,13 @@ bool Hands::seesOpenList() const {
     XUngrabServer(display);
     connection_->finish();
     return open;
+}
+
+bool Hands::hasMoreForProgram() {
+    // What the display has sent so far is on its way; its answer comes behind all of it.
+    auto* display = static_cast<Display*>(wxGetDisplay());
+    XSync(display, False);
+    return XPending(display) > 0;
 }
 
 } // namespace veldara::test

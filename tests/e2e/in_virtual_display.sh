@@ -31,10 +31,16 @@ trap finish EXIT
 # The server picks a free display and writes its number.
 Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$work/display" 2>"$work/Xvfb.log" &
 display_pid=$!
-for _ in $(seq 100); do
-  [[ ! -s "$work/display" ]] || break
-  sleep 0.1
-done
+# waitFor TEST: a busy machine may take its time.
+waitFor() {
+  for _ in $(seq 600); do
+    "$@" && return
+    sleep 0.1
+  done
+  echo "in_virtual_display: waited in vain until $*" >&2
+  exit 1
+}
+waitFor test -s "$work/display"
 export DISPLAY=":$(cat "$work/display")"
 # No session of the caller's: neither its settings nor its message bus.
 export GDK_BACKEND=x11 NO_AT_BRIDGE=1 GTK_A11Y=none GIO_USE_VFS=local GSETTINGS_BACKEND=memory
@@ -49,7 +55,8 @@ cat >"$work/openbox.xml" <<'CONFIG'
   <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
 </openbox_config>
 CONFIG
-openbox --sm-disable --config-file "$work/openbox.xml" >"$work/openbox.log" 2>&1 &
+openbox --sm-disable --config-file "$work/openbox.xml" --startup "touch $work/managed" \
+  >"$work/openbox.log" 2>&1 &
 manager_pid=$!
-sleep 0.5
+waitFor test -e "$work/managed"
 "$@"

@@ -15,16 +15,20 @@ mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$home/Desktop" "$home/Documents"
 "$program" &
 pid=$!
 window="$(timeout 30 xdotool search --sync --onlyvisible --pid "$pid" --name '^Veldara v1\.20$' | head -n 1)"
-sleep 1
-import -window "$window" "$picture"
-colours="$(identify -format '%k' "$picture")"
+colours=0
+for _ in $(seq 100); do # it comes up empty, and is painted then
+  import -window "$window" "$picture"
+  colours="$(identify -format '%k' "$picture")"
+  ((colours < 50)) || break
+  sleep 0.2
+done
 if ((colours < 50)); then
   echo "smoke_test: the window is empty ($colours colours)" >&2
   exit 1
 fi
-timeout 10 xdotool windowactivate --sync "$window"
+timeout 30 xdotool windowactivate --sync "$window"
 xdotool key alt+F4 # goes to the window manager, as a person's key press does
-for _ in $(seq 100); do
+for _ in $(seq 300); do
   kill -0 "$pid" 2>/dev/null || break
   sleep 0.1
 done

@@ -55,6 +55,7 @@ TEST(Dialogs, PaperByKeyboard) {
     user.waitForWindowToGo("frmTileSize");
     EXPECT_EQ(user.text("frmMain", "lblTileSize"), "6.00 x 9.00"); // nothing was accepted
 
+    user.waitForWindow("frmMain");
     user.key('E', wxMOD_ALT);
     user.waitForWindow("frmTileSize");
     user.key('T', wxMOD_ALT);
@@ -118,6 +119,7 @@ TEST(Dialogs, CalibrationByKeyboard) {
     user.key(WXK_RETURN);
     user.waitForWindowToGo("input");
     EXPECT_EQ(user.text("frmBtm", "lstConfigurations"), "Kitchen printer");
+    user.waitForWindow("frmBtm");
     user.key('B', wxMOD_ALT);
     EXPECT_EQ(user.focused(), "(list)");
     user.key(WXK_END);
@@ -135,7 +137,7 @@ TEST(Dialogs, TestTargetIsOfferedAndCanceled) {
     user.click("frmBtm", "cmdGenerateTest");
     EXPECT_THAT(user.waitForMessage(), HasSubstr("wide test image will now be created."));
     user.answerByMouse(Answer::cancel);
-    EXPECT_TRUE(user.isShown("frmBtm"));
+    user.waitForWindow("frmBtm");
     user.key(WXK_ESCAPE);
     user.waitForWindowToGo("frmBtm");
 }
@@ -159,13 +161,14 @@ TEST(Dialogs, FullScreenPreviewByMouse) {
     Driver& user = stage.user();
     report("frmPreview", user.timeToOpenByClick("frmPreview", "cmdLargePreview"));
     EXPECT_EQ(user.title("frmPreview"), "Poster Preview");
-    user.waitUntil("the poster is drawn",
-                   [&] { return Driver::widget("frmPreview", "picPreview") != nullptr; });
-    user.pause(std::chrono::milliseconds(500));
+    user.waitUntil("the poster fills the screen", [] {
+        const wxSize all = Driver::window("frmPreview")->GetClientSize();
+        const wxWindow* poster = Driver::widget("frmPreview", "picPreview");
+        return all.x >= 1500 && poster->GetClientSize().x > all.x / 2;
+    });
     const wxSize picture = user.sizeOf("frmPreview", "picPreview");
     const wxSize window =
         user.onWindowThread([] { return Driver::window("frmPreview")->GetClientSize(); });
-    EXPECT_GE(window.x, 1500);
     EXPECT_LE(picture.x, window.x);
     EXPECT_LT(picture.y, window.y);
     // The poster's own ratio: two tiles of six by four inches each way.
@@ -182,7 +185,6 @@ TEST(Dialogs, FullScreenPreviewByKeyboard) {
     Driver& user = stage.user();
     user.key('P', wxMOD_ALT);
     user.waitForWindow("frmPreview");
-    user.pause(std::chrono::milliseconds(500));
     user.waitUntil("the close button has the keyboard", [] {
         const wxWindow* close = Driver::widget("frmPreview", "cmdClose");
         return close != nullptr && close->HasFocus();
