@@ -444,6 +444,24 @@ TEST_F(EdgeCompensationSwitch, ProfileChoiceRefreshesAndSaves) {
     EXPECT_EQ(window->activeProfile(), 2);
 }
 
+TEST_F(EdgeCompensationSwitch, NoProfileLeavesNothingToSave) {
+    startWithPhoto();
+    window->chkPreviewTiles.userSetChecked(false);
+    window->chkPrinterClips.userSetChecked(true);
+    EXPECT_TRUE(window->cmdSaveNow.enabled());
+    window->cmbCurBtm.setListIndex(-1);
+    EXPECT_FALSE(window->cmdSaveNow.enabled());
+    EXPECT_FALSE(window->cmdLargePreview.enabled());
+}
+
+TEST_F(EdgeCompensationSwitch, RefilledProfileListIsReckonedWith) {
+    startWithPhoto();
+    window->chkPrinterClips.userSetChecked(true);
+    window->cmbCurBtm.userSelect(2);
+    window->fillProfileList({"default", "Kodak photo lab default"}, 1);
+    EXPECT_EQ(window->lblFinalSize.caption(), "11.81 x 7.81 inches");
+}
+
 TEST_F(EdgeCompensationSwitch, RefilledProfileListSavesOnlyAnotherPosition) {
     start().chkPrinterClips.userSetChecked(true);
     window->cmbCurBtm.userSelect(2);

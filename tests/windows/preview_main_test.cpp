@@ -260,6 +260,14 @@ TEST_F(MainPreview, PointerTellsWhereTheCropIs) {
     EXPECT_EQ(window->pointer(), Pointer::arrow);
 }
 
+TEST_F(MainPreview, PointerOfADragComesBackAfterAWait) {
+    startZoomed();
+    window->picCur.userMouseDown(MouseButton::left, 150, 100);
+    window->setPointer(Pointer::arrow); // as at the end of other work
+    window->picCur.userMouseMove(151, 100);
+    EXPECT_EQ(window->pointer(), Pointer::move);
+}
+
 TEST_F(MainPreview, ReleaseOnTheCropLeavesTheCrossHair) {
     startZoomed();
     drag(150, 100, 152, 100);
