@@ -78,13 +78,17 @@ settle() {
   done
 }
 
+photograph() { # WINDOW FILE
+  import -silent -frame -window "$1" -strip -quality 90 -define png:compression-level=9 "$shots/$2"
+}
+
 shoot() { # TITLE FILE
   local id
   id=$(window "$1")
   xdotool windowactivate --sync "$id"
   xdotool mousemove 1439 959
   settle
-  import -silent -frame -window "$id" -strip -quality 90 -define png:compression-level=9 "$shots/$2"
+  photograph "$id" "$2"
 }
 
 # Closes a dialog with the keys and waits until the main window has the keyboard again.
@@ -95,13 +99,21 @@ leave() {
   settle
 }
 
+waitForTile() { # NUMBER
+  for _ in $(seq 30000); do
+    compgen -G "$pictures/*_poster_images/*$1.jpg" >/dev/null && return
+    sleep 0.001
+  done
+}
+
 press() { xdotool key --delay 60 "$@"; }
 
 prepareHome
 openDisplay
 mkdir -p "$shots"
 "$program" &
-started+=($!)
+veldara=$!
+started+=("$veldara")
 main='Veldara v[0-9.]*'
 xdotool windowactivate --sync "$(window "$main")"
 settle
@@ -129,13 +141,21 @@ leave Escape
 press alt+s
 shoot 'Save Image Tiles' save_dialog.png
 press alt+s
-# The progress window has the same title; it goes with the last tile.
-for _ in $(seq 300); do
-  compgen -G "$pictures/*_poster_images/*009.jpg" >/dev/null && break
-  sleep 0.1
-done
+waitForTile 009
 sleep 1
 shoot 'Veldara' result.png
 leave Return
+
+# The progress window is there only as long as tiles are written, so there have to be many; it is
+# held in the middle of them.
+press alt+w End alt+g End alt+s
+window 'Save Image Tiles' >/dev/null
+settle
+xdotool type 'Large_poster_images'
+press alt+s
+waitForTile 300
+kill -STOP "$veldara"
+photograph "$(window 'Veldara')" progress.png
+kill -CONT "$veldara"
 
 for name in "${manual[@]}"; do cp "$shots/$name" "$root/help/img/"; done
