@@ -23,6 +23,7 @@ void frmMain::cmdLargePreview_Click() {
     }
     SetPointer(3);
     preview_.show();
+    preview_.setFocus(); // it may have been left open behind this window
     preview_.Fill();
     SetPointer(0);
 }

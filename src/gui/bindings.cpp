@@ -116,6 +116,8 @@ void Bindings::window(Window& model) {
             window_.SetTitle(nativeText(model.caption()));
         } else if (property == Property::pointer) {
             applyPointer(model.pointer());
+        } else if (property == Property::focus) {
+            window_.Raise();
         }
     });
 }

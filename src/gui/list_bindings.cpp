@@ -81,7 +81,7 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
 wxListBox* Bindings::listBox(wxWindow* parent, ListBox& model, const std::string& name,
                              const wxSize& size) {
     auto* native = new wxListBox(parent, wxID_ANY, wxDefaultPosition, size, 0, nullptr,
-                                 wxLB_SINGLE | wxLB_NEEDED_SB);
+                                 wxLB_SINGLE | wxLB_NEEDED_SB | wxLB_HSCROLL);
     native->SetName(name);
     native->SetMinSize(size);
     native->Bind(wxEVT_LISTBOX, [native, &model, alive = alive_](wxCommandEvent&) {

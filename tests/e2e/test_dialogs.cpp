@@ -177,6 +177,22 @@ TEST(Dialogs, FullScreenPreviewByMouse) {
     user.waitForWindowToGo("frmPreview");
 }
 
+TEST(Dialogs, FullScreenPreviewComesToTheFrontAgain) {
+    Stage stage;
+    writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
+    stage.start();
+    stage.pickPhoto("lake.bmp");
+    Driver& user = stage.user();
+    user.key('P', wxMOD_ALT);
+    user.waitForWindow("frmPreview");
+    user.onWindowThread([] { Driver::window("frmMain")->Raise(); });
+    user.waitUntil("the main window is in front",
+                   [] { return Driver::window("frmMain")->IsActive(); });
+    user.key('P', wxMOD_ALT);
+    user.waitUntil("the preview is in front",
+                   [] { return Driver::window("frmPreview")->IsActive(); });
+}
+
 TEST(Dialogs, FullScreenPreviewByKeyboard) {
     Stage stage;
     writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);

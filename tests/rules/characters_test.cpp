@@ -51,7 +51,7 @@ TEST(Lines, endWithALineFeedOrBoth) {
 }
 
 TEST(PathText, comesAndGoesUnchanged) {
-    for (const std::string name : {"photo.jpg", "Größe 日本.tif", "a b"}) {
+    for (const std::string name : {"photo.jpg", "Größe 日本.tif", "a b", "folder/of/a/photo.jpg"}) {
         EXPECT_EQ(pathText(textPath(name)), name);
     }
 }

@@ -20,6 +20,7 @@ class ScriptedScreen : public Screen {
 
     std::vector<std::string> log; // "show frmMsg", "modal frmBtm", "hide frmBtm", "end program"
     bool programEnded = false;
+    Window* lastShown = nullptr; // beside the others
 
     // The next window that is shown modally must have this name; the user acts on it and must
     // leave it hidden or unloaded.
@@ -30,7 +31,10 @@ class ScriptedScreen : public Screen {
     // True when every queued user has had a window to act on.
     bool allUsersPlayed() const { return users_.empty(); }
 
-    void show(Window& window) override { log.push_back("show " + window.name()); }
+    void show(Window& window) override {
+        log.push_back("show " + window.name());
+        lastShown = &window;
+    }
     void hide(Window& window) override { log.push_back("hide " + window.name()); }
 
     void showModal(Window& window) override {

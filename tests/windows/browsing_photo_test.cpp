@@ -111,6 +111,19 @@ TEST_F(LoadingAPhoto, SmallestPhotoLoads) {
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
+// Nothing is drawn that an impossible tile size could spoil; saving tells of it.
+TEST_F(LoadingAPhoto, WithTheGridOffOffersBothButtonsWhateverTheTileSize) {
+    addPhoto("photo.jpg", 300, 200);
+    start();
+    window->chkPreviewTiles.userSetChecked(false);
+    setTileInches(0.5, 8);
+    clickFile("photo.jpg");
+    EXPECT_TRUE(window->bImgSelected);
+    EXPECT_TRUE(window->cmdSaveNow.enabled());
+    EXPECT_TRUE(window->cmdLargePreview.enabled());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
 class TooSmall : public LoadingAPhoto, public ::testing::WithParamInterface<std::pair<int, int>> {};
 
 TEST_P(TooSmall, IsRefused) {

@@ -193,6 +193,16 @@ TEST_F(FullScreenPreview, ClosedWhileItIsRenderedItShowsNothing) {
     EXPECT_EQ(window.pointer(), Pointer::arrow);
 }
 
+TEST_F(FullScreenPreview, ClosedAndResizedWhileItIsRenderedItIsNotRenderedAgain) {
+    owner.whileFilling = [&] {
+        window.userResize(450, 942);
+        window.cmdClose.userClick();
+    };
+    open();
+    EXPECT_EQ(owner.fillings.size(), 1U);
+    EXPECT_EQ(window.picPreview.pixels(), nullptr);
+}
+
 TEST_F(FullScreenPreview, CanBeOpenedAgain) {
     open();
     window.userClose();

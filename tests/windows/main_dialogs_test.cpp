@@ -13,6 +13,11 @@ class HandOver : public MainWindowTest {
     void whenShown(const std::string& name, std::function<void(Dialog&)> act) {
         fakes.screen.whenModal(name, [act](Window& dialog) { act(dynamic_cast<Dialog&>(dialog)); });
     }
+
+    frmPreview& openPreview() {
+        window->cmdLargePreview.userClick();
+        return dynamic_cast<frmPreview&>(*fakes.screen.lastShown);
+    }
 };
 
 // Paper and margins
@@ -176,6 +181,52 @@ TEST_F(HandOver, PreviewIsShownBesideTheMainWindow) {
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
+TEST_F(HandOver, PreviewThatIsLeftOpenComesToTheFrontWhenItIsAskedForAgain) {
+    startWithPhoto();
+    frmPreview& preview = openPreview();
+    int raised = 0;
+    preview.observe([&](Property property) { raised += property == Property::focus ? 1 : 0; });
+    window->cmdLargePreview.userClick();
+    EXPECT_EQ(raised, 1);
+    EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain", "show frmPreview"));
+}
+
+TEST_F(HandOver, PreviewHasALineAtEveryEdgeOfATile) {
+    startWithPhoto();
+    window->cmbTilesWide.userSelect(3);
+    window->cmbTilesHigh.userSelect(1);
+    frmPreview& preview = openPreview();
+    preview.userResize(900, 700);
+    const Image& shown = *preview.picPreview.pixels();
+    const auto isRed = [&](int x, int y) {
+        const std::uint8_t* pixel = shown.row(y) + std::ptrdiff_t{3} * x;
+        return pixel[0] == 255 && pixel[1] == 0 && pixel[2] == 0;
+    };
+    int across = 0;
+    for (int x = 0; x < shown.width(); ++x) {
+        across += isRed(x, 1) ? 1 : 0;
+    }
+    int down = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+        down += isRed(1, y) ? 1 : 0;
+    }
+    EXPECT_EQ(across, 5);
+    EXPECT_EQ(down, 3);
+}
+
+TEST_F(HandOver, PreviewThatIsResizedWhenThePhotoHasGoneKeepsItsPicture) {
+    startWithPhoto();
+    frmPreview& preview = openPreview();
+    preview.userResize(900, 700);
+    const auto shown = preview.picPreview.pixels();
+    ASSERT_NE(shown, nullptr);
+    window->Dir1.setPath("/");
+    ASSERT_FALSE(window->bImgSelected);
+    preview.userResize(800, 600);
+    EXPECT_EQ(preview.picPreview.pixels(), shown);
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
 TEST_F(HandOver, PreviewWithAnInvalidTileSizeSaysSo) {
     startWithPhoto();
     window->chkPreviewTiles.userSetChecked(false);
@@ -229,6 +280,15 @@ TEST_F(HandOver, SavingWithoutTilesIsRefused) {
     window->cmdSaveNow.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
               critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
+}
+
+TEST_F(HandOver, SavingAPhotoThatHasGoneIsRefused) {
+    startWithPhoto();
+    window->Dir1.setPath("/");
+    ASSERT_FALSE(window->bImgSelected);
+    window->cmdSaveNow.setEnabled(true);
+    window->cmdSaveNow.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage().title, "Can not continue");
 }
 
 TEST_F(HandOver, SavingAfterTheListWasRefilledIsRefused) {
