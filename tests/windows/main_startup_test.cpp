@@ -170,6 +170,16 @@ TEST_F(MainStartup, LastFolderIsRestored) {
     EXPECT_EQ(main.picCur.drawing(), Drawing::pickImage);
 }
 
+TEST_F(MainStartup, CropStandsInTheMiddle) {
+    addPhoto("tall.jpg", 400, 3000);
+    addPhoto("wide.jpg", 3000, 400);
+    start();
+    clickFile("tall.jpg");
+    EXPECT_EQ(window->lblTbValue.caption(), "(center)");
+    clickFile("wide.jpg");
+    EXPECT_EQ(window->lblLrValue.caption(), "(center)");
+}
+
 TEST_F(MainStartup, LastFolderThatHasGoneFallsBackSilently) {
     store("last_folder", "/gone");
     const frmMain& main = start();
