@@ -36,7 +36,7 @@ void frmMain::cmdSaveNow_Click() {
         return;
     }
     std::vector<TileRect> tiles;
-    if (!bImgSelected || CalcTileCoord(tiles) < 1) {
+    if (!bImgSelected || CalcTileCoord(tiles) < 1 || !everyTileHasPixels(tiles)) {
         platform_.dialogs.showMessage(invalidPosterMessage());
         return;
     }

@@ -61,15 +61,6 @@ PosterLayout posterLayout(const Options& options, const ImageHeader& header,
     return layout;
 }
 
-void checkEveryTileHasPixels(const std::vector<TileRect>& tiles) {
-    for (const TileRect& tile : tiles) {
-        if (tile.width() < 1 || tile.height() < 1) {
-            throw Error("The photo has fewer pixels than this many tiles need: choose fewer tiles, "
-                        "a smaller zoom or a larger photo.");
-        }
-    }
-}
-
 // Name without its extension, and where the tiles go.
 void nameFiles(const Options& options, JobPlan& plan) {
     const std::filesystem::path photo = textPath(options.photo);
@@ -145,7 +136,10 @@ JobPlan planJob(const Options& options, const ImageHeader& header,
     plan.photoHeight = plan.layout.photoHeight;
 
     const std::vector<TileRect> rects = calcTileCoord(plan.layout);
-    checkEveryTileHasPixels(rects);
+    if (!everyTileHasPixels(rects)) {
+        throw Error("The photo has fewer pixels than this many tiles need: choose fewer tiles, "
+                    "a smaller zoom or a larger photo.");
+    }
     plan.crop = {rects.front().left, rects.front().top, rects.back().right, rects.back().bottom};
     plan.figures = outputFigures(plan.layout, true, plan.units);
     plan.treatment = tileTreatment(rects, options.rotateTiles, size->width, trims);

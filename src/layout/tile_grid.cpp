@@ -77,4 +77,9 @@ std::vector<TileRect> calcTileCoord(const PosterLayout& layout) {
     return tiles;
 }
 
+bool everyTileHasPixels(const std::vector<TileRect>& tiles) {
+    return std::all_of(tiles.begin(), tiles.end(),
+                       [](const TileRect& tile) { return tile.width() > 0 && tile.height() > 0; });
+}
+
 } // namespace veldara

@@ -63,4 +63,7 @@ CropRect cropRect(const PosterLayout& layout);
 // Throws Error as posterRatio does.
 std::vector<TileRect> calcTileCoord(const PosterLayout& layout);
 
+// False when a side of the crop has too few pixels for its tiles, so that some of them are empty.
+bool everyTileHasPixels(const std::vector<TileRect>& tiles);
+
 } // namespace veldara

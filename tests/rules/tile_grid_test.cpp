@@ -126,6 +126,15 @@ TEST(TileGrid, keepsTheLastColumnInsideThePhoto) {
     EXPECT_EQ(tiles[1].right, 1003);
 }
 
+TEST(TileGrid, tellsWhenATileIsEmpty) {
+    EXPECT_TRUE(everyTileHasPixels(calcTileCoord(squareTiles(25, 25, 25, 25)))); // one pixel each
+    PosterLayout layout = squareTiles(30, 30, 25, 25);
+    layout.zoom = 400; // 6 pixels for 25 tiles
+    EXPECT_FALSE(everyTileHasPixels(calcTileCoord(layout)));
+    EXPECT_FALSE(everyTileHasPixels({{0, 0, 9, 9}, {10, 0, 9, 9}})) << "no column";
+    EXPECT_FALSE(everyTileHasPixels({{0, 0, 9, 9}, {0, 10, 9, 9}})) << "no row";
+}
+
 PosterLayout randomLayout(std::mt19937& random) {
     const auto whole = [&](int low, int high) {
         return std::uniform_int_distribution<int>(low, high)(random);

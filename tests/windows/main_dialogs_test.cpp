@@ -282,6 +282,18 @@ TEST_F(HandOver, SavingWithoutTilesIsRefused) {
               critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
 }
 
+TEST_F(HandOver, SavingMoreTilesThanPixelsIsRefused) {
+    startWithPhoto(30, 30);
+    setTileInches(8, 8);
+    window->cmbTilesWide.userSelect(24);
+    window->cmbTilesHigh.userSelect(24);
+    window->scrZoom.userSetValue(400); // 6 x 6 pixels are left for 25 x 25 tiles
+    window->cmdSaveNow.userClick();
+    EXPECT_EQ(fakes.dialogs.onlyMessage(),
+              critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
+    EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain"));
+}
+
 TEST_F(HandOver, SavingAPhotoThatHasGoneIsRefused) {
     startWithPhoto();
     window->Dir1.setPath("/");
