@@ -13,10 +13,6 @@ std::string quoted(const std::string& text) {
 
 } // namespace
 
-Message noTilesToSaveMessage() {
-    return critical("Can not continue", "Invalid image/tile information.  Can not continue.");
-}
-
 Message invalidPhotoNameMessage() {
     return critical("Problem", "Invalid file chosen.  Can not continue.");
 }

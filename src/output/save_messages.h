@@ -8,7 +8,6 @@
 namespace veldara {
 
 // Before the save dialog opens.
-Message noTilesToSaveMessage();
 Message invalidPhotoNameMessage();
 Message invalidPhotoTypeMessage();
 

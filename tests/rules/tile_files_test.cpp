@@ -125,8 +125,6 @@ TEST(SaveMessages, areWordedAsTheyAre) {
     const auto same = [](const Message& message, const char* title, const std::string& text) {
         EXPECT_EQ(message, (Message{text, title, MessageIcon::critical, MessageButtons::ok}));
     };
-    same(noTilesToSaveMessage(), "Can not continue",
-         "Invalid image/tile information.  Can not continue.");
     same(invalidPhotoNameMessage(), "Problem", "Invalid file chosen.  Can not continue.");
     same(invalidPhotoTypeMessage(), "Error", "Unable to save - invalid image file type");
     same(tileTableFailedMessage(), "Error", "Error calculating tile coordinates");
