@@ -62,6 +62,18 @@ bool mayUseExisting(const Options& options, Console& console, const std::string&
     return ask(console, question);
 }
 
+// --yes lets tiles of an earlier run be overwritten, never what they are cut from.
+void refuseTilesOverThePhoto(const JobPlan& plan, const Options& options) {
+    const std::filesystem::path photo = textPath(options.photo);
+    for (const std::filesystem::path& file : plan.files()) {
+        std::error_code error; // of a file that is not there yet
+        if (std::filesystem::equivalent(photo, file, error)) {
+            throw Error("The tile \"" + pathText(file) +
+                        "\" would take the photo's place: give another --base or --out.");
+        }
+    }
+}
+
 bool makeFolder(const JobPlan& plan, const Options& options, Console& console) {
     const std::string name = pathText(plan.folder);
     std::error_code error;
@@ -160,6 +172,7 @@ int runPoster(const Options& options, Console& console, const Profiles& profiles
         console.print(planJson(plan));
         return statusDone;
     }
+    refuseTilesOverThePhoto(plan, options);
     if (!makeFolder(plan, options, console)) {
         return statusFailed;
     }

@@ -403,6 +403,20 @@ class Folders(TilesTest):
         self.done("--yes", "--out", out, photo)
         self.check_files(plan, picture)
 
+    def test_that_hold_the_photo_keep_it(self):
+        picture = noise(60, 40)
+        photo = self.photo("p002.bmp", picture)
+        os.symlink("p002.bmp", self.path("link.bmp"))
+        with open(photo, "rb") as file:
+            before = file.read()
+        for name in (photo, "link.bmp"):
+            said = self.refused(1, "--yes", "--out", self.folder, "--base", "p", name)
+            self.assertIn(f'"{photo}" would take the photo\'s place', said)
+            with open(photo, "rb") as file:
+                self.assertEqual(file.read(), before)
+            self.assertFalse(os.path.exists(self.path("p001.bmp")))
+        self.done("--yes", "--out", self.folder, "--base", "q", photo)
+
     def test_without_a_parent_cannot_be_made(self):
         photo = self.photo("p.bmp", noise(60, 40))
         out = self.path("no", "such", "parent")
