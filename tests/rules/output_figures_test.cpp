@@ -77,8 +77,9 @@ TEST(OutputFigures, qualityIsStrictAboutItsBounds) {
     EXPECT_EQ(qualityWord(200), "Very Good");
     EXPECT_EQ(qualityWord(140.01), "Very Good");
     EXPECT_EQ(qualityWord(140), "Good");
+    EXPECT_EQ(qualityWord(90.01), "Good");
     EXPECT_EQ(qualityWord(90), "Fair");
-    EXPECT_EQ(qualityWord(70.5), "Fair");
+    EXPECT_EQ(qualityWord(70.01), "Fair");
     EXPECT_EQ(qualityWord(70), "Good from a distance");
     EXPECT_EQ(qualityWord(35.01), "Good from a distance");
     EXPECT_EQ(qualityWord(35), "Fair from a distance");

@@ -47,6 +47,11 @@ TEST(TileGrid, takesTheFullHeightWhenShapesAreEqual) {
     EXPECT_EQ(fullCropSize(layout).height, 2000);
     EXPECT_EQ(fullCropSize(layout).width, 3000);
     EXPECT_EQ(cropRect(layout), (CropRect{0, 0, 3000, 2000}));
+
+    PosterLayout sameShape = squareTiles(42, 30, 1, 1);
+    sameShape.tileWidthInches = 7;
+    sameShape.tileHeightInches = 5;
+    EXPECT_EQ(fullCropSize(sameShape).height, 30) << "and not 42 / 1.4, which is a little more";
 }
 
 TEST(TileGrid, cropsTheLongerSide) {
@@ -108,11 +113,15 @@ TEST(TileGrid, refusesTilesOfWhichNothingIsLeft) {
     EXPECT_THROW(calcTileCoord(layout), Error);
     layout.tileWidthInches = -0.25;
     EXPECT_THROW(calcTileCoord(layout), Error);
+    layout.tileWidthInches = 1;
+    layout.tileHeightInches = -0.25;
+    EXPECT_THROW(calcTileCoord(layout), Error);
 }
 
 TEST(TileGrid, refusesAPhotoWithoutPixels) {
     EXPECT_THROW(calcTileCoord(squareTiles(0, 100, 1, 1)), Error);
     EXPECT_THROW(calcTileCoord(squareTiles(100, 0, 1, 1)), Error);
+    EXPECT_EQ(calcTileCoord(squareTiles(1, 1, 1, 1)).front(), (TileRect{0, 0, 0, 0}));
 }
 
 TEST(TileGrid, keepsTheLastColumnInsideThePhoto) {

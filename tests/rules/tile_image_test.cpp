@@ -130,8 +130,22 @@ TEST(Compensation, bringsATileUpTo64DotsPerInchFirst) {
     EXPECT_EQ(result.width(), 131);
     EXPECT_EQ(result.height(), 67);
     EXPECT_EQ(result.row(66)[3 * 130 + 2], 30);
+    EXPECT_EQ(planCompensation(100, 50, 0.5, EdgeTrims{}).imageWidth, 12800);
     // Just at 64 nothing is resampled.
     EXPECT_EQ(planCompensation(100, 50, 64, EdgeTrims{}).imageWidth, 100);
+}
+
+TEST(Compensation, resamplesATileOfWhichOneSideAloneGrows) {
+    const Image low = Image::filled(100, 1, 10, 20, 30);
+    const Image wider = applyEdgeClipComp(low.view(), 63, EdgeTrims{});
+    EXPECT_EQ(wider.height(), 1);
+    ASSERT_EQ(wider.width(), 102); // 101.6
+    EXPECT_TRUE(samePixel(wider.view(), 101, 0, low.view(), 99, 0));
+    const Image narrow = Image::filled(1, 100, 10, 20, 30);
+    const Image higher = applyEdgeClipComp(narrow.view(), 63, EdgeTrims{});
+    EXPECT_EQ(higher.width(), 1);
+    ASSERT_EQ(higher.height(), 102);
+    EXPECT_TRUE(samePixel(higher.view(), 0, 101, narrow.view(), 0, 99));
 }
 
 TEST(Compensation, roundsAResampledSideHalfToEven) {
@@ -156,6 +170,8 @@ TEST(Compensation, refusesWhatHasNoSize) {
     EXPECT_THROW(applyEdgeClipComp(tile.view(), 100, EdgeTrims{-1, 0, 0, 0}), Error);
     EXPECT_THROW(applyEdgeClipComp(tile.view(), 1e-9, EdgeTrims{}), Error);
     EXPECT_THROW(applyEdgeClipComp(PixelView(), 100, EdgeTrims{}), Error);
+    EXPECT_THROW(planCompensation(0, 5, 100, EdgeTrims{}), Error);
+    EXPECT_THROW(planCompensation(5, 0, 100, EdgeTrims{}), Error);
 }
 
 TEST(TileImage, isAViewOfThePhotoWhereNothingIsDone) {

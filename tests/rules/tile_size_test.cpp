@@ -61,6 +61,9 @@ TEST(TileSize, isTestedInMillimetresForExactlyOne) {
     EXPECT_TRUE(IsTileSizeInRange(19.05, 1270, 1));
     EXPECT_FALSE(IsTileSizeInRange(0.75, 50, 1));
     EXPECT_FALSE(IsTileSizeInRange(19.05, 1270, 0));
+    EXPECT_FALSE(IsTileSizeInRange(19.04, 100, 1));
+    EXPECT_FALSE(IsTileSizeInRange(100, 19.04, 1));
+    EXPECT_FALSE(IsTileSizeInRange(1270.01, 100, 1));
     EXPECT_TRUE(IsTileSizeInRange(0.75, 50, 2)); // any other flag counts as inches here
     EXPECT_FALSE(IsTileSizeInRange(8, 0.74, 0));
     EXPECT_FALSE(IsTileSizeInRange(8, 50.01, 0));

@@ -445,6 +445,14 @@ TEST_F(SaveFailure, FolderWithinAFolderThatIsNotThere) {
               "Could not create the folder \"c:\\photos\\a\\b\"");
 }
 
+TEST(SaveRun, MemoryIsTakenForTheWidestAndTheHighestTile) {
+    SaveWindows windows;
+    windows.owner.tiles = {{0, 0, 9, 19}, {0, 0, 29, 9}, {0, 0, 4, 4}};
+    windows.save();
+    EXPECT_EQ(windows.tileImagesMade, (std::vector<std::pair<int, int>>{{30, 20}}));
+    EXPECT_EQ(windows.written.size(), 3U);
+}
+
 TEST_F(SaveFailure, NoTileImage) {
     windows.tileImageFails = true;
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {

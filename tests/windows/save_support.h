@@ -135,6 +135,7 @@ class SaveWindows {
     std::vector<WrittenFile> written;
     bool writeFails = false;
     bool tileImageFails = false;
+    std::vector<std::pair<int, int>> tileImagesMade; // width, height
 
     Platform platform = fakes.platform();
     frmMsg progress{platform, fakes.screen};
@@ -180,6 +181,7 @@ class SaveWindows {
             if (tileImageFails) {
                 throw Error("There is not enough memory.");
             }
+            tileImagesMade.emplace_back(width, height);
             return Image(width, height);
         };
         made.write = [this](const std::filesystem::path& file,
