@@ -192,6 +192,11 @@ class frmMain : public Window,
     // Refills lstFiles from the folder of Dir1, and remembers that folder unless told not to.
     void FillFileList(bool skipLastFolder = false);
 
+    // Goes to the folder with that full path; or, of a photo, to the folder that it lies in, and
+    // loads it as a click in the list would. Says what stands in the way. For what is dropped on
+    // the window, or named when the program is started.
+    void openPath(const std::string& path);
+
     // How the last load ended: 0 well, 402 with a photo that is too small, 1 with any other
     // failure.
     int loadError() const { return loadError_; }
@@ -250,6 +255,9 @@ class frmMain : public Window,
     void cmdDesktop_Click();
     void cmdMyDoc_Click();
     void goToSpecialFolder(const std::string& folder, const std::string& folderName);
+    void openPhoto(const std::string& path);
+    // False when the drive could not be reached, which the user was told. Throws Error.
+    bool goToFolder(const std::string& folder);
     void showStatusPicture(const Picture& status);
 
     // The photo: loading, turning, its preview-sized copy

@@ -1,4 +1,5 @@
-// The file browser: drive, folder, filter, file list, and the two shortcut buttons.
+// The file browser: drive, folder, filter, file list, the two shortcut buttons, and what is opened
+// from outside.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
 #include "app/photo_file.h"
@@ -77,18 +78,65 @@ void frmMain::cmdMyDoc_Click() {
 
 void frmMain::goToSpecialFolder(const std::string& folder, const std::string& folderName) {
     try {
-        const std::string drive = foldersKnown_ ? platform_.drives.driveOf(folder) : "";
-        if (!drive.empty()) {
-            Drive1.setDrive(drive);
-            if (Drive1.drive() == drive) { // otherwise its own message was shown
-                Dir1.setPath(folder);
-            }
+        if (foldersKnown_) {
+            static_cast<void>(goToFolder(folder));
             return;
         }
     } catch (const Error&) {
         // the folder has gone since the start; that is told as if it had never been found
     }
     platform_.dialogs.showMessage(folderNotKnownMessage(folderName));
+}
+
+bool frmMain::goToFolder(const std::string& folder) {
+    const std::string drive = platform_.drives.driveOf(folder);
+    if (drive.empty()) {
+        throw Error("The folder \"" + folder + "\" lies on none of the drives in the list.");
+    }
+    Drive1.setDrive(drive);
+    if (Drive1.drive() != drive) {
+        return false;
+    }
+    Dir1.setPath(folder);
+    return true;
+}
+
+void frmMain::openPath(const std::string& path) {
+    try {
+        if (platform_.fileSystem.create()->folderExists(path)) {
+            static_cast<void>(goToFolder(platform_.drives.wayTo(path).back()));
+        } else {
+            openPhoto(path);
+        }
+    } catch (const Error& error) {
+        platform_.dialogs.showMessage(photoUnreadableMessage(error.what()));
+    }
+}
+
+// What cannot be a photo is refused before the lists leave the photo that is being worked on.
+void frmMain::openPhoto(const std::string& path) {
+    const std::size_t lastSeparator = path.find_last_of(platform_.drives.separator());
+    const std::string name = path.substr(lastSeparator + 1);
+    if (!isListedFile(name, filterImages)) {
+        platform_.dialogs.showMessage(photoNameMessage(name));
+        return;
+    }
+    if (!fileExists(path)) {
+        throw Error("Could not read \"" + path + "\": the file does not exist.");
+    }
+    if (!goToFolder(platform_.drives.wayTo(path.substr(0, lastSeparator + 1)).back())) {
+        return;
+    }
+    if (!isListedFile(name, cmbFileType.listIndex())) {
+        cmbFileType.setListIndex(filterImages);
+    }
+    FillFileList(true); // the file may be younger than the list
+    const std::vector<std::string>& names = lstFiles.items();
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end()) { // it has just gone, or its folder cannot be listed
+        throw Error("Could not read \"" + path + "\": it is not in the list of its folder.");
+    }
+    lstFiles.userClick(static_cast<int>(found - names.begin()));
 }
 
 } // namespace veldara
