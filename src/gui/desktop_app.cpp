@@ -1,9 +1,13 @@
 #include "gui/desktop_app.h"
 
+#include "gui/native_text.h"
+
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 
+#include <wx/filename.h>
 #include <wx/log.h>
 
 namespace veldara {
@@ -23,6 +27,13 @@ std::string currentSentence() {
     }
 }
 
+// Of a photo or folder as it is named on a command line; in its own spelling where names have two.
+std::string fullPath(const wxString& named) {
+    wxFileName path(named);
+    path.Normalize(wxPATH_NORM_ABSOLUTE | wxPATH_NORM_DOTS | wxPATH_NORM_LONG);
+    return portableText(path.GetFullPath());
+}
+
 } // namespace
 
 bool DesktopApp::OnInit() {
@@ -31,8 +42,28 @@ bool DesktopApp::OnInit() {
     wxLog::EnableLogging(false); // the program speaks through its own message boxes
     SetExitOnFrameDelete(false); // a photo may still be decoded when the last window has gone
     program_ = std::make_unique<DesktopProgram>([this] { ExitMainLoop(); });
-    CallAfter([this] { program_->start(); });
+    CallAfter([this] {
+        program_->start();
+        if (argc > 1) {
+            openWhenPainted(fullPath(argv[1]));
+        }
+    });
     return true;
+}
+
+// A message box that came before its window would be hidden behind it.
+void DesktopApp::openWhenPainted(const std::string& path) {
+    frmMain& main = program_->mainWindow();
+    wxTopLevelWindow* native = program_->screen().nativeOf(main);
+    if (native == nullptr) {
+        return; // closed already
+    }
+    native->Bind(wxEVT_PAINT, [&main, native, path, opened = false](wxPaintEvent& event) mutable {
+        event.Skip();
+        if (!std::exchange(opened, true)) {
+            native->CallAfter([&main, path] { main.openPath(path); });
+        }
+    });
 }
 
 int DesktopApp::OnExit() {

@@ -1,10 +1,11 @@
-// The toolkit's application object: starts the desktop program when the event loop runs, and shows
-// an error that no window has caught.
+// The toolkit's application object: starts the desktop program when the event loop runs, opens the
+// photo or folder that it was started with, and shows an error that no window has caught.
 #pragma once
 
 #include "gui/desktop_program.h"
 
 #include <memory>
+#include <string>
 
 #include <wx/app.h>
 
@@ -17,6 +18,8 @@ class DesktopApp : public wxApp {
     bool OnExceptionInMainLoop() override;
 
   private:
+    void openWhenPainted(const std::string& path);
+
     std::unique_ptr<DesktopProgram> program_;
 };
 

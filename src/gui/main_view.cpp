@@ -1,6 +1,7 @@
 // The main window, in the order a person works: the photo at the left, what it looks like as a
 // poster in the middle, paper and tiles at the right, and the files at the bottom.
 #include "app/frmMain.h"
+#include "gui/file_drop.h"
 #include "gui/layout.h"
 #include "gui/views.h"
 
@@ -89,6 +90,7 @@ MainView::MainView(frmMain& model, wxWindow* parent)
     bind().timer(model_.tmrLoadingImg);
     bind().timer(model_.tmrAppEnd);
     bind().timer(model_.tmrResize);
+    takeDroppedFiles(*panel_, [this](const std::string& path) { model_.openPath(path); });
     setFirstSize();
 }
 

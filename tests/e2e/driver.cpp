@@ -181,10 +181,13 @@ wxPoint Driver::screenPoint(const std::string& windowName, const std::string& na
         const wxWindow* found = widget(windowName, name);
         return found != nullptr && found->IsShownOnScreen() && found->IsEnabled();
     });
-    return onWindowThread([&] {
-        const wxWindow& found = *widget(windowName, name);
-        return found.ClientToScreen(inWidget) * pixelsPerUnit(found);
-    });
+    return onWindowThread([&] { return screenPointNow(windowName, name, inWidget); });
+}
+
+wxPoint Driver::screenPointNow(const std::string& windowName, const std::string& name,
+                               wxPoint inWidget) {
+    const auto& found = as<wxWindow>(widget(windowName, name), name);
+    return found.ClientToScreen(inWidget) * pixelsPerUnit(found);
 }
 
 void Driver::click(const std::string& windowName, const std::string& name) {
@@ -219,8 +222,17 @@ void Driver::clickScreen(wxPoint at) {
 
 void Driver::drag(const std::string& windowName, const std::string& name, wxPoint from,
                   wxPoint to) {
-    const wxPoint start = screenPoint(windowName, name, from);
-    const wxPoint end = screenPoint(windowName, name, to);
+    dragScreen(screenPoint(windowName, name, from), screenPoint(windowName, name, to));
+}
+
+void Driver::dragInto(wxPoint from, const std::string& windowName, const std::string& name) {
+    const wxSize size = sizeOf(windowName, name);
+    dragScreen(from, onWindowThread([&] {
+                   return screenPointNow(windowName, name, {size.x / 2, size.y / 2});
+               }));
+}
+
+void Driver::dragScreen(wxPoint start, wxPoint end) {
     hands_.moveTo(start);
     settle();
     hands_.press();

@@ -69,6 +69,9 @@ class Driver {
     void click(const std::string& window, const std::string& name);
     void clickAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
+    // From a place on the screen, in its pixels, into the middle of a widget, even of one that a
+    // dialog keeps the mouse from.
+    void dragInto(wxPoint from, const std::string& window, const std::string& name);
     // Holds the button down while something else is done.
     void press(const std::string& window, const std::string& name, wxPoint inWidget,
                const std::function<void()>& meanwhile);
@@ -108,9 +111,12 @@ class Driver {
     double timeToOpenByMenu(const std::string& window, int menu, int entry);
 
   private:
-    // In pixels of the screen.
+    // In pixels of the screen; the first waits until the widget can be used.
     wxPoint screenPoint(const std::string& window, const std::string& name, wxPoint inWidget);
+    static wxPoint screenPointNow(const std::string& window, const std::string& name,
+                                  wxPoint inWidget);
     void clickScreen(wxPoint at);
+    void dragScreen(wxPoint start, wxPoint end);
     void waitForDisplay(const std::string& what, const std::function<bool()>& test);
     void waitForList(bool open);
     void goToMenuEntry(const std::string& window, int menu, int entry);

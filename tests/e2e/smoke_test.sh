@@ -1,29 +1,32 @@
 #!/usr/bin/env bash
-# Starts the real program in the display at hand, waits for its main window, takes a picture of it,
-# closes it, and sees that it ended well.
+# Starts the real program in the display at hand with a photo to open, waits until its main window
+# shows the photo, closes it, and sees that it ended well.
 #
-#   smoke_test.sh PROGRAM [PICTURE]
+#   smoke_test.sh PROGRAM PHOTO
 set -euo pipefail
 
 program="$1"
 home="$(mktemp -d)"
-picture="${2:-$home/main.png}"
+photo="$2"
+picture="$home/main.png"
 trap 'rm -rf "$home"' EXIT
 export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share"
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$home/Desktop" "$home/Documents"
 
-"$program" &
+cd "$(dirname "$photo")"
+"$program" "$(basename "$photo")" &
 pid=$!
 window="$(timeout 30 xdotool search --sync --onlyvisible --pid "$pid" --name '^Veldara v1\.20$' | head -n 1)"
 colours=0
-for _ in $(seq 100); do # it comes up empty, and is painted then
+few=10000 # the window itself has less than half of them
+for _ in $(seq 100); do # it comes up empty, and the photo is loaded then
   import -window "$window" "$picture"
   colours="$(identify -format '%k' "$picture")"
-  ((colours < 50)) || break
+  ((colours < few)) || break
   sleep 0.2
 done
-if ((colours < 50)); then
-  echo "smoke_test: the window is empty ($colours colours)" >&2
+if ((colours < few)); then
+  echo "smoke_test: the window shows no photo ($colours colours)" >&2
   exit 1
 fi
 timeout 30 xdotool windowactivate --sync "$window"
@@ -40,4 +43,5 @@ fi
 wait "$pid"
 # Closing the window has stored the settings.
 grep -q 'prefs_numTiles' -r "$XDG_CONFIG_HOME"
-echo "smoke_test: the program came up ($colours colours), closed, and stored its settings"
+grep -qF "$(dirname "$photo")" -r "$XDG_CONFIG_HOME"
+echo "smoke_test: the program opened the photo ($colours colours), closed, and stored its settings"
