@@ -97,6 +97,19 @@ void ComboBox::userSelect(int index) {
     }
 }
 
+void ComboBox::userStep(int by) {
+    if (listIndex_ >= 0) {
+        userSelect(listIndex_ + by);
+        return;
+    }
+    const auto found = std::find_if(items_.begin(), items_.end(), [this](const std::string& item) {
+        return item.starts_with(text_);
+    });
+    if (found != items_.end()) {
+        userSelect(static_cast<int>(found - items_.begin()));
+    }
+}
+
 void ComboBox::userSetText(const std::string& text) {
     if (reachable()) {
         setText(text);

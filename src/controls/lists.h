@@ -69,6 +69,9 @@ class ComboBox : public Control {
 
     void userSelect(int index);
     void userSetText(const std::string& text);
+    // Goes on by so many entries; from a text that is none of them, to the first that begins with
+    // it.
+    void userStep(int by);
 
   private:
     bool freeText_;

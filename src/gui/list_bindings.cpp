@@ -58,7 +58,12 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
     native->SetName(name);
     const auto showText = [native, &model] {
         const wxString text = nativeText(model.text());
-        if (native->GetValue() != text) {
+        if (native->GetValue() == text) {
+            return;
+        }
+        if (model.listIndex() >= 0) {
+            native->SetSelection(model.listIndex()); // so that the list opens there
+        } else {
             native->ChangeValue(text);
         }
     };
@@ -67,6 +72,15 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
     });
     native->Bind(wxEVT_COMBOBOX,
                  [native, &model](wxCommandEvent&) { model.userSelect(native->GetSelection()); });
+    // The native list does not know what is typed beside it, and its keys begin at its first entry.
+    native->Bind(wxEVT_KEY_DOWN, [&model](wxKeyEvent& event) {
+        const bool up = event.GetKeyCode() == WXK_UP;
+        if (event.HasAnyModifiers() || (!up && event.GetKeyCode() != WXK_DOWN)) {
+            event.Skip();
+        } else {
+            model.userStep(up ? -1 : 1);
+        }
+    });
     followWidget(model, *native, [native, &model, showText](Property property) {
         if (property == Property::items) {
             native->Set(nativeTexts(model.items()));

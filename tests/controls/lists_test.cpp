@@ -184,10 +184,39 @@ TEST_F(AComboBox, RaisesOnlyTheClickWhenTheChosenEntryReadsLikeTheText) {
     EXPECT_EQ(watch.taken(), (Log{"value", "click"}));
 }
 
+TEST_F(AComboBox, GoesOnFromItsChoiceAndStopsAtItsEnds) {
+    box.userSetText("0.25");
+    watch.taken();
+    box.userStep(1);
+    EXPECT_EQ(box.text(), "0.50");
+    EXPECT_EQ(watch.taken(), (Log{"value", "change", "click"}));
+    box.userStep(1);
+    EXPECT_EQ(box.text(), "0.50");
+    box.userStep(-1);
+    box.userStep(-1);
+    EXPECT_EQ(box.text(), "0.25");
+    EXPECT_EQ(box.listIndex(), 0);
+}
+
+TEST_F(AComboBox, GoesFromATypedTextToTheFirstEntryThatBeginsWithIt) {
+    for (const int by : {1, -1}) {
+        box.userSetText("0.5");
+        box.userStep(by);
+        EXPECT_EQ(box.text(), "0.50");
+    }
+    box.userSetText("0.");
+    box.userStep(1);
+    EXPECT_EQ(box.text(), "0.25");
+    box.userSetText("7");
+    box.userStep(1);
+    EXPECT_EQ(box.text(), "7");
+}
+
 TEST_F(AComboBox, IsShutToTheUserWhileDisabledOrHidden) {
     box.setEnabled(false);
     box.userSetText("1");
     box.userSelect(0);
+    box.userStep(1);
     box.setEnabled(true);
     box.setVisible(false);
     box.userSetText("1");

@@ -47,6 +47,13 @@ TEST(Dialogs, PaperByKeyboard) {
     user.key('K', wxMOD_ALT); // the lock: left and right, top and bottom are equal
     EXPECT_TRUE(user.isChecked("frmTileSize", "chkLock"));
     user.key('T', wxMOD_ALT);
+    user.key(WXK_DOWN); // from the margin that stands there
+    EXPECT_EQ(user.text("frmTileSize", "cmbMargins0"), "1.01");
+    user.retype("0.5");
+    user.key(WXK_DOWN);
+    EXPECT_EQ(user.text("frmTileSize", "cmbMargins0"), "0.50");
+    user.key(WXK_UP);
+    EXPECT_EQ(user.text("frmTileSize", "cmbMargins0"), "0.49");
     user.retype("0.5");
     EXPECT_EQ(user.text("frmTileSize", "cmbMargins0"), "0.5");
     EXPECT_EQ(user.text("frmTileSize", "cmbMargins2"), "0.5");
