@@ -125,21 +125,32 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
 }
 
 std::string WxDialogs::askSaveFile(const SaveFileRequest& request) {
-    wxFileDialog dialog(parent_(), nativeText(request.title), nativeText(request.folder),
-                        nativeText(request.defaultName), wildcardOf(request),
-                        wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-    if (dialog.ShowModal() != wxID_OK) {
-        return {};
+    wxFileName file(nativeText(request.folder), nativeText(request.defaultName));
+    int filter = 0;
+    for (;;) {
+        wxFileDialog dialog(parent_(), nativeText(request.title), file.GetPath(),
+                            file.GetFullName(), wildcardOf(request),
+                            wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+        // The toolkit has given the name the first type's ending, which would stay with any other.
+        dialog.SetFilename(file.GetFullName());
+        dialog.SetFilterIndex(filter);
+        if (dialog.ShowModal() != wxID_OK) {
+            return {};
+        }
+        file.Assign(dialog.GetPath());
+        if (file.HasExt() || request.filters.empty()) {
+            return portableText(file.GetFullPath());
+        }
+        const int last = static_cast<int>(request.filters.size()) - 1;
+        filter = std::clamp(dialog.GetFilterIndex(), 0, last);
+        wxFileName whole = file;
+        whole.SetExt(extensionOf(request.filters[static_cast<std::size_t>(filter)]));
+        std::string path = portableText(whole.GetFullPath());
+        // The system's dialog has asked about the name as it was typed, not about this one.
+        if (!whole.FileExists() || mayOverwrite(path)) {
+            return path;
+        }
     }
-    wxFileName chosen(dialog.GetPath());
-    if (chosen.HasExt() || request.filters.empty()) {
-        return portableText(chosen.GetFullPath());
-    }
-    const auto filter = static_cast<std::size_t>(std::max(0, dialog.GetFilterIndex()));
-    chosen.SetExt(extensionOf(request.filters[std::min(filter, request.filters.size() - 1)]));
-    const std::string path = portableText(chosen.GetFullPath());
-    // The system's dialog has asked about the name as it was typed, not about this one.
-    return !chosen.FileExists() || mayOverwrite(path) ? path : std::string();
 }
 
 bool WxDialogs::mayOverwrite(const std::string& path) {

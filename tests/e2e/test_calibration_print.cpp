@@ -140,6 +140,38 @@ TEST(CalibrationPrint, AFileThatIsThereIsReplacedOnlyAfterAQuestion) {
     print.close();
 }
 
+TEST(CalibrationPrint, ANameWithoutAnEndingGetsThatOfTheChosenType) {
+    Print print;
+    print.askForFile();
+    for (int i = 0; i < 3; ++i) { // past the buttons, backwards
+        print.user.key(WXK_TAB, wxMOD_SHIFT);
+    }
+    print.user.key(WXK_END); // the last type
+    print.user.key(WXK_TAB);
+    print.user.key(WXK_TAB);
+    print.user.key(WXK_RETURN);
+    const fs::path file = print.documents() / "Edge_Test_Image.jpg";
+    print.expectDone(file);
+    expectTestPrint(file, 8);
+    print.close();
+}
+
+TEST(CalibrationPrint, AProposedNameThatIsTakenIsAskedForAgain) {
+    Print print;
+    const fs::path taken = print.documents() / "Edge_Test_Image.bmp";
+    std::ofstream(taken) << "an older print";
+    print.askForFile();
+    print.user.key(WXK_RETURN);
+    EXPECT_THAT(print.user.waitForMessage(),
+                HasSubstr("already exists.  Do you want to replace it?"));
+    print.user.answerByMouse(Answer::no);
+    print.user.waitForSystemDialog(dialogTitle);
+    print.saveAs("newer");
+    print.expectDone(print.documents() / "newer.bmp");
+    EXPECT_EQ(fs::file_size(taken), std::string("an older print").size());
+    print.close();
+}
+
 TEST(CalibrationPrint, CancelWritesNothing) {
     Print print;
     print.askForFile();
