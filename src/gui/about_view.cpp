@@ -11,6 +11,7 @@ namespace veldara {
 namespace {
 
 constexpr int iconSide = 64;
+constexpr int linkWidth = 440;
 
 class AboutView : public DialogView {
   public:
@@ -44,7 +45,8 @@ wxSizer* AboutView::makeWords(frmAbout& model) {
     auto* link = new wxBoxSizer(wxHORIZONTAL);
     link->Add(bind().label(dialog(), model.lblDisclaimer, "lblDisclaimer"),
               wxSizerFlags().CentreVertical().Border(wxRIGHT, row));
-    link->Add(bind().link(dialog(), model.lnkWeb, "lnkWeb"), wxSizerFlags().CentreVertical());
+    link->Add(bind().link(dialog(), model.lnkWeb, "lnkWeb", linkWidth),
+              wxSizerFlags().CentreVertical());
     auto* words = new wxBoxSizer(wxVERTICAL);
     words->Add(title, wxSizerFlags().Border(wxBOTTOM, row));
     words->Add(bind().label(dialog(), model.lblVersion, "lblVersion"),

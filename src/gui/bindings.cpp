@@ -1,8 +1,10 @@
 #include "gui/bindings.h"
 
 #include "gui/inner_container.h"
+#include "gui/layout.h"
 #include "gui/native_text.h"
 
+#include <algorithm>
 #include <cctype>
 #include <utility>
 
@@ -197,6 +199,28 @@ wxStaticText* Bindings::valueLabel(wxWindow* parent, Label& model, const std::st
     return native;
 }
 
+wxStaticText* Bindings::paragraph(wxWindow* parent, Label& model, const std::string& name,
+                                  int width, int lines) {
+    auto* native = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                    wxST_NO_AUTORESIZE);
+    native->SetName(name);
+    followWidget(model, *native, [this, native, &model, width, lines](Property property) {
+        if (property != Property::caption) {
+            return;
+        }
+        const wxString text = wrappedText(*native, nativeText(model.caption()), width);
+        native->SetLabelText(text);
+        const int height = std::max(lines, text.Freq('\n') + 1) * native->GetCharHeight();
+        if (native->GetMinSize().y != height) {
+            native->SetMinSize(wxSize(textLength(*native, width), height));
+            if (wxSizer* contents = window_.GetSizer()) {
+                contents->SetSizeHints(&window_);
+            }
+        }
+    });
+    return native;
+}
+
 wxStaticText* Bindings::labelFor(wxWindow& target, wxWindow* parent, Label& model,
                                  const std::string& name, char letter) {
     auto* native = new wxStaticText(parent, wxID_ANY, wxString());
@@ -331,8 +355,8 @@ wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string
     return native;
 }
 
-LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name) {
-    auto* native = new LinkText(parent, nativeText(name));
+LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name, int width) {
+    auto* native = new LinkText(parent, nativeText(name), width);
     native->onOpen = [&model] { model.userClick(); };
     followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::caption) {

@@ -45,6 +45,10 @@ class Bindings {
     // moves when it does.
     wxStaticText* valueLabel(wxWindow* parent, Label& model, const std::string& name,
                              const wxString& sample);
+    // A label whose text may be long: it is wrapped at a width in units at 100%, and has room for
+    // so many lines; for more of them its window grows.
+    wxStaticText* paragraph(wxWindow* parent, Label& model, const std::string& name, int width,
+                            int lines);
     // The label of another widget, which Alt and the letter give the keyboard.
     wxStaticText* labelFor(wxWindow& target, wxWindow* parent, Label& model,
                            const std::string& name, char mnemonic);
@@ -65,7 +69,7 @@ class Bindings {
     wxChoice* driveList(wxWindow* parent, DriveList& model, const std::string& name);
     FolderListBox* folderList(wxWindow* parent, FolderList& model, const std::string& name,
                               const wxSize& size);
-    LinkText* link(wxWindow* parent, LinkLabel& model, const std::string& name);
+    LinkText* link(wxWindow* parent, LinkLabel& model, const std::string& name, int width);
     PictureBox* picture(wxWindow* parent, Picture& model, const std::string& name,
                         const wxSize& smallest, PictureBox::Keyboard keyboard,
                         PictureBox::Ground ground);

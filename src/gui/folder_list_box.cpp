@@ -82,11 +82,9 @@ void FolderListBox::showEntries(const std::vector<FolderList::Entry>& entries, i
     // The folder itself stays in sight together with the first of those below it.
     if (current >= 0) {
         const int last = std::min(current + 4, static_cast<int>(entries_.size()) - 1);
-        ScrollToRow(0);
-        while (!IsRowVisible(static_cast<std::size_t>(last)) &&
-               GetVisibleRowsBegin() < static_cast<std::size_t>(std::max(0, current - 1)) &&
-               ScrollRows(1)) {
-        }
+        const int seenWhole = std::max(1, GetClientSize().y / OnMeasureItem(0));
+        const int first = std::clamp(last + 1 - seenWhole, 0, std::max(0, current - 1));
+        ScrollToRow(static_cast<std::size_t>(first));
     }
     Refresh();
 }

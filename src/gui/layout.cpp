@@ -20,28 +20,6 @@ std::size_t lineEnd(const wxString& line, std::size_t room) {
     return folder != wxString::npos && folder > 0 ? folder + 1 : room;
 }
 
-// (The toolkit's own wrapping gives up at a word that is wider than a line.)
-wxString wrapped(wxWindow& window, const wxString& text, int width) {
-    const wxClientDC dc(&window);
-    wxString result;
-    for (wxString line : wxSplit(text, '\n', '\0')) {
-        for (;;) {
-            wxArrayInt ends;
-            dc.GetPartialTextExtents(line, ends);
-            const auto room = static_cast<std::size_t>(
-                std::upper_bound(ends.begin(), ends.end(), width) - ends.begin());
-            if (room >= line.length()) {
-                break;
-            }
-            const std::size_t end = lineEnd(line, std::max<std::size_t>(room, 1));
-            result += line.Left(end).Trim() + '\n';
-            line = line.Mid(end).Trim(false);
-        }
-        result += line + '\n';
-    }
-    return result.RemoveLast();
-}
-
 } // namespace
 
 GroupSizer::GroupSizer(wxStaticBox* box, int orientation)
@@ -114,8 +92,31 @@ void setContents(wxWindow& window, wxSizer* contents) {
     window.SetSizer(edge);
 }
 
+// (The toolkit's own wrapping gives up at a word that is wider than a line.)
+wxString wrappedText(wxWindow& window, const wxString& text, int width) {
+    const wxClientDC dc(&window);
+    const int pixels = textLength(window, width);
+    wxString result;
+    for (wxString line : wxSplit(text, '\n', '\0')) {
+        for (;;) {
+            wxArrayInt ends;
+            dc.GetPartialTextExtents(line, ends);
+            const auto room = static_cast<std::size_t>(
+                std::upper_bound(ends.begin(), ends.end(), pixels) - ends.begin());
+            if (room >= line.length()) {
+                break;
+            }
+            const std::size_t end = lineEnd(line, std::max<std::size_t>(room, 1));
+            result += line.Left(end).Trim() + '\n';
+            line = line.Mid(end).Trim(false);
+        }
+        result += line + '\n';
+    }
+    return result.RemoveLast();
+}
+
 void wrapText(wxStaticText& text, int width) {
-    text.SetLabelText(wrapped(text, text.GetLabelText(), textLength(text, width)));
+    text.SetLabelText(wrappedText(text, text.GetLabelText(), width));
     text.SetMinSize(text.GetBestSize() + wxSize(text.FromDIP(spacing::column), 0));
 }
 

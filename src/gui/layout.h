@@ -57,8 +57,12 @@ void sameWidth(std::initializer_list<wxWindow*> widgets);
 // Adds the contents with the distance from the window's edge and makes them the window's sizer.
 void setContents(wxWindow& window, wxSizer* contents);
 
-// Breaks a text into lines of at most a width in units at 100%, as textLength() has it. Some
-// systems draw a line a little wider than they say it is, so a little room stays free at its end.
+// A text broken into lines of at most a width in units at 100%, as textLength() has it, when it
+// stands in that window.
+wxString wrappedText(wxWindow& window, const wxString& text, int width);
+
+// Breaks a label's text in that way. Some systems draw a line a little wider than they say it is,
+// so a little room stays free at its end.
 void wrapText(wxStaticText& text, int width);
 
 // How many pixels of the screen one unit of the toolkit is: more than 1 only where the toolkit

@@ -1,5 +1,7 @@
 #include "gui/link_text.h"
 
+#include "gui/layout.h"
+
 #include <cmath>
 
 #include <wx/dcbuffer.h>
@@ -24,7 +26,7 @@ wxColour linkColour(const wxColour& ground) {
 
 } // namespace
 
-LinkText::LinkText(wxWindow* parent, const wxString& name) {
+LinkText::LinkText(wxWindow* parent, const wxString& name, int width) : width_(width) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     wxControl::Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                       wxBORDER_NONE | wxFULL_REPAINT_ON_RESIZE, wxDefaultValidator, name);
@@ -54,8 +56,7 @@ LinkText::LinkText(wxWindow* parent, const wxString& name) {
 }
 
 void LinkText::setText(const wxString& text) {
-    text_ = text;
-    text_.Replace("\r\n", "\n");
+    text_ = wrappedText(*this, text, width_);
     SetLabel(text_);
     InvalidateBestSize();
     SetMinSize(GetBestSize());

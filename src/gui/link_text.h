@@ -1,5 +1,5 @@
 // Words that are clicked to open something: underlined, in the desktop's link colour, as many lines
-// as they have. Enter and the space bar do the same as a click.
+// as they need. Enter and the space bar do the same as a click.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,8 @@ namespace veldara {
 
 class LinkText : public wxControl {
   public:
-    LinkText(wxWindow* parent, const wxString& name);
+    // No line is longer than the width, in units at 100%.
+    LinkText(wxWindow* parent, const wxString& name, int width);
 
     void setText(const wxString& text);
     std::function<void()> onOpen;
@@ -25,6 +26,7 @@ class LinkText : public wxControl {
     void paint();
     void open();
 
+    int width_;
     wxString text_;
 };
 

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int checkSide = 56;
 constexpr int textWidth = 440;
+constexpr int linkWidth = 520; // for the lines that the folder has been cut into
 
 class ResultView : public DialogView {
   public:
@@ -23,7 +24,7 @@ ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model
     title->SetFont(title->GetFont().Bold().Scaled(1.25F));
     wxStaticText* message = bind().label(dialog(), model.lblMsg, "lblMsg");
     wrapText(*message, textWidth);
-    LinkText* folder = bind().link(dialog(), model.lnkFol, "lnkFol");
+    LinkText* folder = bind().link(dialog(), model.lnkFol, "lnkFol", linkWidth);
     wxButton* ok = bind().button(dialog(), model.cmdOk, "cmdOk", 'O');
     setDefault(ok);
     ok->SetFocus();

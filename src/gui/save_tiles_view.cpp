@@ -9,6 +9,7 @@ namespace {
 
 constexpr int fieldWidth = 300;
 constexpr int folderListHeight = 190;
+constexpr int pathWidth = 520;
 constexpr int pathLines = 4;
 
 class SaveTilesView : public DialogView {
@@ -103,15 +104,13 @@ wxSizer* SaveTilesView::makeFileType(wxWindow* box) {
     return group.outer();
 }
 
-// The path has room for as many lines as a long one takes, so that the dialog keeps its size.
+// The path has room for as many lines as a long one takes, so that the dialog keeps its size then.
 wxSizer* SaveTilesView::makePath() {
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(bind().label(dialog(), model_.lblPathCaption, "lblPathCaption"),
                 wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
-    wxStaticText* path = bind().label(dialog(), model_.lblPath, "lblPath");
-    path->SetWindowStyleFlag(path->GetWindowStyleFlag() | wxST_NO_AUTORESIZE);
-    path->SetMinSize(wxSize(-1, pathLines * path->GetCharHeight()));
-    column->Add(path, wxSizerFlags().Expand());
+    column->Add(bind().paragraph(dialog(), model_.lblPath, "lblPath", pathWidth, pathLines),
+                wxSizerFlags().Expand());
     return column;
 }
 

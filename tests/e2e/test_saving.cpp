@@ -1,6 +1,8 @@
 // The whole way from a photo to the tile files, which other readers than the program's own read.
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
+#include "gui/folder_list_box.h"
+#include "platform/text/path_text.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -209,6 +211,40 @@ TEST(Saving, CancelHalfWayKeepsWholeTilesOnly) {
     EXPECT_LT(files, 150U);
     // The window is usable as before.
     EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+}
+
+int widthOf(Driver& user, const char* window) {
+    return user.onWindowThread([&] { return Driver::window(window)->GetSize().x; });
+}
+
+// Blanks leave the way to the tiles without the breaks that it gets elsewhere.
+TEST(Saving, ALongWayOfManyWordsLeavesTheWindowsTheirShape) {
+    Stage stage;
+    fs::path folder = stage.photos();
+    for (int level = 10; level < 22; ++level) {
+        folder /= "part " + std::to_string(level);
+    }
+    fs::create_directories(folder);
+    writeBitmap(folder / "one of many.bmp", 900, 600, smoothColour);
+    stage.store("last_folder", pathText(folder));
+    stage.start();
+    stage.pickPhoto("one of many.bmp");
+    Driver& user = stage.user();
+    const int most = widthOf(user, "frmMain") * 3 / 4;
+    user.click("frmMain", "cmdSaveNow");
+    user.waitForWindow("frmSaveTiles");
+    EXPECT_LT(widthOf(user, "frmSaveTiles"), most);
+    EXPECT_THAT(user.text("frmSaveTiles", "lblPath"), HasSubstr("\n"));
+    EXPECT_TRUE(user.onWindowThread([] {
+        const auto* list =
+            dynamic_cast<const FolderListBox*>(Driver::widget("frmSaveTiles", "dirTile"));
+        const auto row = static_cast<std::size_t>(list->GetSelection());
+        return list->GetClientRect().Contains(list->GetItemRect(row));
+    })) << "the folder is not seen whole";
+    user.click("frmSaveTiles", "cmdSaveNow");
+    user.waitForWindow("frmSimpleMsg");
+    EXPECT_LT(widthOf(user, "frmSimpleMsg"), most);
+    EXPECT_THAT(user.text("frmSimpleMsg", "lnkFol"), HasSubstr("\n"));
 }
 
 TEST(Saving, ZoomedAndMovedPosterIsTheOneThatIsSaved) {
