@@ -59,7 +59,7 @@ FileManager::FileManager(Driver& user, const std::filesystem::path& file) : user
 }
 
 FileManager::~FileManager() {
-    user_.onWindowThread([this] { wxKill(process_, wxSIGKILL); });
+    wxKill(process_, wxSIGKILL);
 }
 
 void FileManager::dropOn(const std::string& window, const std::string& widget) {
