@@ -1,14 +1,19 @@
 #include "gui/desktop_app.h"
 
+#include "app/program_identity.h"
 #include "gui/native_text.h"
+#include "platform/text/version_text.h"
 
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <utility>
 
+#include <wx/cmdline.h>
 #include <wx/filename.h>
 #include <wx/log.h>
+#include <wx/msgout.h>
 
 namespace veldara {
 
@@ -34,34 +39,76 @@ std::string fullPath(const wxString& named) {
     return portableText(path.GetFullPath());
 }
 
+// Where there is a console; on Windows a program with windows has none, and shows a box.
+void say(const wxString& text) {
+#ifdef __WXMSW__
+    wxMessageOutputBest().Output(text);
+#else
+    wxMessageOutputStderr(stdout).Output(text);
+#endif
+}
+
 } // namespace
 
 bool DesktopApp::OnInit() {
     SetAppName("veldara");
     SetAppDisplayName("Veldara");
+    if (!wxApp::OnInit()) { // looks at the command line
+        return false;
+    }
+    if (answered_) {
+        return true;
+    }
     wxLog::EnableLogging(false); // the program speaks through its own message boxes
     SetExitOnFrameDelete(false); // a photo may still be decoded when the last window has gone
     program_ = std::make_unique<DesktopProgram>([this] { ExitMainLoop(); });
     CallAfter([this] {
         program_->start();
-        if (argc > 1) {
-            openWhenPainted(fullPath(argv[1]));
+        if (!toOpen_.empty()) {
+            openWhenPainted();
         }
     });
     return true;
 }
 
+void DesktopApp::OnInitCmdLine(wxCmdLineParser& parser) {
+    parser.AddSwitch("h", "help", "say how the program is started", wxCMD_LINE_OPTION_HELP);
+    parser.AddLongSwitch("version", "print the version");
+    parser.AddParam("photo or folder to open", wxCMD_LINE_VAL_STRING,
+                    wxCMD_LINE_PARAM_OPTIONAL | wxCMD_LINE_PARAM_MULTIPLE);
+}
+
+bool DesktopApp::OnCmdLineHelp(wxCmdLineParser& parser) {
+    say(parser.GetUsageString());
+    answered_ = true;
+    return true;
+}
+
+bool DesktopApp::OnCmdLineParsed(wxCmdLineParser& parser) {
+    if (parser.Found("version")) {
+        say(nativeText(programTitle() + " " + programVersion()));
+        answered_ = true;
+    } else if (parser.GetParamCount() > 0) {
+        toOpen_ = fullPath(parser.GetParam()); // a poster is made of one photo: the first
+    }
+    return true;
+}
+
+int DesktopApp::OnRun() {
+    return answered_ ? 0 : wxApp::OnRun();
+}
+
 // A message box that came before its window would be hidden behind it.
-void DesktopApp::openWhenPainted(const std::string& path) {
+void DesktopApp::openWhenPainted() {
     frmMain& main = program_->mainWindow();
     wxTopLevelWindow* native = program_->screen().nativeOf(main);
     if (native == nullptr) {
         return; // closed already
     }
-    native->Bind(wxEVT_PAINT, [&main, native, path, opened = false](wxPaintEvent& event) mutable {
+    native->Bind(wxEVT_PAINT, [this, &main, native, opened = false](wxPaintEvent& event) mutable {
         event.Skip();
         if (!std::exchange(opened, true)) {
-            native->CallAfter([&main, path] { main.openPath(path); });
+            native->CallAfter([this, &main] { main.openPath(toOpen_); });
         }
     });
 }

@@ -14,13 +14,19 @@ namespace veldara {
 class DesktopApp : public wxApp {
   public:
     bool OnInit() override;
+    void OnInitCmdLine(wxCmdLineParser& parser) override;
+    bool OnCmdLineHelp(wxCmdLineParser& parser) override;
+    bool OnCmdLineParsed(wxCmdLineParser& parser) override;
+    int OnRun() override;
     int OnExit() override;
     bool OnExceptionInMainLoop() override;
 
   private:
-    void openWhenPainted(const std::string& path);
+    void openWhenPainted();
 
     std::unique_ptr<DesktopProgram> program_;
+    bool answered_ = false; // the command line asked for a few words and no window
+    std::string toOpen_;    // full path; empty: nothing was named
 };
 
 } // namespace veldara

@@ -13,6 +13,8 @@ trap 'rm -rf "$home"' EXIT
 export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share"
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$home/Desktop" "$home/Documents"
 
+"$program" --version | grep -q '^Veldara 1\.20$'
+"$program" --help | grep -q 'photo or folder to open'
 cd "$(dirname "$photo")"
 "$program" "$(basename "$photo")" &
 pid=$!
