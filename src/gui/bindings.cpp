@@ -324,9 +324,8 @@ wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, const std
 wxTextCtrl* Bindings::textBox(wxWindow* parent, TextBox& model, const std::string& name) {
     auto* native = new wxTextCtrl(parent, wxID_ANY);
     native->SetName(name);
-    native->Bind(wxEVT_TEXT, [native, &model](wxCommandEvent&) {
-        model.userSetText(portableText(native->GetValue()));
-    });
+    native->Bind(wxEVT_TEXT,
+                 [native, &model](wxCommandEvent&) { model.userSetText(enteredLine(*native)); });
     followWidget(model, *native, [native, &model](Property property) {
         const wxString text = nativeText(model.text());
         if (property == Property::value && native->GetValue() != text) {

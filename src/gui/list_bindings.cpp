@@ -67,9 +67,8 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
             native->ChangeValue(text);
         }
     };
-    native->Bind(wxEVT_TEXT, [native, &model](wxCommandEvent&) {
-        model.userSetText(portableText(native->GetValue()));
-    });
+    native->Bind(wxEVT_TEXT,
+                 [native, &model](wxCommandEvent&) { model.userSetText(enteredLine(*native)); });
     native->Bind(wxEVT_COMBOBOX,
                  [native, &model](wxCommandEvent&) { model.userSelect(native->GetSelection()); });
     // The native list does not know what is typed beside it, and its keys begin at its first entry.

@@ -51,6 +51,16 @@ std::string portableText(const wxString& text) {
     return {bytes.data(), bytes.length()};
 }
 
+std::string enteredLine(wxTextEntry& field) {
+    const wxString text = field.GetValue();
+    const wxString line = text.substr(0, text.find_first_of("\r\n"));
+    if (line != text) {
+        field.ChangeValue(line);
+        field.SetInsertionPointEnd();
+    }
+    return portableText(line);
+}
+
 wxString nativeLabel(const std::string& utf8, char mnemonic) {
     const std::size_t place = mnemonic == 0 ? std::string::npos : placeOf(utf8, mnemonic);
     std::string label;

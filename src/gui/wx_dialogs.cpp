@@ -116,6 +116,10 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     for (wxWindow* child : dialog.GetChildren()) {
         if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
             setFieldLength(*field, inputLength);
+            field->Bind(wxEVT_TEXT, [field](wxCommandEvent& event) {
+                enteredLine(*field);
+                event.Skip();
+            });
             field->CallAfter([field] { field->SelectAll(); }); // the dialog fills it as it comes up
         }
     }

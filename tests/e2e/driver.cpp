@@ -8,6 +8,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/clipbrd.h>
 #include <wx/combobox.h>
 #include <wx/control.h>
 #include <wx/frame.h>
@@ -421,6 +422,15 @@ void Driver::type(const std::string& text) {
 void Driver::retype(const std::string& text) {
     key('A', wxMOD_CONTROL);
     type(text);
+}
+
+void Driver::copy(const std::string& text) {
+    onWindowThread([&] {
+        const wxClipboardLocker clipboard;
+        if (!clipboard || !wxTheClipboard->SetData(new wxTextDataObject(nativeText(text)))) {
+            throw DriverError("The clipboard takes no text.");
+        }
+    });
 }
 
 double Driver::timeToOpenByClick(const std::string& windowName, const std::string& button) {

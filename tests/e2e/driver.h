@@ -95,6 +95,8 @@ class Driver {
     void type(const std::string& text);
     // Replaces the text of the field that has the keyboard.
     void retype(const std::string& text);
+    // Brings a text to the clipboard, as another program does.
+    void copy(const std::string& text);
 
     // Message boxes and the input box
     std::string waitForMessage(); // the text of the box that is up

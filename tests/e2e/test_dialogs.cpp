@@ -101,7 +101,8 @@ TEST(Dialogs, CalibrationByMouse) {
     const int profiles = stage.ask([](frmMain& main) { return main.cmbCurBtm.count(); });
     user.click("frmBtm", "cmdNew");
     user.waitForWindow("input");
-    user.type("Attic printer"); // the name that is proposed is selected
+    user.copy("Attic printer\n");
+    user.key('V', wxMOD_CONTROL); // the name that is proposed is selected
     user.key(WXK_RETURN);
     user.waitForWindowToGo("input");
     EXPECT_EQ(user.text("frmBtm", "lstConfigurations"), "Attic printer");

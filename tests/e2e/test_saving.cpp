@@ -160,6 +160,22 @@ TEST(Saving, NamesAreTypedAndTheWholeRunIsDoneByKeyboardAlone) {
                placeColour, 0);
 }
 
+// What is copied from a table or a terminal often ends with one.
+TEST(Saving, APastedNameEndsWhereItsLineEnds) {
+    Poster poster(placeColour);
+    poster.openSaveDialog();
+    poster.user.copy("sheets\nand more\n");
+    poster.user.key('N', wxMOD_ALT);
+    poster.user.retype("two ");
+    poster.user.key('V', wxMOD_CONTROL);
+    EXPECT_EQ(poster.user.text("frmSaveTiles", "txtNewFolderName"), "two sheets");
+    poster.user.type("!");
+    EXPECT_EQ(poster.user.text("frmSaveTiles", "txtNewFolderName"), "two sheets!");
+    poster.save();
+    poster.acceptResult();
+    EXPECT_TRUE(fs::exists(poster.stage.photos() / "two sheets!" / "square001.bmp"));
+}
+
 TEST(Saving, SavingAgainAsksAndOverwritesOnlyOnYes) {
     Poster poster(placeColour);
     poster.openSaveDialog();
