@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include <wx/textctrl.h>
+
 namespace veldara {
 
 namespace {

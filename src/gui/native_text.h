@@ -7,7 +7,8 @@
 
 #include <wx/arrstr.h>
 #include <wx/string.h>
-#include <wx/textentry.h>
+
+class wxTextEntry;
 
 namespace veldara {
 
