@@ -130,7 +130,7 @@ void frmMain::openPhoto(const std::string& path) {
     if (!isListedFile(name, cmbFileType.listIndex())) {
         cmbFileType.setListIndex(filterImages);
     }
-    FillFileList(true); // the file may be younger than the list
+    FillFileList(/*skipLastFolder=*/true); // the file may be younger than the list
     const std::vector<std::string>& names = lstFiles.items();
     const auto found = std::find(names.begin(), names.end(), name);
     if (found == names.end()) { // it has just gone, or its folder cannot be listed
