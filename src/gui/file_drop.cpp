@@ -31,8 +31,8 @@ class FileDrop : public wxFileDropTarget {
     }
 
     bool OnDropFiles(wxCoord, wxCoord, const wxArrayString& paths) override {
-        if (paths.empty() || dialogIsOpen()) {
-            return false;
+        if (paths.empty() || paths[0].empty() || dialogIsOpen()) {
+            return false; // nothing, or from a web page
         }
         window_.CallAfter([&window = window_, open = open_, path = portableText(paths[0])] {
             wxGetTopLevelParent(&window)->Raise(); // the user is here now, not in the file manager
