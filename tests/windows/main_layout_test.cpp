@@ -101,6 +101,14 @@ TEST_F(MainLayout, UnlockingChangesNoCount) {
     EXPECT_EQ(window->GetNumTilesWide(), 7);
 }
 
+TEST_F(MainLayout, UnlockingLeavesCountsThatWereStoredUnequal) {
+    store("prefs_heightEqualsWidth", 1);
+    store("prefs_numTiles", "w01h04");
+    start().chkLockWh.userSetChecked(false);
+    EXPECT_EQ(window->GetNumTilesWide(), 2);
+    EXPECT_EQ(window->GetNumTilesHigh(), 5);
+}
+
 TEST_F(MainLayout, LockedChangeShowsFiguresOfBothCounts) {
     startWithPhoto();
     setTileInches(8, 8);

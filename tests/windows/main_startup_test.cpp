@@ -277,6 +277,18 @@ TEST_F(MainStartup, LockIsAppliedWithoutMakingTheCountsEqual) {
     EXPECT_EQ(main.GetNumTilesHigh(), 5);
 }
 
+TEST_F(MainStartup, FiguresWaitUntilAllSettingsStand) {
+    create();
+    std::string meanwhile;
+    window->cmbTilesHigh.observe([&](Property) {
+        window->UpdateOutputSize();
+        meanwhile = window->lblFinalSize.caption();
+    });
+    window->load();
+    EXPECT_EQ(meanwhile, "---");
+    EXPECT_EQ(window->lblFinalSize.caption(), "12 x 8 inches");
+}
+
 TEST_F(MainStartup, NothingButTheLastFolderIsWritten) {
     store("prefs_numTiles", "w03h02");
     store("prefs_edgeAdjust", "1_02");
