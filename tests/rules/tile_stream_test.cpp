@@ -120,6 +120,16 @@ TEST(TileStream, makesTheSameFilesAsAWholePhoto) {
     }
 }
 
+TEST(TileStream, resamplesATileOfWhichOneSideAloneGrows) {
+    for (const TileRect& tile : {TileRect{0, 0, 0, 99}, TileRect{0, 0, 99, 0}}) {
+        const Image photo = noise(100, 100);
+        const TileTreatment treatment{false, EdgeTrims{}, 63, 63}; // 100 pixels become 102
+        TileStream stream(std::make_unique<MemoryReader>(photo), {tile}, 1, treatment,
+                          FileType::bmp, 1);
+        EXPECT_EQ(stream.take(0).bytes, expectedFile(photo, tile, treatment, FileType::bmp));
+    }
+}
+
 // Makes tiles until one fails, and gives the number of those before it.
 std::size_t wholeTiles(const Image& photo, int brokenRow, int wide, int high, FileType type) {
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, wide, high));

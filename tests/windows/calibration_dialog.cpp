@@ -110,6 +110,18 @@ TEST(CalibrationDialog, TellsWhatItRead) {
     EXPECT_EQ(window.dialog.ReadBorderPrefs(), 199);
 }
 
+TEST(CalibrationDialog, WhatCannotBeReadLeavesTheProfilesThatAreThere) {
+    CalibrationWindow window;
+    window.haveFile("mine\t01,01,01,01,\r\n");
+    window.dialog.initControls();
+    for (const char* text : {"", "no tab in this line\r\n"}) {
+        window.haveFile(text);
+        EXPECT_LT(window.dialog.ReadBorderPrefs(), 1);
+        window.dialog.initControls();
+        EXPECT_EQ(window.owner.names, Names{"mine"});
+    }
+}
+
 void expectBuiltIn(CalibrationWindow& window) {
     window.dialog.initControls();
     EXPECT_EQ(window.owner.names, builtIn);

@@ -184,6 +184,7 @@ TEST_F(MainLayout, TrimsThatLeaveNothingShowNoFigures) {
     EXPECT_EQ(window->lblResolution.caption(), "---");
     std::vector<TileRect> tiles;
     EXPECT_LT(window->CalcTileCoord(tiles), 1);
+    EXPECT_DOUBLE_EQ(window->GetFinalImgWhRatio(), 0.0);
 }
 
 // Tile sizes

@@ -25,6 +25,7 @@ TEST(SaveDialog, HasItsTexts) {
     EXPECT_EQ(dialog.opbTif.caption(), "Tiff (.tif)");
     EXPECT_EQ(dialog.opbJpg.caption(), "JPEG (.jpg)");
     EXPECT_EQ(dialog.cmdSaveNow.caption(), "Save Images Now");
+    EXPECT_EQ(dialog.cmdClose.caption(), "Close");
 }
 
 TEST(SaveDialog, IsFilledFromThePhotoWhateverTheCaseOfItsEnding) {

@@ -694,6 +694,18 @@ TEST(SaveRun, CancelClickedBetweenTilesIsSeenAfterTheNextOne) {
     EXPECT_EQ(windows.written.size(), 2U);
 }
 
+TEST(SaveRun, CancelClickedWhileATileIsWrittenIsSeenWhenItIs) {
+    SaveWindows windows;
+    windows.whileWriting = [&] {
+        if (windows.written.size() == 1) {
+            windows.progress.cmdCancel.userClick();
+        }
+    };
+    windows.save();
+    EXPECT_EQ(windows.fakes.dialogs.onlyMessage().text, "Canceled by user");
+    EXPECT_EQ(windows.written.size(), 2U);
+}
+
 TEST(SaveRun, ACanceledRunDoesNotCancelTheNext) {
     SaveWindows windows;
     windows.fakes.eventPump.whileServing = [&] { windows.progress.cmdCancel.userClick(); };

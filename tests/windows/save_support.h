@@ -12,6 +12,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -134,6 +135,7 @@ class SaveWindows {
     FakeSaveOwner owner;
     std::vector<WrittenFile> written;
     bool writeFails = false;
+    std::function<void()> whileWriting; // before a file is there
     bool tileImageFails = false;
     std::vector<std::pair<int, int>> tileImagesMade; // width, height
 
@@ -188,6 +190,9 @@ class SaveWindows {
                             const std::vector<std::uint8_t>& bytes) {
             if (writeFails) {
                 throw Error("The disk is full.");
+            }
+            if (whileWriting) {
+                whileWriting();
             }
             written.push_back({pathText(file), bytes});
         };
