@@ -263,6 +263,38 @@ TEST(Saving, ALongWayOfManyWordsLeavesTheWindowsTheirShape) {
     EXPECT_THAT(user.text("frmSimpleMsg", "lnkFol"), HasSubstr("\n"));
 }
 
+// The message, below it the bar, below that the Cancel button; and no room for what is not shown.
+TEST(Saving, TheProgressWindowIsAsHighAsWhatItShows) {
+    Stage stage;
+    stage.user().onWindowThread([] {
+        SystemPlatform system;
+        WxEventPump pump;
+        WxScreen screen(pump);
+        WxDialogs dialogs([] { return nullptr; });
+        Platform platform = system.with(dialogs, pump);
+        frmMsg message(platform, screen);
+        const auto height = [] { return Driver::window("frmMsg")->GetClientSize().y; };
+        const auto bottom = [](const char* name) {
+            return Driver::widget("frmMsg", name)->GetRect().GetBottom();
+        };
+        message.bAllowCancel = true;
+        message.ShowProgressBar("Working");
+        const int withCancel = height();
+        EXPECT_LT(bottom("lblMsg"), bottom("picProgressBar"));
+        EXPECT_LT(bottom("picProgressBar"), bottom("cmdCancel"));
+        EXPECT_LT(bottom("cmdCancel"), withCancel);
+        message.bAllowCancel = false;
+        message.SetMode(2);
+        const int withBar = height();
+        EXPECT_LT(bottom("picProgressBar"), withBar);
+        EXPECT_LT(withBar, withCancel);
+        message.SetMode(1);
+        EXPECT_LT(bottom("lblMsg"), height());
+        EXPECT_LT(height(), withBar);
+        message.unload();
+    });
+}
+
 TEST(Saving, ZoomedAndMovedPosterIsTheOneThatIsSaved) {
     Poster poster(placeColour);
     poster.user.dragSlider("frmMain", "scrZoom", 100);
