@@ -144,14 +144,18 @@ void Bindings::menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model) {
     });
 }
 
-void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& name) {
-    wxMenuItem* item = menu.Append(wxID_ANY, nativeText(model.caption()));
+void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& name,
+                        const std::string& key) {
+    const auto label = [&model, key] {
+        return nativeText(key.empty() ? model.caption() : model.caption() + "\t" + key);
+    };
+    wxMenuItem* item = menu.Append(wxID_ANY, label());
     item->SetHelp(nativeText(name));
     window_.Bind(
         wxEVT_MENU, [&model](wxCommandEvent&) { model.userClick(); }, item->GetId());
-    follow(model, [item, &model](Property property) {
+    follow(model, [item, &model, label](Property property) {
         if (property == Property::caption) {
-            item->SetItemLabel(nativeText(model.caption()));
+            item->SetItemLabel(label());
         } else if (property == Property::enabled) {
             item->Enable(model.enabled());
         }

@@ -36,7 +36,9 @@ class Bindings {
     void release();
 
     void window(Window& model);
-    void menuItem(wxMenu& menu, MenuItem& model, const std::string& name);
+    // key: what the entry can be reached by from anywhere in the window ("F1"), if anything.
+    void menuItem(wxMenu& menu, MenuItem& model, const std::string& name,
+                  const std::string& key = {});
     void menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model);
     void timer(Timer& model);
 

@@ -98,12 +98,12 @@ void MainView::makeMenus() {
     auto* bar = new wxMenuBar;
     static_cast<wxFrame&>(native()).SetMenuBar(bar); // a bar of no window takes no menu's state
     auto* file = new wxMenu;
-    bind().menuItem(*file, model_.mnuExit, "mnuExit");
+    bind().menuItem(*file, model_.mnuExit, "mnuExit", "Ctrl+Q");
     auto* tools = new wxMenu;
     bind().menuItem(*tools, model_.mnuPaperSize, "mnuPaperSize");
     bind().menuItem(*tools, model_.mnuEdgeClip, "mnuEdgeClip");
     auto* help = new wxMenu;
-    bind().menuItem(*help, model_.mnuContent, "mnuContent");
+    bind().menuItem(*help, model_.mnuContent, "mnuContent", "F1");
     bind().menuItem(*help, model_.mnuAbout, "mnuAbout");
     bind().menu(*bar, file, model_.mnuFile);
     bind().menu(*bar, tools, model_.mnuTools);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Starts the real program in the display at hand with a photo to open, waits until its main window
-# shows the photo, closes it, and sees that it ended well.
+# shows the photo, asks for the manual, closes it, and sees that it ended well.
 #
 #   smoke_test.sh PROGRAM PHOTO
 set -euo pipefail
@@ -12,6 +12,12 @@ picture="$home/main.png"
 trap 'rm -rf "$home"' EXIT
 export HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share"
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$home/Desktop" "$home/Documents"
+
+# Stands for the desktop's browser: notes what it is given.
+mkdir "$home/bin"
+printf '#!/bin/sh\necho "$1" >"%s/opened"\n' "$home" >"$home/bin/xdg-open"
+chmod +x "$home/bin/xdg-open"
+export PATH="$home/bin:$PATH"
 
 "$program" --version | grep -q '^Veldara 1\.20$'
 "$program" --help | grep -q 'photo or folder to open'
@@ -32,6 +38,12 @@ if ((colours < few)); then
   exit 1
 fi
 timeout 30 xdotool windowactivate --sync "$window"
+xdotool key F1
+for _ in $(seq 100); do
+  [[ ! -s "$home/opened" ]] || break
+  sleep 0.1
+done
+grep -q '/help/index\.html$' "$home/opened"
 xdotool key alt+F4 # goes to the window manager, as a person's key press does
 for _ in $(seq 300); do
   kill -0 "$pid" 2>/dev/null || break
