@@ -165,6 +165,16 @@ TEST(PaperLine, atALimitIsAcceptedAndAHundredthBeyondIsNot) {
     EXPECT_FALSE(accept(tables, metric("19.04", "0")));
     EXPECT_TRUE(accept(tables, metric("1270", "0")));
     EXPECT_FALSE(accept(tables, metric("1270.01", "0")));
+    for (const char* width : {"19.04", "1270.01"}) {
+        EXPECT_FALSE(
+            accept(tables, "|1|Custom (mm)|" + std::string(width) + "|100|0|0|0|0|0|0|0|0|"))
+            << width;
+    }
+    for (const char* height : {"0.74", "50.01"}) {
+        EXPECT_FALSE(
+            accept(tables, "|0|Custom (Inches)|10|" + std::string(height) + "|0|0|0|0|0|0|0|0|"))
+            << height;
+    }
     EXPECT_TRUE(accept(tables, metric("148", "64.475")));
     EXPECT_FALSE(accept(tables, metric("148", "64.48")));
 }
@@ -258,6 +268,8 @@ TEST(PaperCheck, refusesMarginsThatTakeTheWholeSheet) {
               "Invalid Left / Right Margins.  Together they are larger than the paper width.");
     EXPECT_EQ(check("8.5", "11", {"6", "1", "6", "1"}).text,
               "Invalid Top / Bottom Margins.  Together they are larger than the paper height.");
+    EXPECT_EQ(check("8.5", "11", {"5.5", "1", "5.5", "1"}).text,
+              "Invalid Top / Bottom Margins.  Together they are larger than the paper height.");
     // Left and right are told of first.
     EXPECT_EQ(check("8.5", "11", {"6", "5", "6", "5"}).text, sides.text);
 }
@@ -267,6 +279,7 @@ TEST(PaperCheck, refusesSizesOutsideTheTileLimits) {
     EXPECT_EQ(check("8.5", "50.01", {"0", "0", "0", "0"}).text, "Paper size too large");
     EXPECT_EQ(check("8.5", "11", {"0", "3.9", "0", "3.9"}).text, "Paper/Margins too small");
     EXPECT_EQ(check("8.5", "11", {"0", "3.875", "0", "3.875"}).text, "");
+    EXPECT_EQ(check("8.5", "11", {"5.125", "0", "5.125", "0"}).text, "");
     EXPECT_EQ(check("1270.01", "300", {"0", "0", "0", "0"}, Units::millimetres).text,
               "Paper size too large");
 }
