@@ -13,6 +13,7 @@
 #include <wx/filename.h>
 #include <wx/textctrl.h>
 #include <wx/textdlg.h>
+#include <wx/utils.h>
 
 #ifdef __WXMSW__
 #include <wx/msw/wrapwin.h>
@@ -129,7 +130,10 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
 }
 
 std::string WxDialogs::askSaveFile(const SaveFileRequest& request) {
-    wxFileName file(nativeText(request.folder), nativeText(request.defaultName));
+    // For a folder that is not there the toolkit would take the one that the program was started
+    // in.
+    const wxString folder = nativeText(request.folder);
+    wxFileName file(wxDirExists(folder) ? folder : wxGetHomeDir(), nativeText(request.defaultName));
     int filter = 0;
     for (;;) {
         wxFileDialog dialog(parent_(), nativeText(request.title), file.GetPath(),

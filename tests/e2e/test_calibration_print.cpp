@@ -96,6 +96,15 @@ TEST(CalibrationPrint, StartsInTheDocumentsFolderWithAProposedName) {
     print.close();
 }
 
+TEST(CalibrationPrint, StartsInTheHomeFolderWithoutADocumentsFolder) {
+    Print print;
+    fs::remove(print.documents());
+    print.askForFile();
+    print.user.key(WXK_RETURN);
+    print.expectDone(print.stage.home().path() / "Edge_Test_Image.bmp");
+    print.close();
+}
+
 TEST(CalibrationPrint, TheEndingOfTheNameChoosesTheType) {
     Print print;
     print.askForFile();
