@@ -121,11 +121,11 @@ void frmMain::UpdateOutputSize() {
     if (!layout) {
         return;
     }
-    OutputFigures figures{"---", "---", "---", "---"}; // the trims may leave nothing of a tile
+    OutputFigures figures;
     try {
         figures = outputFigures(*layout, bImgSelected, unitsOf(iCurUnits), platform_.numberStyle);
     } catch (const Error&) {
-        figures.size = "---";
+        figures = {"---", "---", "---", "---"}; // the trims leave nothing of a tile
     }
     lblFinalSize.setCaption(figures.size);
     lblResolution.setCaption(figures.resolution);

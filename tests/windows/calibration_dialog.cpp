@@ -345,6 +345,12 @@ TEST(CalibrationDialog, ACountEditedByHandShowsAsNoChoiceAndIsKept) {
     });
 }
 
+TEST(CalibrationDialog, TheLeastCountThatHasNoChoiceShowsAsNone) {
+    CalibrationWindow window;
+    window.haveFile("mine\t17,16,-1,00,\r\n");
+    window.open([&] { EXPECT_EQ(window.choices(), (std::vector<int>{-1, 16, -1, 0})); });
+}
+
 // New, rename, delete
 
 TEST(CalibrationDialog, ANewProfileIsAppendedAndSelected) {

@@ -181,7 +181,10 @@ TEST_F(MainLayout, TrimsThatLeaveNothingShowNoFigures) {
     setTileInches(0.75, 0.75);
     window->chkPreviewTiles.userSetChecked(false);
     window->chkPrinterClips.userSetChecked(true);
-    EXPECT_EQ(window->lblResolution.caption(), "---");
+    for (const Label* figure : {&window->lblFinalSize, &window->lblMPixVal, &window->lblResolution,
+                                &window->lblQuality}) {
+        EXPECT_EQ(figure->caption(), "---");
+    }
     std::vector<TileRect> tiles;
     EXPECT_LT(window->CalcTileCoord(tiles), 1);
     EXPECT_DOUBLE_EQ(window->GetFinalImgWhRatio(), 0.0);
