@@ -35,6 +35,7 @@ struct TileJob {
     int workers = 0; // threads that encode; 0: as many as the machine has cores
 };
 
+// Writes the tiles one by one; those that were not asked for when it is destroyed stay undone.
 class TileRun {
   public:
     // Of a photo whose tiles can be had whole. Starts encoding ahead at once. The source must
@@ -44,8 +45,6 @@ class TileRun {
     // Of tiles that somebody encodes.
     TileRun(std::unique_ptr<EncodedTiles> tiles, std::vector<std::filesystem::path> files,
             TileDisk disk);
-
-    // Leaves the tiles that were not asked for when it is destroyed.
 
     std::size_t count() const { return files_.size(); }
     std::size_t written() const { return written_; }
