@@ -265,6 +265,20 @@ TEST_F(HandOver, SaveDialogIsPrefilledFromTheMainWindow) {
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
+TEST_F(HandOver, APosterOfOneTileIsOneToLookAtAndToSave) {
+    startWithPhoto();
+    window->cmbTilesWide.userSelect(0);
+    window->cmbTilesHigh.userSelect(0);
+    frmPreview& preview = openPreview();
+    preview.userResize(900, 700);
+    EXPECT_NE(preview.picPreview.pixels(), nullptr);
+    whenShown<frmSaveTiles>("frmSaveTiles",
+                            [](frmSaveTiles& dialog) { dialog.cmdClose.userClick(); });
+    window->cmdSaveNow.userClick();
+    EXPECT_TRUE(fakes.screen.allUsersPlayed());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
 TEST_F(HandOver, SavingWithAnInvalidTileSizeOnlyComplains) {
     startWithPhoto();
     window->chkPreviewTiles.userSetChecked(false);
