@@ -37,6 +37,11 @@ class ProgressWindow : public ::testing::Test {
     frmMsg window{platform, fakes.screen};
 };
 
+TEST_F(ProgressWindow, HasItsTexts) {
+    EXPECT_EQ(window.caption(), "Veldara");
+    EXPECT_EQ(window.cmdCancel.caption(), "Cancel");
+}
+
 TEST_F(ProgressWindow, MessageLayoutIsTheLabelAlone) {
     window.bAllowCancel = true;
     window.SetMode(1);
