@@ -5,6 +5,7 @@
 #include "e2e/test_photos.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #ifdef __WXMSW__
 #include <wx/msw/wrapwin.h>
@@ -85,7 +86,12 @@ class Measured {
         user_.onWindowThread([this] { heartbeat_ = std::make_unique<Heartbeat>(); });
     }
     ~Measured() {
-        user_.onWindowThread([this] { heartbeat_.reset(); });
+        try {
+            user_.onWindowThread([this] { heartbeat_.reset(); });
+        } catch (const std::exception& error) { // the timer belongs to a thread that is stuck
+            std::cerr << error.what() << std::endl;
+            std::abort();
+        }
     }
 
     template <typename Act>

@@ -5,6 +5,7 @@
 #include "platform/text/path_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include <gmock/gmock.h>
@@ -305,9 +306,10 @@ TEST(Saving, ZoomedAndMovedPosterIsTheOneThatIsSaved) {
     poster.acceptResult();
 
     // Every pixel says where in the photo it stood.
-    std::vector<PhotoRectangle> tiles;
+    std::array<PhotoRectangle, 6> tiles;
     for (int i = 0; i < 6; ++i) {
-        tiles.push_back(rectangleOf(readPicture(poster.tile(i + 1, ".bmp"))));
+        tiles.at(static_cast<std::size_t>(i)) =
+            rectangleOf(readPicture(poster.tile(i + 1, ".bmp")));
     }
     EXPECT_GT(tiles[0].left + tiles[5].right, side); // moved to the right
     EXPECT_LT(tiles[0].top + tiles[5].bottom, side); // and up

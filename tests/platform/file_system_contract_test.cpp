@@ -177,8 +177,8 @@ TEST_F(TheFileSystem, SaysThatATextFileCannotBeOpenedOrCreated) {
 }
 
 TEST_F(TheFileSystem, GivesUpOnAFileThatIsNoText) {
-    // Ten million bytes without a line end: an error, or lines of a bounded length, but an end.
-    folder.addFile("binary", std::string(10'000'000, '\x01'));
+    // Eight million bytes without a line end: an error, or lines of a bounded length, but an end.
+    folder.addFile("binary", std::string(8'000'000, '\x01'));
     const std::unique_ptr<TextReader> reader = object->openTextFile(folder / "binary");
     std::size_t longest = 0;
     try {

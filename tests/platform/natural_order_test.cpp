@@ -10,6 +10,7 @@
 namespace veldara::test {
 namespace {
 
+using namespace std::string_literals;
 using Names = std::vector<std::string>;
 
 void expectOrder(const Names& names) {
@@ -71,7 +72,7 @@ TEST(TheOrderOfNames, TakesAnyBytes) {
 // A sort is only sound over an order: never both ways, and never in a circle.
 TEST(TheOrderOfNames, IsOneOrderForRandomNames) {
     std::mt19937 random(7);
-    const std::string alphabet("aAbB019. \xC3\xA4\x84\xFF", 14);
+    const std::string alphabet = "aAbB019. \xC3\xA4\x84\xFF\0"s;
     const auto name = [&] {
         std::string text;
         for (std::size_t i = random() % 6; i > 0; --i) {

@@ -15,6 +15,7 @@
 namespace veldara::test {
 namespace {
 
+using namespace std::string_literals;
 using Names = std::vector<std::string>;
 
 class Folders : public ::testing::Test {
@@ -140,7 +141,7 @@ TEST_F(TextFiles, TakeALineOfAMillionBytesAndRefuseAlongerOne) {
 }
 
 TEST_F(TextFiles, CarryAnyBytes) {
-    const std::string line("a\0b\xFF\x80 \t\r c", 11);
+    const std::string line = "a\0b\xFF\x80 \t\r c\0"s;
     {
         LineWriter writer(folder / "bytes");
         writer.writeLine(line);

@@ -91,7 +91,7 @@ TEST_F(TheRegistryFile, HasNoValuesWhenItIsGarbageOrHuge) {
     for (int i = 0; i < 70'000; ++i) {
         garbage += static_cast<char>(i * 7919 >> 3);
     }
-    for (const std::string& content : {garbage, std::string(10'000'000, 'x'), std::string()}) {
+    for (const std::string& content : {garbage, std::string(8'000'000, 'x'), std::string()}) {
         folder.addFile("veldara/values", content);
         RegistryValue value;
         EXPECT_EQ(registry.queryValue(root, key, "a", value), ValueFileRegistry::fileNotFound);
