@@ -7,6 +7,7 @@
 #include "cli/plan_json.h"
 #include "cli/progress_bar.h"
 #include "output/save_messages.h"
+#include "output/tile_files.h"
 #include "output/tile_run.h"
 #include "output/tile_stream.h"
 #include "platform/error.h"
@@ -66,8 +67,7 @@ bool mayUseExisting(const Options& options, Console& console, const std::string&
 void refuseTilesOverThePhoto(const JobPlan& plan, const Options& options) {
     const std::filesystem::path photo = textPath(options.photo);
     for (const std::filesystem::path& file : plan.files()) {
-        std::error_code error; // of a file that is not there yet
-        if (std::filesystem::equivalent(photo, file, error)) {
+        if (isSameFile(photo, file)) {
             throw Error("The tile \"" + pathText(file) +
                         "\" would take the photo's place: give another --base or --out.");
         }

@@ -52,6 +52,7 @@ void frmSaveTiles::OpenForPhoto(const std::string& drive, const std::string& fol
         platform_.dialogs.showMessage(invalidPhotoNameMessage());
         return;
     }
+    photo_ = textPath(withSeparator(folder, platform_.drives.separator()) + photoFileName);
     txtBaseFileName.setText(*base);
     txtNewFolderName.setText(defaultFolderName(*base));
     const std::optional<FileType> type = fileTypeByName(photoFileName);

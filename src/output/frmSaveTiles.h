@@ -126,6 +126,7 @@ class frmSaveTiles : public Window {
     frmMsg& progress_;
     frmSimpleMsg& result_;
     SaveDoors doors_;
+    std::filesystem::path photo_; // whose tiles are saved
     bool filling_ = false;
     bool saving_ = false;
 };

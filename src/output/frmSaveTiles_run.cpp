@@ -1,6 +1,7 @@
 // The run of the save dialog that writes the tiles.
 #include "output/frmSaveTiles.h"
 #include "output/save_messages.h"
+#include "output/tile_files.h"
 #include "output/tile_run.h"
 #include "platform/error.h"
 #include "platform/text/path_text.h"
@@ -156,8 +157,12 @@ bool frmSaveTiles::nameFiles(std::size_t count, std::vector<std::filesystem::pat
     const TileFileParts parts{dirTile.path(), txtNewFolderName.text(), txtBaseFileName.text(),
                               chosenType()};
     for (std::size_t i = 0; i < count; ++i) {
-        const TileFileName name =
+        TileFileName name =
             getTileFileName(parts, static_cast<int>(i) + 1, platform_.drives.separator());
+        // Who lets tiles of an earlier run be overwritten does not mean what they are cut from.
+        if (name.ok() && isSameFile(textPath(name.path), photo_)) {
+            name.problem = "The tile \"" + name.path + "\" would take the photo's place";
+        }
         if (!name.ok()) {
             return endRun(tileNameProblemMessage(name.problem), Progress::closesAtNextTick,
                           Dialog::leftToCaller);

@@ -3,6 +3,8 @@
 #include "platform/image/file_ending.h"
 #include "platform/text/characters.h"
 
+#include <system_error>
+
 namespace veldara {
 
 std::optional<std::string> defaultBaseName(const std::string& photoName) {
@@ -48,6 +50,11 @@ TileFileName getTileFileName(const TileFileParts& parts, int tileNumber, char se
     return {tileFolderPrefix(parts.parent, parts.newFolder, separator) + parts.base +
                 tileNumberText(tileNumber) + extensionOf(*parts.type),
             {}};
+}
+
+bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code error; // of a file that is not there
+    return std::filesystem::equivalent(one, other, error);
 }
 
 } // namespace veldara

@@ -4,6 +4,7 @@
 #include "platform/image/codec.h"
 #include "platform/text/path_text.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -46,5 +47,8 @@ struct TileFileName {
 // tileNumber counts from 1.
 TileFileName getTileFileName(const TileFileParts& parts, int tileNumber,
                              char separator = platformSeparator);
+
+// Whether both paths lead to one and the same file that is there.
+bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
 } // namespace veldara

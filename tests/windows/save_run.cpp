@@ -1,6 +1,7 @@
 // A run that writes tiles: what is written, in which order, and every way in which it can end.
 #include "save_support.h"
 #include "support/disk_file_system.h"
+#include "support/temp_folder.h"
 
 #include <system_error>
 
@@ -531,6 +532,26 @@ TEST(SaveRun, WithoutAPlaceThereAreNoFileNames) {
                                 "image folder will be created"));
     EXPECT_EQ(windows.progress.curStatus, 1);
     EXPECT_TRUE(windows.written.empty());
+}
+
+TEST(SaveRun, ATileNeverTakesThePhotosPlace) {
+    const TempFolder disk;
+    const std::string photo = disk.addFile("h002.bmp", "the photo");
+    SaveWindows windows(platformSeparator);
+    windows.photos = disk.text();
+    windows.drive = windows.fakes.drives.names.front();
+    windows.fakes.tree.addFolder(disk.text());
+    windows.fakes.dialogs.answers = {Answer::yes}; // the folder is there
+    windows.save(
+        [&] {
+            windows.dialog.txtNewFolderName.userSetText("");
+            windows.dialog.txtBaseFileName.userSetText("h");
+        },
+        "h002.bmp");
+    EXPECT_EQ(
+        windows.fakes.dialogs.messages.back(),
+        critical("Error", "Problem: The tile \"" + photo + "\" would take the photo's place"));
+    EXPECT_TRUE(windows.written.empty()) << "not even the tile before it";
 }
 
 TEST_F(SaveFailure, CompensationFails) {
