@@ -108,4 +108,17 @@ inline std::string a4Line() {
     return "|1|A4 - 210 x 297|210|297|25|25|25|25|25|25|25|25|";
 }
 
+// What the dialog tells the main window, under names.
+struct Whu {
+    explicit Whu(const frmTileSize& dialog) {
+        dialog.getWhuValues(tileWidth, tileHeight, paperWidth, paperHeight, units, name);
+    }
+    double tileWidth = 0;
+    double tileHeight = 0;
+    double paperWidth = 0;
+    double paperHeight = 0;
+    int units = -1;
+    std::string name;
+};
+
 } // namespace veldara::test
