@@ -124,13 +124,16 @@ void frmMain::openPhoto(const std::string& path) {
     if (!fileExists(path)) {
         throw Error("Could not read \"" + path + "\": the file does not exist.");
     }
+    const int generation = listGeneration_;
     if (!goToFolder(platform_.drives.wayTo(path.substr(0, lastSeparator + 1)).back())) {
         return;
     }
     if (!isListedFile(name, cmbFileType.listIndex())) {
         cmbFileType.setListIndex(filterImages);
     }
-    FillFileList(/*skipLastFolder=*/true); // the file may be younger than the list
+    if (generation == listGeneration_) { // the file may be younger than the list
+        FillFileList(/*skipLastFolder=*/true);
+    }
     const std::vector<std::string>& names = lstFiles.items();
     const auto found = std::find(names.begin(), names.end(), name);
     if (found == names.end()) { // it has just gone, or its folder cannot be listed

@@ -50,6 +50,20 @@ TEST_F(OpeningAPath, PhotoYoungerThanTheListIsFound) {
     EXPECT_EQ(window->lImgWidth, 400);
 }
 
+TEST_F(OpeningAPath, TheFolderIsListedOnceWhetherItIsANewOneOrNot) {
+    fakes.tree.addFile("/far/away/lake.tif");
+    sizes["lake.tif"] = {400, 300};
+    addPhoto("b.jpg", 400, 300);
+    startWithPhoto();
+    const auto objectsFor = [this](const std::string& path) { // each listing makes one
+        const int before = fakes.fileSystem.objectsMade;
+        window->openPath(path);
+        return fakes.fileSystem.objectsMade - before;
+    };
+    const int inTheSameFolder = objectsFor("/photos/b.jpg");
+    EXPECT_EQ(objectsFor("/far/away/lake.tif"), inTheSameFolder);
+}
+
 TEST_F(OpeningAPath, PhotoThatIsShownIsReadAgain) {
     startWithPhoto();
     sizes["photo.jpg"] = {400, 300};
