@@ -19,8 +19,8 @@ printf '#!/bin/sh\necho "$1" >"%s/opened"\n' "$home" >"$home/bin/xdg-open"
 chmod +x "$home/bin/xdg-open"
 export PATH="$home/bin:$PATH"
 
-"$program" --version | grep -q '^Veldara 1\.20$'
-"$program" --help | grep -q 'photo or folder to open'
+"$program" --version | grep '^Veldara 1\.20$' >/dev/null # -q would close the pipe too early
+"$program" --help | grep 'photo or folder to open' >/dev/null
 cd "$(dirname "$photo")"
 "$program" "$(basename "$photo")" &
 pid=$!

@@ -161,12 +161,26 @@ TEST(Dialogs, ClippedEdgesAreIntroducedWhenTheBoxIsTicked) {
     EXPECT_TRUE(user.isEnabled("frmMain", "cmbCurBtm"));
 }
 
-TEST(Dialogs, FullScreenPreviewByMouse) {
+// The program with a photo to look at and to save.
+class Lake {
+  public:
+    Lake() {
+        writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
+        stage.start();
+        stage.pickPhoto("lake.bmp");
+    }
+    void openPreviewByKey() {
+        user.key('P', wxMOD_ALT);
+        user.waitForWindow("frmPreview");
+    }
+
     Stage stage;
-    writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
-    stage.start();
-    stage.pickPhoto("lake.bmp");
     Driver& user = stage.user();
+};
+
+TEST(Dialogs, FullScreenPreviewByMouse) {
+    Lake lake;
+    Driver& user = lake.user;
     report("frmPreview", user.timeToOpenByClick("frmPreview", "cmdLargePreview"));
     EXPECT_EQ(user.title("frmPreview"), "Poster Preview");
     user.waitUntil("the poster fills the screen", [] {
@@ -186,13 +200,9 @@ TEST(Dialogs, FullScreenPreviewByMouse) {
 }
 
 TEST(Dialogs, FullScreenPreviewComesToTheFrontAgain) {
-    Stage stage;
-    writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
-    stage.start();
-    stage.pickPhoto("lake.bmp");
-    Driver& user = stage.user();
-    user.key('P', wxMOD_ALT);
-    user.waitForWindow("frmPreview");
+    Lake lake;
+    Driver& user = lake.user;
+    lake.openPreviewByKey();
     user.onWindowThread([] { Driver::window("frmMain")->Raise(); });
     user.waitUntil("the main window is in front",
                    [] { return Driver::window("frmMain")->IsActive(); });
@@ -202,13 +212,9 @@ TEST(Dialogs, FullScreenPreviewComesToTheFrontAgain) {
 }
 
 TEST(Dialogs, FullScreenPreviewByKeyboard) {
-    Stage stage;
-    writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
-    stage.start();
-    stage.pickPhoto("lake.bmp");
-    Driver& user = stage.user();
-    user.key('P', wxMOD_ALT);
-    user.waitForWindow("frmPreview");
+    Lake lake;
+    Driver& user = lake.user;
+    lake.openPreviewByKey();
     user.waitUntil("the close button has the keyboard", [] {
         const wxWindow* close = Driver::widget("frmPreview", "cmdClose");
         return close != nullptr && close->HasFocus();
@@ -242,11 +248,8 @@ TEST(Dialogs, AboutByKeyboard) {
 }
 
 TEST(Dialogs, SaveOpensQuickly) {
-    Stage stage;
-    writeBitmap(stage.photos() / "lake.bmp", 900, 600, smoothColour);
-    stage.start();
-    stage.pickPhoto("lake.bmp");
-    Driver& user = stage.user();
+    Lake lake;
+    Driver& user = lake.user;
     report("frmSaveTiles", user.timeToOpenByClick("frmSaveTiles", "cmdSaveNow"));
     user.click("frmSaveTiles", "cmdClose");
     user.waitForWindowToGo("frmSaveTiles");

@@ -6,9 +6,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <wx/dnd.h>
-#include <wx/frame.h>
-#include <wx/panel.h>
 
 namespace veldara::test {
 
