@@ -1,4 +1,4 @@
-// The time of day, behind a door so that tests can set it.
+// The time of day, behind an interface so that tests can set it.
 #pragma once
 
 namespace veldara {

@@ -1,6 +1,7 @@
 // The system's own small dialogs: message box, input box, save-file dialog.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct Message {
     std::string title; // empty: the program's own title
     MessageIcon icon = MessageIcon::none;
     MessageButtons buttons = MessageButtons::ok;
+    std::optional<Answer> defaultAnswer = std::nullopt; // of Enter; nothing: the first button
     bool operator==(const Message&) const = default;
 };
 
@@ -23,6 +25,12 @@ struct FileFilter {
     std::string label;
     std::string pattern;
     bool operator==(const FileFilter&) const = default;
+};
+
+struct OpenFileRequest {
+    std::string title;
+    std::vector<FileFilter> filters;
+    std::string folder; // where it starts; empty: the system's choice
 };
 
 struct SaveFileRequest {
@@ -39,6 +47,8 @@ class Dialogs {
     // The entered text; empty for Cancel.
     virtual std::string askText(const std::string& prompt, const std::string& title,
                                 const std::string& proposed) = 0;
+    // The path of the chosen file, which exists; empty for Cancel.
+    virtual std::string askOpenFile(const OpenFileRequest& request) = 0;
     // The chosen path, or the empty text; asks before an existing file is chosen.
     virtual std::string askSaveFile(const SaveFileRequest& request) = 0;
 };

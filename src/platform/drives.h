@@ -22,6 +22,11 @@ class Drives {
     virtual std::vector<std::string> subfolders(const std::string& folder) = 0;
     // The folders from the drive's root down to the folder itself, as full paths.
     virtual std::vector<std::string> wayTo(const std::string& folder) = 0;
+    // Whether the folder lies on a drive of this machine that is always there: not on the network
+    // and on no medium that can be removed. Asks no other machine.
+    virtual bool isOnFixedDrive(const std::string&) { return true; }
+    // False for a folder of another machine that does not answer within about a second.
+    virtual bool answersSoon(const std::string&) { return true; }
     // The platform's separator between names: '\\' or '/'.
     virtual char separator() const = 0;
 };

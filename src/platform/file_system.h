@@ -40,6 +40,9 @@ class FileSystemObject {
     virtual std::uint64_t freeSpace(const std::string& drive) = 0;                   // throws Error
     virtual std::unique_ptr<TextReader> openTextFile(const std::string& path) = 0;   // throws Error
     virtual std::unique_ptr<TextWriter> createTextFile(const std::string& path) = 0; // throws Error
+    // Copies a file that could not be read and is about to be replaced, so that nothing is lost.
+    // The copy's name ends in ".unread", with a number where that is taken. Throws Error.
+    virtual void keepCopy(const std::string& path) = 0;
 };
 
 // Makes file-system objects. Making one can fail where the system's component is missing.
@@ -47,6 +50,9 @@ class FileSystem {
   public:
     virtual ~FileSystem() = default;
     virtual std::unique_ptr<FileSystemObject> create() = 0; // throws Error
+    // The same, or without that component an object that uses the system's own calls: for browsing
+    // and reading, where nobody need know of the component.
+    virtual std::unique_ptr<FileSystemObject> createOrSubstitute() { return create(); }
 };
 
 } // namespace veldara

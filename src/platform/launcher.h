@@ -1,6 +1,7 @@
 // Starts what lies outside the program: the help viewer, a folder or web page, another program.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace veldara {
@@ -10,6 +11,9 @@ class Launcher {
     virtual ~Launcher() = default;
     virtual void openHelp(const std::string& file) = 0;     // its default topic; throws Error
     virtual void openTarget(const std::string& target) = 0; // folder or address; throws Error
+    // The desktop's own program that shows facts about the system: its path, empty where there is
+    // none. Nothing where the registry names that program instead.
+    virtual std::optional<std::string> systemInformationProgram() { return std::nullopt; }
     virtual void startProgram(const std::string& path) = 0; // normal, focused window; throws Error
 };
 

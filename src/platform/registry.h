@@ -1,6 +1,7 @@
 // The registry: small named values that outlive the program, kept machine-wide.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,6 +19,9 @@ struct RegistryValue {
     std::vector<std::uint8_t> bytes;        // other: as stored
 };
 
+constexpr std::size_t fullAccessBuffer = 1024;
+constexpr long moreData = 234; // the system's code for a value that does not fit
+
 // Every call returns the platform's code, 0 for success, and throws nothing: a registry that cannot
 // be used is an ordinary state that its callers live with.
 class Registry {
@@ -29,7 +33,9 @@ class Registry {
     virtual long createKey(RegistryRoot root, const std::string& key) = 0;
     virtual long queryValue(RegistryRoot root, const std::string& key, const std::string& name,
                             RegistryValue& value) = 0;
-    // Opens the key with full access rights first, as the System Information lookup does.
+    // Opens the key with full access rights first, as the System Information lookup does. A value
+    // of more characters than fullAccessBuffer, a closing NUL included, gives moreData; a text
+    // keeps every NUL but the closing one.
     virtual long queryValueFullAccess(RegistryRoot root, const std::string& key,
                                       const std::string& name, RegistryValue& value) = 0;
     // Create or open the key, write, close. The closing NUL is stored with a string.

@@ -27,6 +27,9 @@ constexpr int specialFolderIdentifier(int kind) {
     }
 }
 
+constexpr int picturesIdentifier = 39;
+constexpr int homeIdentifier = 40;
+
 class SpecialFolders {
   public:
     virtual ~SpecialFolders() = default;

@@ -45,6 +45,17 @@ TEST_F(TheRegistry, KeepsTheValuesOfAKeyThatIsCreatedAgain) {
     EXPECT_EQ(stored("value").text, "text");
 }
 
+TEST_F(TheRegistry, ReadsWithFullAccessWhatFitsItsBuffer) {
+    RegistryValue value;
+    ASSERT_EQ(registry.setString(root, key, "fits", std::string(fullAccessBuffer - 1, 'x')), 0);
+    EXPECT_EQ(registry.queryValueFullAccess(root, key, "fits", value), 0);
+    EXPECT_EQ(value.text, std::string(fullAccessBuffer - 1, 'x'));
+    ASSERT_EQ(registry.setString(root, key, "longer", std::string(fullAccessBuffer, 'x')), 0);
+    EXPECT_EQ(registry.queryValueFullAccess(root, key, "longer", value), moreData);
+    EXPECT_EQ(value.type, RegistryType::none);
+    EXPECT_EQ(registry.queryValue(root, key, "longer", value), 0);
+}
+
 TEST_F(TheRegistry, StoresTextsAndMakesTheirKey) {
     for (const std::string& text :
          {std::string("w03h02"), std::string(), std::string(" blanks  kept "),

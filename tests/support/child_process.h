@@ -58,8 +58,8 @@ inline void enterOwnMounts() {
         std::ofstream("/proc/self/uid_map") << user << ' ' << user << " 1";
         std::ofstream("/proc/self/gid_map") << group << ' ' << group << " 1";
     }
-    // In a changed root, "/" may be no mount and then takes no such mark: the mark is set at the
-    // real root, where entering the mounts once more leads, and the way back is kept.
+    // In a changed root, "/" may be no mount and then takes no such flag: the flag is set at the
+    // real root, which is reached by entering the mounts once more, and the path back is kept.
     const int root = ::open("/", O_PATH | O_DIRECTORY | O_CLOEXEC);
     const int mounts = ::open("/proc/self/ns/mnt", O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(::setns(mounts, CLONE_NEWNS), 0);

@@ -105,6 +105,10 @@ class DiskFileSystem : public FileSystem {
             refuse(owner_.faults.createTextFileFails, path);
             return std::make_unique<Writer>(owner_, path);
         }
+        void keepCopy(const std::string& path) override {
+            refuse(owner_.faults.keepCopyFails, path);
+            std::filesystem::copy_file(pathOf(path), pathOf(path + ".unread"));
+        }
 
       private:
         DiskFileSystem& owner_;

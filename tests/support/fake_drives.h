@@ -71,6 +71,13 @@ class FakeDrives final : public Drives {
         return way;
     }
 
+    bool isOnFixedDrive(const std::string& folder) override {
+        return onNetwork.empty() || folder.rfind(onNetwork, 0) != 0;
+    }
+    bool answersSoon(const std::string& folder) override { return isOnFixedDrive(folder); }
+
+    std::string onNetwork; // folders that begin so are on another machine, which does not answer
+
     char separator() const override { return tree_.separator; }
 
   private:

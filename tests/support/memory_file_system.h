@@ -54,6 +54,9 @@ class MemoryFileSystem : public FileSystem {
         ++objectsMade;
         return std::make_unique<Object>(*this, tree_);
     }
+    std::unique_ptr<FileSystemObject> createOrSubstitute() override {
+        return faults.substituteWorks ? std::make_unique<Object>(*this, tree_) : create();
+    }
 
   private:
     class Writer : public TextWriter {
@@ -116,6 +119,10 @@ class MemoryFileSystem : public FileSystem {
                        tree_.hasFolder(path) || tree_.locked(path),
                    "created");
             return std::make_unique<Writer>(owner_, tree_, path);
+        }
+        void keepCopy(const std::string& path) override {
+            refuse(owner_.faults.keepCopyFails || !fileExists(path), "copied");
+            tree_.files[tree_.clean(path) + ".unread"] = tree_.files[tree_.clean(path)];
         }
 
       private:

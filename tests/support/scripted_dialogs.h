@@ -24,9 +24,11 @@ class ScriptedDialogs : public Dialogs {
     std::vector<Message> messages; // every message box, in order
     std::vector<TextRequest> textRequests;
     std::vector<SaveFileRequest> saveRequests;
+    std::vector<OpenFileRequest> openRequests;
 
     std::deque<Answer> answers;            // for message boxes; empty: the first button
     std::deque<std::string> texts;         // for askText; empty: Cancel
+    std::deque<std::string> openFilePaths; // for askOpenFile; empty: Cancel
     std::deque<std::string> saveFilePaths; // for askSaveFile; empty: Cancel
 
     // Looks at the program while a message box stands, before it is answered.
@@ -51,6 +53,11 @@ class ScriptedDialogs : public Dialogs {
                         const std::string& proposed) override {
         textRequests.push_back({prompt, title, proposed});
         return next(texts);
+    }
+
+    std::string askOpenFile(const OpenFileRequest& request) override {
+        openRequests.push_back(request);
+        return next(openFilePaths);
     }
 
     std::string askSaveFile(const SaveFileRequest& request) override {

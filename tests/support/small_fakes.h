@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,10 @@ class ImmediateEventPump : public EventPump {
 class FakeLauncher : public Launcher {
   public:
     bool fails = false;
-    std::vector<std::string> log; // "help FILE", "open TARGET", "start PATH"
+    std::optional<std::string> systemInformation; // nothing: the registry names it
+    std::vector<std::string> log;                 // "help FILE", "open TARGET", "start PATH"
 
+    std::optional<std::string> systemInformationProgram() override { return systemInformation; }
     void openHelp(const std::string& file) override { note("help " + file); }
     void openTarget(const std::string& target) override { note("open " + target); }
     void startProgram(const std::string& path) override { note("start " + path); }

@@ -1,7 +1,8 @@
 #include "platform/linux/desktop_launcher.h"
 
 #include "platform/error.h"
-#include "platform/linux/descriptor.h"
+#include "platform/files/descriptor.h"
+#include "platform/files/file_error.h"
 
 #include <algorithm>
 #include <array>
@@ -180,6 +181,15 @@ void DesktopLauncher::openTarget(const std::string& target) {
         throw Error("The folder \"" + target + "\" is not there.");
     }
     open(folder.string());
+}
+
+std::optional<std::string> DesktopLauncher::systemInformationProgram() {
+    for (const char* name : {"kinfocenter", "hardinfo2", "hardinfo"}) {
+        if (std::string program = findProgram(name, environment_("PATH")); !program.empty()) {
+            return program;
+        }
+    }
+    return std::string();
 }
 
 void DesktopLauncher::startProgram(const std::string& path) {

@@ -17,6 +17,7 @@ class DesktopLauncher : public Launcher {
     // or a folder that exists.
     void openHelp(const std::string& file) override;
     void openTarget(const std::string& target) override;
+    std::optional<std::string> systemInformationProgram() override;
     void startProgram(const std::string& path) override;
 
   private:

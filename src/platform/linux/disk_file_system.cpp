@@ -1,7 +1,7 @@
 #include "platform/linux/disk_file_system.h"
 
 #include "platform/error.h"
-#include "platform/linux/descriptor.h"
+#include "platform/files/file_error.h"
 #include "platform/linux/text_files.h"
 #include "platform/text/natural_order.h"
 
@@ -81,6 +81,17 @@ class DiskObject : public FileSystemObject {
             fs::create_directories(ownFolder_, ignored);
         }
         return std::make_unique<LineWriter>(path);
+    }
+
+    void keepCopy(const std::string& path) override {
+        constexpr int mostCopies = 100;
+        std::error_code code = std::make_error_code(std::errc::file_exists);
+        for (int i = 1; i <= mostCopies && code == std::errc::file_exists; ++i) {
+            fs::copy_file(path, path + ".unread" + (i == 1 ? "" : std::to_string(i)), code);
+        }
+        if (code) {
+            throw Error("The file \"" + path + "\" cannot be copied: " + code.message() + ".");
+        }
     }
 
   private:

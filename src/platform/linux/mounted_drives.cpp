@@ -1,7 +1,7 @@
 #include "platform/linux/mounted_drives.h"
 
 #include "platform/error.h"
-#include "platform/linux/descriptor.h"
+#include "platform/files/descriptor.h"
 #include "platform/text/natural_order.h"
 
 #include <algorithm>

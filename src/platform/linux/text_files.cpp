@@ -1,6 +1,6 @@
 #include "platform/linux/text_files.h"
 
-#include "platform/error.h"
+#include "platform/files/file_error.h"
 
 #include <cerrno>
 #include <utility>
@@ -13,15 +13,11 @@ namespace {
 
 constexpr std::size_t blockSize = 65536;
 
-[[noreturn]] void fail(const std::string& path, const char* verb, int code) {
-    throw Error("The file \"" + path + "\" cannot be " + verb + ": " + reasonOf(code) + ".");
-}
-
 } // namespace
 
 LineReader::LineReader(const std::string& path) : path_(path), file_(openRegularFile(path)) {
     if (!file_) {
-        fail(path_, "opened", errno);
+        throw FileError("open", path_, errno);
     }
 }
 
@@ -39,7 +35,7 @@ void LineReader::fill() {
     block_.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
     ended_ = block_.empty();
     if (count < 0) {
-        fail(path_, "read", code);
+        throw FileError("read", path_, code);
     }
 }
 
@@ -70,20 +66,13 @@ std::string LineReader::readLine() {
     return line;
 }
 
-LineWriter::LineWriter(const std::string& path) : path_(path), file_(path) {
-    if (const int code = file_.open(); code != 0) {
-        fail(path_, "created", code);
-    }
-}
+LineWriter::LineWriter(const std::string& path) : file_(path) {}
 
 void LineWriter::writeLine(const std::string& line) {
     pending_ += line;
     pending_ += "\r\n";
     if (pending_.size() >= blockSize) {
-        const std::string block = std::exchange(pending_, {});
-        if (const int code = file_.write(block); code != 0) {
-            fail(path_, "written", code);
-        }
+        file_.write(std::exchange(pending_, {}));
     }
 }
 
@@ -91,14 +80,8 @@ void LineWriter::close() {
     if (closed_) {
         return;
     }
-    int code = file_.write(pending_);
-    pending_.clear();
-    if (code == 0) {
-        code = file_.finish();
-    }
-    if (code != 0) {
-        fail(path_, "written", code);
-    }
+    file_.write(std::exchange(pending_, {}));
+    file_.commit();
     closed_ = true;
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/file_system.h"
-#include "platform/linux/descriptor.h"
-#include "platform/linux/whole_file.h"
+#include "platform/files/descriptor.h"
+#include "platform/files/whole_file.h"
 
 #include <cstddef>
 #include <string>
@@ -40,7 +40,6 @@ class LineWriter : public TextWriter {
     void close() override;
 
   private:
-    std::string path_;
     WholeFile file_;
     std::string pending_;
     bool closed_ = false;

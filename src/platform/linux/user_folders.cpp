@@ -1,6 +1,6 @@
 #include "platform/linux/user_folders.h"
 
-#include "platform/linux/descriptor.h"
+#include "platform/files/descriptor.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -138,6 +138,10 @@ std::string UserFolders::path(int identifier) {
         return find("XDG_DESKTOP_DIR", "Desktop");
     case 5:
         return find("XDG_DOCUMENTS_DIR", "Documents");
+    case picturesIdentifier:
+        return find("XDG_PICTURES_DIR", "Pictures");
+    case homeIdentifier:
+        return homeFolder(environment_);
     default:
         return {};
     }

@@ -1,7 +1,8 @@
 #include "platform/linux/value_file_registry.h"
 
-#include "platform/linux/descriptor.h"
-#include "platform/linux/whole_file.h"
+#include "platform/files/descriptor.h"
+#include "platform/files/file_error.h"
+#include "platform/files/whole_file.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -20,12 +21,10 @@ namespace veldara {
 
 namespace {
 
-// A value file has a few kilobytes; what is larger than this is none, and is not read into memory.
-constexpr std::size_t largestFile = std::size_t{1} << 20U;
 constexpr std::size_t longestKeyName = 255; // of one name between backslashes
 constexpr std::size_t longestValueName = 16383;
 
-long codeOf(int systemError) {
+long codeOf(long systemError) {
     switch (systemError) {
     case 0:
         return 0;
@@ -78,8 +77,7 @@ bool hasKey(const StoredValues& values, const std::string& key) {
 
 // Waits a moment for another program's change to be done; one that is stuck must not stop us.
 bool lock(const Descriptor& file) {
-    constexpr std::chrono::seconds patience(2);
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = std::chrono::steady_clock::now() + ValueFileRegistry::lockPatience;
     while (std::chrono::steady_clock::now() < end) {
         if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
             return true;
@@ -144,15 +142,14 @@ long ValueFileRegistry::change(const std::function<void(StoredValues&)>& act) co
     if (text.size() > largestFile) {
         return diskFull; // it could not be read again
     }
-    WholeFile file(file_);
-    int code = file.open(0600);
-    if (code == 0) {
-        code = file.write(text);
+    try {
+        WholeFile file(file_, WholeFile::Rights::ownerOnly);
+        file.write(text);
+        file.commit();
+    } catch (const FileError& error) {
+        return codeOf(error.code());
     }
-    if (code == 0) {
-        code = file.finish();
-    }
-    return codeOf(code);
+    return 0;
 }
 
 long ValueFileRegistry::openKey(RegistryRoot, const std::string& key) {
@@ -205,7 +202,12 @@ long ValueFileRegistry::queryValueFullAccess(RegistryRoot root, const std::strin
     if (::access(file_.c_str(), R_OK | W_OK) != 0 || ::access(folder_.c_str(), W_OK) != 0) {
         return codeOf(errno);
     }
-    return queryValue(root, key, name, value);
+    const long code = queryValue(root, key, name, value);
+    if (value.text.size() + 1 > fullAccessBuffer || value.bytes.size() > fullAccessBuffer) {
+        value = {};
+        return moreData;
+    }
+    return code;
 }
 
 long ValueFileRegistry::store(const std::string& key, const std::string& name,

@@ -5,6 +5,8 @@
 #include "platform/linux/stored_values.h"
 #include "platform/registry.h"
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -33,6 +35,11 @@ class ValueFileRegistry : public Registry {
     static constexpr long lockedByAnother = 33;
     static constexpr long invalidName = 87;
     static constexpr long diskFull = 112;
+
+    // A value file has a few kilobytes; a larger one than this is not read into memory.
+    static constexpr std::size_t largestFile = std::size_t{1} << 20U;
+    // How long another program's change is waited for: a window stands still meanwhile.
+    static constexpr std::chrono::seconds lockPatience{2};
 
   private:
     long read(StoredValues& values) const;

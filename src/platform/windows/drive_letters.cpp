@@ -1,11 +1,16 @@
 #include "platform/windows/drive_letters.h"
 
 #include "platform/error.h"
+#include "platform/files/windows_paths.h"
 #include "platform/text/natural_order.h"
-#include "platform/windows/wide_text.h"
+#include "platform/text/path_text.h"
+#include "platform/text/wide_text.h"
 
 #include <algorithm>
+#include <chrono>
+#include <future>
 #include <memory>
+#include <thread>
 
 #include <windows.h>
 
@@ -32,6 +37,14 @@ bool isShownFolder(const WIN32_FIND_DATAW& entry) {
 
 [[noreturn]] void failReading(const std::string& folder, DWORD code) {
     throw Error("The folder \"" + folder + "\" cannot be read: " + systemMessage(code) + ".");
+}
+
+// DRIVE_FIXED, DRIVE_REMOTE ...; DRIVE_UNKNOWN for a path without a letter, such as \\server\share.
+UINT driveTypeOf(const std::string& path) {
+    if (path.size() < 3 || path[1] != ':' || !isSeparator(path[2])) {
+        return DRIVE_UNKNOWN;
+    }
+    return GetDriveTypeW(wideText(path.substr(0, 2) + "\\").c_str());
 }
 
 } // namespace
@@ -68,8 +81,8 @@ std::vector<std::string> DriveLetters::subfolders(const std::string& folder) {
     if (folder.empty()) {
         failReading(folder, ERROR_PATH_NOT_FOUND);
     }
-    std::wstring pattern = wideText(folder);
-    if (!isSeparator(folder.back())) {
+    std::wstring pattern = extendedPath(textPath(folder));
+    if (pattern.back() != L'\\') {
         pattern += L'\\';
     }
     pattern += L'*';
@@ -121,6 +134,28 @@ std::vector<std::string> DriveLetters::wayTo(const std::string& folder) {
         }
     }
     return way;
+}
+
+bool DriveLetters::isOnFixedDrive(const std::string& folder) {
+    const UINT type = driveTypeOf(folder);
+    return type == DRIVE_FIXED || type == DRIVE_RAMDISK;
+}
+
+// The question goes to a thread of its own: the system may take half a minute to give up on a
+// server that is gone, and cannot be interrupted.
+bool DriveLetters::answersSoon(const std::string& folder) {
+    const UINT type = driveTypeOf(folder);
+    if (type != DRIVE_REMOTE && type != DRIVE_UNKNOWN) {
+        return true;
+    }
+    constexpr std::chrono::seconds patience(1);
+    auto answer = std::make_shared<std::promise<void>>();
+    std::future<void> answered = answer->get_future();
+    std::thread([answer, path = extendedPath(textPath(folder))] {
+        GetFileAttributesW(path.c_str());
+        answer->set_value();
+    }).detach();
+    return answered.wait_for(patience) == std::future_status::ready;
 }
 
 } // namespace veldara

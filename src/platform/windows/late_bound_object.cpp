@@ -1,7 +1,7 @@
 #include "platform/windows/late_bound_object.h"
 
 #include "platform/error.h"
-#include "platform/windows/wide_text.h"
+#include "platform/text/wide_text.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,5 +1,7 @@
 #include "platform/windows/machine_registry.h"
 
+#include "platform/text/wide_text.h"
+
 #include <cstring>
 #include <limits>
 
@@ -30,13 +32,14 @@ class Key {
     }
 
     long open(RegistryRoot root, const std::string& name) {
-        return RegOpenKeyA(handleOf(root), name.c_str(), &handle_);
+        return RegOpenKeyExW(handleOf(root), wideText(name).c_str(), 0, KEY_READ, &handle_);
     }
     long openForEverything(RegistryRoot root, const std::string& name) {
-        return RegOpenKeyExA(handleOf(root), name.c_str(), 0, KEY_ALL_ACCESS, &handle_);
+        return RegOpenKeyExW(handleOf(root), wideText(name).c_str(), 0, KEY_ALL_ACCESS, &handle_);
     }
     long create(RegistryRoot root, const std::string& name) {
-        return RegCreateKeyA(handleOf(root), name.c_str(), &handle_);
+        return RegCreateKeyExW(handleOf(root), wideText(name).c_str(), 0, nullptr, 0,
+                               MAXIMUM_ALLOWED, nullptr, &handle_, nullptr);
     }
     HKEY handle() const { return handle_; }
 
@@ -49,7 +52,7 @@ class Key {
 long readBytes(HKEY key, const std::string& name, DWORD& type, std::vector<std::uint8_t>& bytes) {
     for (;;) {
         DWORD size = 0;
-        long code = RegQueryValueExA(key, name.c_str(), nullptr, &type, nullptr, &size);
+        long code = RegQueryValueExW(key, wideText(name).c_str(), nullptr, &type, nullptr, &size);
         if (code != ERROR_SUCCESS) {
             return code;
         }
@@ -57,7 +60,7 @@ long readBytes(HKEY key, const std::string& name, DWORD& type, std::vector<std::
         // A null pointer would ask for the size again.
         std::uint8_t nothing = 0;
         std::uint8_t* const target = bytes.empty() ? &nothing : bytes.data();
-        code = RegQueryValueExA(key, name.c_str(), nullptr, &type, target, &size);
+        code = RegQueryValueExW(key, wideText(name).c_str(), nullptr, &type, target, &size);
         if (code == ERROR_SUCCESS) {
             bytes.resize(size);
         }
@@ -67,28 +70,51 @@ long readBytes(HKEY key, const std::string& name, DWORD& type, std::vector<std::
     }
 }
 
-std::string upToNul(const std::vector<std::uint8_t>& bytes) {
-    std::string text(bytes.begin(), bytes.end());
-    const std::size_t end = text.find('\0');
-    return end == std::string::npos ? text : text.substr(0, end);
+// The stored text, which ends with a NUL, several, or none.
+std::string textOf(const std::vector<std::uint8_t>& bytes) {
+    std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(wide.data(), bytes.data(), wide.size() * sizeof(wchar_t));
+    return narrowText(wide);
 }
 
-long readValue(HKEY key, const std::string& name, RegistryValue& value) {
-    DWORD type = REG_NONE;
-    std::vector<std::uint8_t> bytes;
-    const long code = readBytes(key, name, type, bytes);
-    if (code != ERROR_SUCCESS) {
-        return code;
-    }
+void setValue(DWORD type, std::vector<std::uint8_t> bytes, RegistryValue& value) {
     if (type == REG_SZ) {
         value.type = RegistryType::string;
-        value.text = upToNul(bytes);
+        value.text = textOf(bytes);
     } else if (type == REG_DWORD && bytes.size() == sizeof value.number) {
         value.type = RegistryType::dword;
         std::memcpy(&value.number, bytes.data(), sizeof value.number);
     } else {
         value.type = RegistryType::other;
         value.bytes = std::move(bytes);
+    }
+}
+
+long readValue(HKEY key, const std::string& name, RegistryValue& value) {
+    DWORD type = REG_NONE;
+    std::vector<std::uint8_t> bytes;
+    const long code = readBytes(key, name, type, bytes);
+    if (code == ERROR_SUCCESS) {
+        setValue(type, std::move(bytes), value);
+        value.text = value.text.substr(0, value.text.find('\0'));
+    }
+    return code;
+}
+
+// Into a buffer of that many characters, which a longer value does not fit. A text keeps every NUL
+// but the closing one.
+long readShortValue(HKEY key, const std::string& name, RegistryValue& value) {
+    DWORD type = REG_NONE;
+    std::vector<std::uint8_t> bytes(fullAccessBuffer * sizeof(wchar_t));
+    DWORD size = static_cast<DWORD>(bytes.size());
+    const long code =
+        RegQueryValueExW(key, wideText(name).c_str(), nullptr, &type, bytes.data(), &size);
+    if (code == ERROR_SUCCESS) {
+        bytes.resize(size);
+        setValue(type, std::move(bytes), value);
+        if (!value.text.empty() && value.text.back() == '\0') {
+            value.text.pop_back();
+        }
     }
     return code;
 }
@@ -103,8 +129,8 @@ long writeValue(RegistryRoot root, const std::string& keyName, const std::string
     if (code != ERROR_SUCCESS) {
         return code;
     }
-    return RegSetValueExA(key.handle(), name.c_str(), 0, type, static_cast<const BYTE*>(data),
-                          static_cast<DWORD>(size));
+    return RegSetValueExW(key.handle(), wideText(name).c_str(), 0, type,
+                          static_cast<const BYTE*>(data), static_cast<DWORD>(size));
 }
 
 } // namespace
@@ -130,12 +156,13 @@ long MachineRegistry::queryValueFullAccess(RegistryRoot root, const std::string&
     value = {};
     Key opened;
     const long code = opened.openForEverything(root, key);
-    return code == ERROR_SUCCESS ? readValue(opened.handle(), name, value) : code;
+    return code == ERROR_SUCCESS ? readShortValue(opened.handle(), name, value) : code;
 }
 
 long MachineRegistry::setString(RegistryRoot root, const std::string& key, const std::string& name,
                                 const std::string& text) {
-    return writeValue(root, key, name, REG_SZ, text.c_str(), text.size() + 1);
+    const std::wstring wide = wideText(text.substr(0, text.find('\0')));
+    return writeValue(root, key, name, REG_SZ, wide.c_str(), (wide.size() + 1) * sizeof(wchar_t));
 }
 
 long MachineRegistry::setNumber(RegistryRoot root, const std::string& key, const std::string& name,

@@ -1,9 +1,9 @@
 #include "platform/windows/scripting_file_system.h"
 
 #include "platform/error.h"
+#include "platform/text/wide_text.h"
 #include "platform/windows/late_bound_object.h"
-#include "platform/windows/text_files.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/native_file_system.h"
 
 #include <cstddef>
 #include <utility>
@@ -26,12 +26,9 @@ auto attempt(const std::string& failure, Operation operation) {
 
 // The component keeps paths in room for MAX_PATH characters, with "\*" behind a folder that it
 // lists. One that is longer ends well in some of its versions and with a crash in others.
-const std::string& fitting(const std::string& path) {
+bool fits(const std::string& path) {
     constexpr std::size_t longest = MAX_PATH - 8;
-    if (wideText(path).size() > longest) {
-        throw Error("The path is too long");
-    }
-    return path;
+    return wideText(path).size() <= longest;
 }
 
 class ScriptingFileSystemObject : public FileSystemObject {
@@ -40,8 +37,11 @@ class ScriptingFileSystemObject : public FileSystemObject {
         : object_(LateBoundObject::create(component)) {}
 
     std::vector<std::string> files(const std::string& folder) override {
+        if (!fits(folder)) {
+            return native_.files(folder);
+        }
         return attempt("The folder \"" + folder + "\" cannot be read", [&] {
-            const LateBoundObject found(object_.call("GetFolder", {fitting(folder)}));
+            const LateBoundObject found(object_.call("GetFolder", {folder}));
             const LateBoundObject collection(found.get("Files"));
             std::vector<std::string> names;
             for (const Variant& file : collection.members()) {
@@ -52,18 +52,28 @@ class ScriptingFileSystemObject : public FileSystemObject {
     }
 
     bool fileExists(const std::string& path) override {
+        if (!fits(path)) {
+            return native_.fileExists(path);
+        }
         return attempt("The file \"" + path + "\" cannot be looked for",
-                       [&] { return object_.call("FileExists", {fitting(path)}).truth(); });
+                       [&] { return object_.call("FileExists", {path}).truth(); });
     }
 
     bool folderExists(const std::string& path) override {
+        if (!fits(path)) {
+            return native_.folderExists(path);
+        }
         return attempt("The folder \"" + path + "\" cannot be looked for",
-                       [&] { return object_.call("FolderExists", {fitting(path)}).truth(); });
+                       [&] { return object_.call("FolderExists", {path}).truth(); });
     }
 
     void createFolder(const std::string& path) override {
+        if (!fits(path)) {
+            native_.createFolder(path);
+            return;
+        }
         attempt("The folder \"" + path + "\" cannot be created",
-                [&] { object_.call("CreateFolder", {fitting(path)}); });
+                [&] { object_.call("CreateFolder", {path}); });
     }
 
     std::uint64_t freeSpace(const std::string& drive) override {
@@ -75,16 +85,19 @@ class ScriptingFileSystemObject : public FileSystemObject {
     }
 
     std::unique_ptr<TextReader> openTextFile(const std::string& path) override {
-        return openTextFileToRead(path);
+        return native_.openTextFile(path);
     }
 
     std::unique_ptr<TextWriter> createTextFile(const std::string& path) override {
-        return createTextFileToWrite(path);
+        return native_.createTextFile(path);
     }
+
+    void keepCopy(const std::string& path) override { native_.keepCopy(path); }
 
   private:
     ComponentModel model_; // first in, last out
     LateBoundObject object_;
+    NativeFileSystemObject native_;
 };
 
 } // namespace
@@ -94,6 +107,14 @@ ScriptingFileSystem::ScriptingFileSystem(std::string component)
 
 std::unique_ptr<FileSystemObject> ScriptingFileSystem::create() {
     return std::make_unique<ScriptingFileSystemObject>(component_);
+}
+
+std::unique_ptr<FileSystemObject> ScriptingFileSystem::createOrSubstitute() {
+    try {
+        return create();
+    } catch (const Error&) {
+        return std::make_unique<NativeFileSystemObject>();
+    }
 }
 
 } // namespace veldara

@@ -14,6 +14,7 @@ class ScriptingFileSystem : public FileSystem {
 
     // Each object belongs to the thread that made it. Throws Error when the component is missing.
     std::unique_ptr<FileSystemObject> create() override;
+    std::unique_ptr<FileSystemObject> createOrSubstitute() override;
 
   private:
     std::string component_;

@@ -1,5 +1,7 @@
 #include "platform/windows/shell_folders.h"
 
+#include "platform/text/wide_text.h"
+
 #include <array>
 
 #include <shlobj.h>
@@ -8,12 +10,12 @@
 namespace veldara {
 
 std::string ShellFolders::path(int identifier) {
-    std::array<char, 512> buffer{};
-    if (!SHGetSpecialFolderPathA(nullptr, buffer.data(), identifier, FALSE)) {
+    std::array<wchar_t, 512> buffer{};
+    if (!SHGetSpecialFolderPathW(nullptr, buffer.data(), identifier, FALSE)) {
         return {};
     }
-    buffer.back() = '\0';
-    return buffer.data();
+    buffer.back() = L'\0';
+    return narrowText(buffer.data());
 }
 
 } // namespace veldara

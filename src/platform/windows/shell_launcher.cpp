@@ -1,11 +1,14 @@
 #include "platform/windows/shell_launcher.h"
 
 #include "platform/error.h"
+#include "platform/text/path_text.h"
 #include "platform/text/version_text.h"
-#include "platform/windows/wide_text.h"
+#include "platform/text/wide_text.h"
+#include "platform/windows/help_file.h"
 
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 
 #include <objbase.h>
 #include <shellapi.h>
@@ -15,23 +18,24 @@ namespace veldara {
 
 namespace {
 
-using HtmlHelpA = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DWORD_PTR data);
+using HtmlHelp = HWND(WINAPI*)(HWND owner, LPCWSTR file, UINT command, DWORD_PTR data);
 
 constexpr UINT displayTopic = 0;
+constexpr UINT closeAllWindows = 0x12;
 
 // Loaded once and kept: the viewer's window lives as long as the program and runs the library's
 // code. The system's folder only, so that no file beside the program is taken for it.
-HtmlHelpA helpViewer() {
+HtmlHelp helpViewer() {
     const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (library == nullptr) {
         throw Error(
             "The help viewer of Windows cannot be loaded: " + systemMessage(GetLastError()) + ".");
     }
-    const FARPROC address = GetProcAddress(library, "HtmlHelpA");
+    const FARPROC address = GetProcAddress(library, "HtmlHelpW");
     if (address == nullptr) {
         throw Error("The help viewer of Windows cannot be used.");
     }
-    HtmlHelpA function = nullptr;
+    HtmlHelp function = nullptr;
     static_assert(sizeof function == sizeof address);
     std::memcpy(&function, &address, sizeof function);
     return function;
@@ -43,8 +47,8 @@ HWND ownerWindow() {
     if (active != nullptr) {
         return active;
     }
-    const std::string mainWindowCaption = "Veldara v" + programVersion();
-    return FindWindowA(nullptr, mainWindowCaption.c_str());
+    const std::wstring mainWindowCaption = wideText("Veldara v" + programVersion());
+    return FindWindowW(nullptr, mainWindowCaption.c_str());
 }
 
 bool isAddress(const std::string& target) {
@@ -52,13 +56,18 @@ bool isAddress(const std::string& target) {
            target.rfind("mailto:", 0) == 0;
 }
 
-void open(const std::string& target, const std::wstring& wide) {
+void open(const std::string& target, const std::wstring& wide, const wchar_t* verb) {
     const HINSTANCE result =
-        ShellExecuteW(nullptr, L"open", wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+        ShellExecuteW(nullptr, verb, wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     // Values up to 32 are codes of failures, told apart by GetLastError.
     if (reinterpret_cast<std::intptr_t>(result) <= 32) {
         throw Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
     }
+}
+
+bool isFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 std::wstring withVariables(const std::string& path) {
@@ -75,32 +84,52 @@ std::wstring withVariables(const std::string& path) {
 
 } // namespace
 
+ShellLauncher::~ShellLauncher() {
+    // The viewer's windows run on a thread of its own, which must end before the program does.
+    if (helpOpened_) {
+        helpViewer()(nullptr, nullptr, closeAllWindows, 0);
+    }
+}
+
 void ShellLauncher::openHelp(const std::string& file) {
-    if (helpViewer()(ownerWindow(), file.c_str(), displayTopic, 0) == nullptr) {
+    if (!ownerMayBeTrusted(wideText(file))) {
+        throw Error("The help file \"" + file +
+                    "\" belongs to another user, who could run programs by it; it is not opened.");
+    }
+    const std::wstring path = pathForViewer(wideText(file));
+    helpOpened_ = true;
+    if (helpViewer()(ownerWindow(), path.c_str(), displayTopic, 0) == nullptr) {
         throw Error("The help file \"" + file + "\" cannot be shown.");
     }
 }
 
 void ShellLauncher::openTarget(const std::string& target) {
-    const std::wstring wide = wideText(target);
-    const DWORD attributes = GetFileAttributesW(wide.c_str());
-    const bool isFolder =
-        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (isAddress(target)) {
+        open(target, wideText(target), L"open");
+        return;
+    }
     // A file would be handed to whatever program claims its kind; the windows open folders only.
-    if (!isAddress(target) && !isFolder) {
+    std::wstring folder = textPath(target).make_preferred().native();
+    if (!isFolder(folder)) {
         throw Error("The folder \"" + target + "\" is not there.");
     }
-    open(target, wide);
+    // Without the separator, and with "open", the shell would start a program of the same name that
+    // lies beside the folder (folder.exe, folder.bat, folder.lnk).
+    if (folder.back() != L'\\') {
+        folder += L'\\';
+    }
+    open(target, folder, L"explore");
 }
 
 void ShellLauncher::startProgram(const std::string& path) {
     const std::wstring program = withVariables(path);
     const DWORD attributes = GetFileAttributesW(program.c_str());
-    // The shell would show a folder instead.
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        throw Error("\"" + path + "\" is no program that can be started.");
+    // The shell would show a folder instead, and look for a relative name in many places.
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ||
+        !std::filesystem::path(program).is_absolute()) {
+        throw Error("\"" + path + "\" is not a program that can be started.");
     }
-    open(path, program);
+    open(path, program, L"open");
 }
 
 } // namespace veldara

@@ -1,8 +1,11 @@
 #include "platform/windows/text_files.h"
 
 #include "platform/error.h"
+#include "platform/files/file_error.h"
+#include "platform/files/whole_file.h"
+#include "platform/files/windows_paths.h"
 #include "platform/text/characters.h"
-#include "platform/windows/wide_text.h"
+#include "platform/text/path_text.h"
 
 #include <cstddef>
 #include <random>
@@ -28,6 +31,10 @@ class OpenFile {
 
     explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
     HANDLE handle() const { return handle_; }
+    void reset(HANDLE handle) {
+        close();
+        handle_ = handle;
+    }
     void close() {
         if (handle_ != INVALID_HANDLE_VALUE) {
             CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
@@ -39,15 +46,29 @@ class OpenFile {
 };
 
 [[noreturn]] void fail(const std::string& doing, const std::string& path, DWORD code) {
-    throw Error("The file \"" + path + "\" cannot be " + doing + ": " + systemMessage(code) + ".");
+    throw Error("The file \"" + path + "\" cannot be " + doing + ": " + heldReason(code) + ".");
+}
+
+// Another program may be writing the file: it is read anyway, or after a moment where that
+// program shares nothing. What cannot be read would be taken for missing.
+HANDLE openToRead(const std::string& path) {
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const DWORD code = retryWhileHeld([&]() -> unsigned long {
+        file = CreateFileW(extendedPath(textPath(path)).c_str(), GENERIC_READ, shared, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return file == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
+    });
+    if (file == INVALID_HANDLE_VALUE) {
+        fail("read", path, code);
+    }
+    return file;
 }
 
 std::string readWhole(const std::string& path) {
-    const OpenFile file(CreateFileW(wideText(path).c_str(), GENERIC_READ,
-                                    FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OpenFile file(openToRead(path));
     LARGE_INTEGER size{};
-    if (!file || !GetFileSizeEx(file.handle(), &size)) {
+    if (!GetFileSizeEx(file.handle(), &size)) {
         fail("read", path, GetLastError());
     }
     if (size.QuadPart > largestTextFile) {
@@ -85,18 +106,6 @@ class WholeTextReader : public TextReader {
     std::size_t next_ = 0;
 };
 
-// A name that nobody can guess, in the same folder.
-std::wstring temporaryNameBeside(const std::wstring& path) {
-    constexpr std::wstring_view digits = L"0123456789abcdefghijklmnopqrstuv";
-    std::random_device chance;
-    const std::size_t end = path.find_last_of(L"\\/:");
-    std::wstring name = path.substr(0, end == std::wstring::npos ? 0 : end + 1) + L".veldara-";
-    for (int i = 0; i < 16; ++i) {
-        name += digits[chance() % digits.size()];
-    }
-    return name + L".tmp";
-}
-
 // All of the bytes, brought to the disk. The system's code, 0 for success.
 DWORD writeWhole(const OpenFile& file, const std::string& text) {
     DWORD written = 0;
@@ -113,7 +122,7 @@ DWORD writeWhole(const OpenFile& file, const std::string& text) {
 // Takes the lines; close() stores them once.
 class CollectingWriter : public TextWriter {
   public:
-    explicit CollectingWriter(std::string path) : path_(std::move(path)), wide_(wideText(path_)) {}
+    explicit CollectingWriter(std::string path) : path_(std::move(path)) {}
 
     void writeLine(const std::string& line) override { text_ += line + "\r\n"; }
     void close() override {
@@ -129,14 +138,12 @@ class CollectingWriter : public TextWriter {
 
   protected:
     const std::string& path() const { return path_; }
-    const std::wstring& wide() const { return wide_; }
     const std::string& text() const { return text_; }
 
   private:
     virtual DWORD store() = 0; // the system's code, 0 for success
 
     std::string path_;
-    std::wstring wide_;
     std::string text_;
     bool closed_ = false;
 };
@@ -144,63 +151,41 @@ class CollectingWriter : public TextWriter {
 class ReplacingWriter : public CollectingWriter {
   public:
     explicit ReplacingWriter(const std::string& path)
-        : CollectingWriter(path), temporary_(temporaryNameBeside(wide())),
-          file_(CreateFileW(temporary_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                            FILE_ATTRIBUTE_NORMAL, nullptr)),
-          code_(file_ ? ERROR_SUCCESS : GetLastError()) {}
-    ReplacingWriter(const ReplacingWriter&) = delete;
-    ReplacingWriter& operator=(const ReplacingWriter&) = delete;
-    ~ReplacingWriter() override {
-        if (code_ == ERROR_SUCCESS && !inPlace_) {
-            file_.close();
-            DeleteFileW(temporary_.c_str());
-        }
-    }
-
-    DWORD code() const { return code_; } // of opening; 0 for success
+        : CollectingWriter(path), file_(textPath(path)) {}
 
   private:
     DWORD store() override {
-        const DWORD code = writeWhole(file_, text());
-        file_.close();
-        if (code != ERROR_SUCCESS) {
-            return code;
-        }
-        // Who may write the old file may write the new one.
-        inPlace_ = ReplaceFileW(wide().c_str(), temporary_.c_str(), nullptr,
-                                REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != FALSE;
-        if (!inPlace_ && GetLastError() == ERROR_FILE_NOT_FOUND) {
-            inPlace_ = MoveFileExW(temporary_.c_str(), wide().c_str(),
-                                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
-        }
-        return inPlace_ ? ERROR_SUCCESS : GetLastError();
+        file_.write(text());
+        file_.commit();
+        return ERROR_SUCCESS;
     }
 
-    std::wstring temporary_;
-    OpenFile file_;
-    DWORD code_;
-    bool inPlace_ = false;
+    WholeFile file_;
 };
 
 class RewritingWriter : public CollectingWriter {
   public:
     explicit RewritingWriter(const std::string& path) : CollectingWriter(path) {
         // Asked here so that a file that can never be written is refused before the first line.
-        const OpenFile file(open());
-        if (!file) {
-            fail("written", path, GetLastError());
+        OpenFile file;
+        if (const DWORD code = open(file); code != ERROR_SUCCESS) {
+            fail("written", path, code);
         }
     }
 
   private:
-    HANDLE open() const {
-        return CreateFileW(wide().c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
+    // Shared with nobody: a reader then waits until the file is complete.
+    DWORD open(OpenFile& file) const {
+        return retryWhileHeld([&]() -> unsigned long {
+            file.reset(CreateFileW(extendedPath(textPath(path())).c_str(), GENERIC_WRITE, 0,
+                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+            return file ? ERROR_SUCCESS : GetLastError();
+        });
     }
     DWORD store() override {
-        const OpenFile file(open());
-        if (!file) {
-            return GetLastError();
+        OpenFile file;
+        if (const DWORD code = open(file); code != ERROR_SUCCESS) {
+            return code;
         }
         const DWORD code = writeWhole(file, text());
         if (code != ERROR_SUCCESS) {
@@ -217,18 +202,18 @@ std::unique_ptr<TextReader> openTextFileToRead(const std::string& path) {
 }
 
 std::unique_ptr<TextWriter> createTextFileToWrite(const std::string& path) {
-    const DWORD attributes = GetFileAttributesW(wideText(path).c_str());
+    const DWORD attributes = GetFileAttributesW(extendedPath(textPath(path)).c_str());
     constexpr DWORD unwritable = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
     if (exists && (attributes & unwritable) != 0) {
         fail("written", path, ERROR_ACCESS_DENIED);
     }
-    std::unique_ptr<ReplacingWriter> writer = std::make_unique<ReplacingWriter>(path);
-    if (writer->code() == ERROR_SUCCESS) {
-        return writer;
-    }
-    if (!exists) {
-        fail("written", path, writer->code());
+    try {
+        return std::make_unique<ReplacingWriter>(path);
+    } catch (const FileError&) {
+        if (!exists) {
+            throw;
+        }
     }
     return rewriteTextFile(path);
 }

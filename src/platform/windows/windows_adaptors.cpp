@@ -1,11 +1,11 @@
 #include "platform/system_adaptors.h"
+#include "platform/text/wide_text.h"
 #include "platform/windows/drive_letters.h"
 #include "platform/windows/local_clock.h"
 #include "platform/windows/machine_registry.h"
 #include "platform/windows/scripting_file_system.h"
 #include "platform/windows/shell_folders.h"
 #include "platform/windows/shell_launcher.h"
-#include "platform/windows/wide_text.h"
 
 #include <windows.h>
 

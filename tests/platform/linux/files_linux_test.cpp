@@ -189,17 +189,5 @@ TEST_F(TextFiles, ThatMayNotBeWrittenAreNotReplaced) {
     EXPECT_EQ(folder.content("profiles"), "old\r\n");
 }
 
-TEST_F(TextFiles, AreWrittenUnderANameThatNobodyCanGuess) {
-    const auto temporaryName = [&] {
-        LineWriter writer(folder / "profiles");
-        const std::filesystem::directory_iterator only(folder.path());
-        return only->path().filename().string();
-    };
-    const std::string first = temporaryName();
-    const std::string second = temporaryName();
-    EXPECT_NE(first, second);
-    EXPECT_EQ(first.size(), std::string(".veldara-0123456789abcdef").size());
-}
-
 } // namespace
 } // namespace veldara::test

@@ -91,7 +91,11 @@ TEST_F(TheRegistryFile, HasNoValuesWhenItIsGarbageOrHuge) {
     for (int i = 0; i < 70'000; ++i) {
         garbage += static_cast<char>(i * 7919 >> 3);
     }
-    for (const std::string& content : {garbage, std::string(8'000'000, 'x'), std::string()}) {
+    // Readable to its last line, so that only the size speaks against it.
+    const std::string values = "[" + key + "]\nstring \"a\" = \"1\"\n";
+    const std::string huge =
+        values + std::string(ValueFileRegistry::largestFile + 1 - values.size(), '\n');
+    for (const std::string& content : {garbage, huge, std::string()}) {
         folder.addFile("veldara/values", content);
         RegistryValue value;
         EXPECT_EQ(registry.queryValue(root, key, "a", value), ValueFileRegistry::fileNotFound);
@@ -245,13 +249,25 @@ TEST_F(TheRegistryFile, IsAlwaysWholeWhenAProgramIsKilledWhileWriting) {
     EXPECT_EQ(text("after"), "all");
 }
 
+TEST_F(TheRegistryFile, HasItsValuesAtTheLargestSize) {
+    static_assert(ValueFileRegistry::largestFile == 1U << 20U);
+    const std::string values = "[" + key + "]\nstring \"a\" = \"1\"\n";
+    folder.addFile("veldara/values",
+                   values + std::string(ValueFileRegistry::largestFile - values.size(), '\n'));
+    EXPECT_EQ(text("a"), "1");
+}
+
 TEST_F(TheRegistryFile, DoesNotWaitForeverForAnotherProgram) {
+    static_assert(ValueFileRegistry::lockPatience <= std::chrono::seconds(2),
+                  "a window stands still meanwhile");
+    const auto start = std::chrono::steady_clock::now();
     ASSERT_EQ(registry.setString(root, key, "a", "1"), 0);
     const int held = ::open(file("values.lock").c_str(), O_RDWR | O_CLOEXEC);
     ASSERT_GE(held, 0);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     EXPECT_EQ(registry.setString(root, key, "a", "2"), ValueFileRegistry::lockedByAnother);
-    EXPECT_EQ(text("a"), "1"); // reading needs no turn
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 8 * ValueFileRegistry::lockPatience);
+    EXPECT_EQ(text("a"), "1"); // reading needs no lock
     ::close(held);
     EXPECT_EQ(registry.setString(root, key, "a", "3"), 0);
 }

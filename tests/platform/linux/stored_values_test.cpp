@@ -44,11 +44,12 @@ TEST(TheValueFile, IsWrittenForAPersonToRead) {
     bytes.bytes = {0, 16};
     values["A"];
     values["A\\b"] = {{"one", number}, {"text", text}, {"x", bytes}};
-    EXPECT_EQ(storedValuesText(values), "[A]\n"
-                                        "\n[A\\b]\n"
-                                        "dword \"one\" = 1\n"
-                                        "string \"text\" = \"say \\\"a\\\\b\\\"\\x09\\x1f\xC3\xA9\"\n"
-                                        "other \"x\" = 00 10\n");
+    EXPECT_EQ(storedValuesText(values),
+              "[A]\n"
+              "\n[A\\b]\n"
+              "dword \"one\" = 1\n"
+              "string \"text\" = \"say \\\"a\\\\b\\\"\\x09\\x1f\xC3\xA9\"\n"
+              "other \"x\" = 00 10\n");
 }
 
 TEST(TheValueFile, PassesOverLinesThatDoNotRead) {

@@ -1,7 +1,7 @@
-#include "platform/linux/descriptor.h"
+#include "platform/files/descriptor.h"
 
 #include <cerrno>
-#include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,11 +9,9 @@
 
 namespace veldara {
 
-void Descriptor::close() {
-    if (number_ >= 0) {
-        ::close(number_);
-        number_ = -1;
-    }
+bool Descriptor::close() {
+    const int number = std::exchange(number_, -1);
+    return number < 0 || ::close(number) == 0;
 }
 
 Descriptor openRegularFile(const std::string& path) {
@@ -48,10 +46,6 @@ int readWhole(const Descriptor& file, std::size_t limit, std::string& bytes) {
             return EFBIG;
         }
     }
-}
-
-std::string reasonOf(int code) {
-    return std::generic_category().message(code);
 }
 
 } // namespace veldara

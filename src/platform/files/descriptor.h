@@ -1,4 +1,4 @@
-// A file descriptor that is closed when its owner goes, and the system's reason for a failure.
+// A file descriptor that is closed with its owner, and reading a regular file through one.
 #pragma once
 
 #include <cstddef>
@@ -22,7 +22,7 @@ class Descriptor {
 
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }
-    void close();
+    bool close(); // false, with errno set, where the system reports a late write error
 
   private:
     int number_ = -1;
@@ -34,8 +34,5 @@ Descriptor openRegularFile(const std::string& path);
 
 // All bytes of an open file, or errno's code (EFBIG when there are more than the limit).
 int readWhole(const Descriptor& file, std::size_t limit, std::string& bytes);
-
-// The system's words for an error code, as the end of a sentence: "Permission denied".
-std::string reasonOf(int code);
 
 } // namespace veldara
