@@ -73,6 +73,28 @@ std::string sRight(std::string_view utf8, std::size_t n) {
     return std::string(utf8.substr(characterStart(utf8, count - n)));
 }
 
+char32_t takeCodePoint(std::string_view utf8, std::size_t& at) {
+    constexpr char32_t replacement = 0xFFFD;
+    const std::size_t length = characterLength(utf8, at);
+    const unsigned lead = byteAt(utf8, at++);
+    if (length == 1) {
+        return lead < 0x80 ? static_cast<char32_t>(lead) : replacement;
+    }
+    char32_t character = lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        character = character << 6U | (byteAt(utf8, at++) & 0x3FU);
+    }
+    return character;
+}
+
+std::u32string codePoints(std::string_view utf8) {
+    std::u32string result;
+    for (std::size_t at = 0; at < utf8.size();) {
+        result += takeCodePoint(utf8, at);
+    }
+    return result;
+}
+
 std::string lowerCase(std::string_view text) {
     std::string result(text);
     std::transform(result.begin(), result.end(), result.begin(),

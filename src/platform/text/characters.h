@@ -18,6 +18,13 @@ std::string sleft(std::string_view utf8, std::size_t n);
 // The last n characters of the text. Throws Error when it has fewer.
 std::string sRight(std::string_view utf8, std::size_t n);
 
+// The code point that starts at `at`, which moves behind it; the replacement character where no
+// valid sequence starts, for one byte.
+char32_t takeCodePoint(std::string_view utf8, std::size_t& at);
+
+// The code points of the text; each byte that is no valid UTF-8 becomes the replacement character.
+std::u32string codePoints(std::string_view utf8);
+
 // ASCII capitals turned into small letters; everything else as it is.
 std::string lowerCase(std::string_view text);
 

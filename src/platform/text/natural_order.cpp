@@ -1,5 +1,7 @@
 #include "platform/text/natural_order.h"
 
+#include "platform/text/characters.h"
+
 #include <cstddef>
 
 namespace veldara {
@@ -10,32 +12,10 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-unsigned byteAt(std::string_view text, std::size_t place) {
-    return static_cast<unsigned char>(text[place]);
-}
-
-bool continues(std::string_view text, std::size_t place) {
-    return place < text.size() && (byteAt(text, place) & 0xC0U) == 0x80U;
-}
-
-// Takes the next code point of at most two bytes; any other byte is taken alone and placed behind
-// all letters, in its own order, which for longer UTF-8 sequences is the order of code points.
-unsigned takeCharacter(std::string_view text, std::size_t& place) {
-    constexpr unsigned behindLetters = 0x10000U;
-    const unsigned lead = byteAt(text, place++);
-    if (lead < 0x80U) {
-        return lead;
-    }
-    if (lead >= 0xC2U && lead < 0xE0U && continues(text, place)) {
-        return ((lead & 0x1FU) << 6U) | (byteAt(text, place++) & 0x3FU);
-    }
-    return behindLetters + lead;
-}
-
 // Small letter of a capital one, in the blocks where the two lie a fixed distance apart or side by
 // side.
-unsigned withoutCase(unsigned character) {
-    const auto between = [character](unsigned first, unsigned last) {
+char32_t withoutCase(char32_t character) {
+    const auto between = [character](char32_t first, char32_t last) {
         return character >= first && character <= last;
     };
     if (between('A', 'Z') || (between(0xC0, 0xDE) && character != 0xD7)) {
@@ -84,8 +64,8 @@ int compareLoosely(std::string_view a, std::string_view b) {
             }
             continue;
         }
-        const unsigned left = withoutCase(takeCharacter(a, i));
-        const unsigned right = withoutCase(takeCharacter(b, j));
+        const char32_t left = withoutCase(takeCodePoint(a, i));
+        const char32_t right = withoutCase(takeCodePoint(b, j));
         if (left != right) {
             return left < right ? -1 : 1;
         }

@@ -1,6 +1,8 @@
 #include "platform/text/number_text.h"
 
 #ifdef _WIN32
+#include <iterator>
+
 #include <windows.h>
 #else
 #include <locale>
@@ -12,13 +14,13 @@ namespace veldara {
 #ifdef _WIN32
 
 NumberStyle NumberStyle::ofUser() {
-    char separator[8] = ".";
-    const int length = GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator,
-                                      static_cast<int>(sizeof separator));
+    wchar_t separator[8] = L".";
+    const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, separator,
+                                       static_cast<int>(std::size(separator)));
     NumberStyle style;
-    // A separator of several bytes cannot be told from text; the point then stays.
-    if (length == 2) {
-        style.decimalSeparator = separator[0];
+    // One that is no single ASCII character could not be told from text; the point then stays.
+    if (length == 2 && separator[0] < 0x80) {
+        style.decimalSeparator = static_cast<char>(separator[0]);
     }
     return style;
 }

@@ -33,4 +33,15 @@ std::string withSeparator(std::string_view folder, char separator) {
     return text;
 }
 
+std::string forbiddenInNames(char separator) {
+    if (separator == '/') {
+        return std::string("/\0", 2);
+    }
+    std::string characters = R"(\/:*?"<>|)";
+    for (char control = 0; control < ' '; ++control) {
+        characters += control;
+    }
+    return characters;
+}
+
 } // namespace veldara

@@ -22,4 +22,7 @@ std::filesystem::path textPath(std::string_view text);
 // The folder with a separator at its end, added when it is missing. The empty text stays empty.
 std::string withSeparator(std::string_view folder, char separator = platformSeparator);
 
+// The characters that the system takes in no name of a file or folder, its separators included.
+std::string forbiddenInNames(char separator = platformSeparator);
+
 } // namespace veldara
