@@ -2,6 +2,7 @@
 #include "image/jpeg_files.h"
 #include "image/tiff_files.h"
 #include "platform/error.h"
+#include "platform/files/whole_file.h"
 #include "support/temp_folder.h"
 
 #include <filesystem>
@@ -66,9 +67,9 @@ TEST(BadFiles, EverySentenceNamesTheFileAndTheReason) {
     write(file, {});
     expectComplaint(file, "the file is empty");
     write(file, {1});
-    expectComplaint(file, "it is not a JPEG, TIFF or BMP picture");
+    expectComplaint(file, "it is not a JPEG, TIFF, BMP, PNG, WebP, HEIC or AVIF picture");
     write(file, noise(1000));
-    expectComplaint(file, "it is not a JPEG, TIFF or BMP picture");
+    expectComplaint(file, "it is not a JPEG, TIFF, BMP, PNG, WebP, HEIC or AVIF picture");
     write(file, {'B', 'M', 0, 0});
     expectComplaint(file, "the file ends within its header");
     write(file, {0xFF, 0xD8, 0xFF});
@@ -81,15 +82,15 @@ TEST(BadFiles, TheTypeIsToldByTheContent) {
     const TempFolder folder;
     const Image image = photo(10, 10);
     const std::filesystem::path file = folder.path() / "picture.jpg";
-    write(file, encodeImage(image.view(), FileType::bmp, 0, {}));
-    EXPECT_EQ(readImageHeader(file).type, FileType::bmp);
+    write(file, encodeImage(image.view(), TileFormat::bmp, 0, {}));
+    EXPECT_EQ(readImageHeader(file).format->name, "BMP");
     EXPECT_TRUE(same(loadImage(file), image));
 }
 
 TEST(BadFiles, FilesOnADriveReadAsThoseInMemory) {
     const TempFolder folder;
     const Image image = photo(700, 300);
-    for (const FileType type : {FileType::jpeg, FileType::tiff, FileType::bmp}) {
+    for (const TileFormat type : {TileFormat::jpeg, TileFormat::tiff, TileFormat::bmp}) {
         const Bytes bytes = encodeImage(image.view(), type, 0, {});
         const std::filesystem::path file = folder.path() / "picture";
         writeWholeFile(file, bytes);
@@ -166,7 +167,7 @@ TEST(BadFiles, TilesLargerThanThePicture) {
 }
 
 TEST(BadFiles, RowsAskedForWronglyAreRefused) {
-    const Bytes file = encodeImage(photo(20, 10).view(), FileType::bmp, 0, {});
+    const Bytes file = encodeImage(photo(20, 10).view(), TileFormat::bmp, 0, {});
     const auto rows = reader(file);
     EXPECT_THROW(rows->wantColumns(-1, 5), Error);
     EXPECT_THROW(rows->wantColumns(16, 5), Error);
@@ -194,7 +195,7 @@ TEST(BadFiles, RowsOfAPictureDecodedAsAWholeAreRefusedLikewise) {
 }
 
 TEST(BadFiles, APictureWithoutPixelsIsNotWritten) {
-    for (const FileType type : {FileType::jpeg, FileType::tiff, FileType::bmp}) {
+    for (const TileFormat type : {TileFormat::jpeg, TileFormat::tiff, TileFormat::bmp}) {
         EXPECT_THROW(encodeImage(PixelView(), type, 0, {}), Error);
     }
 }

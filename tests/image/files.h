@@ -1,8 +1,8 @@
 // Pictures and files for the tests of the imaging component: made in memory, read from memory.
 #pragma once
 
-#include "platform/image/codec.h"
 #include "platform/image/image.h"
+#include "platform/image/input_format.h"
 
 #include <cstdint>
 #include <memory>

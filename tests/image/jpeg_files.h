@@ -45,7 +45,7 @@ Decoded decodePlainly(const Bytes& file);
 // As above, for grey and colour, as a picture.
 Image decodedPicture(const Bytes& file);
 
-// The file with a marker segment (without the two length bytes) put in behind the start mark.
+// The file with a marker segment (without the two length bytes) put in behind the start marker.
 Bytes withSegment(const Bytes& jpeg, int marker, const Bytes& content);
 
 // An Exif segment's content with that orientation and, when not 0, dots per inch.

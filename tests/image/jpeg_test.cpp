@@ -45,7 +45,7 @@ TEST(Jpeg, EveryKindGivesThePixelsOfTheLibrary) {
                                        : decodedPicture(file);
             EXPECT_TRUE(same(loaded, expected)) << kind.name;
             const ImageHeader header = headerOf(file);
-            EXPECT_EQ(header.type, FileType::jpeg);
+            EXPECT_EQ(header.format->name, "JPEG");
             EXPECT_EQ(header.width, width);
             EXPECT_EQ(header.height, height);
         }
@@ -83,7 +83,7 @@ TEST(Jpeg, OnlySingleScanFilesStream) {
 TEST(Jpeg, TruncationsAreRefusedOrWhole) {
     for (const JpegKind& kind : everyJpegKind()) {
         const Bytes file = makeJpeg(kind, photo(33, 20));
-        // The end mark's two bytes carry no pixels, and the last byte of the picture data may be
+        // The end marker's two bytes carry no pixels, and the last byte of the picture data may be
         // filling; all else is missed.
         EXPECT_GE(refusedTruncations(file), file.size() - 4) << kind.name;
     }
@@ -119,8 +119,8 @@ TEST(Jpeg, AProgressiveFileThatStopsBetweenTwoScansIsRefused) {
 
 TEST(Jpeg, AMissingScanOfOneColourIsRefused) {
     const Bytes file = makeJpeg(kindNamed("separateScans"), photo(64, 64));
-    const Bytes mark = {0xFF, 0xDA};
-    const auto last = std::find_end(file.begin(), file.end(), mark.begin(), mark.end());
+    const Bytes marker = {0xFF, 0xDA};
+    const auto last = std::find_end(file.begin(), file.end(), marker.begin(), marker.end());
     Bytes part(file.begin(), last);
     append(part, {0xFF, 0xD9});
     EXPECT_EQ(complaintOf(part),
@@ -139,8 +139,8 @@ TEST(Jpeg, FillingBehindThePictureIsNoDamage) {
 TEST(Jpeg, TooManyScansAreRefused) {
     // A valid refining scan over and over again: each costs a pass over the whole picture.
     const Bytes file = makeJpeg(kindNamed("progressiveGrey"), photo(64, 64));
-    const Bytes mark = {0xFF, 0xDA};
-    const auto last = std::find_end(file.begin(), file.end(), mark.begin(), mark.end());
+    const Bytes marker = {0xFF, 0xDA};
+    const auto last = std::find_end(file.begin(), file.end(), marker.begin(), marker.end());
     Bytes many(file.begin(), file.end() - 2);
     for (int i = 0; i < 200; ++i) {
         many.insert(many.end(), last, file.end() - 2);

@@ -1,12 +1,14 @@
 #include "image/jpeg_files.h"
 #include "image/tiff_files.h"
 
+#include <array>
+
 namespace veldara::test {
 
 namespace {
 
-// The picture that a stored picture with that mark stands for, by the definition of the Exif
-// standard: the mark says which edges of the scene row 0 and column 0 are.
+// The picture that a stored picture with that tag stands for, by the definition of the Exif
+// standard: the tag says which edges of the scene row 0 and column 0 are.
 Image upright(const Image& stored, int orientation) {
     const int width = stored.width();
     const int height = stored.height();
@@ -95,6 +97,25 @@ TEST(Orientation, TiffByItsTag) {
             const TiffFile file = makeTiff(kind, 131, 70);
             const Image expected = upright(file.expected, orientation);
             EXPECT_TRUE(same(load(file.bytes), expected)) << orientation;
+            expectReadsTheSame(file.bytes, expected);
+        }
+    }
+}
+
+TEST(Orientation, TiffThatIsNotRgb) {
+    constexpr int palette = 3;
+    constexpr int inks = 5;
+    for (const auto& [photometric, samples, bits] :
+         {std::array{0, 1, 8}, {1, 1, 8}, {1, 1, 1}, {1, 1, 16}, {palette, 1, 8}, {inks, 4, 8}}) {
+        for (int orientation = 1; orientation <= 8; ++orientation) {
+            TiffKind kind;
+            kind.photometric = photometric;
+            kind.samples = samples;
+            kind.bits = bits;
+            kind.orientation = orientation;
+            const TiffFile file = makeTiff(kind, 131, 70);
+            const Image expected = upright(file.expected, orientation);
+            EXPECT_TRUE(same(load(file.bytes), expected)) << photometric << " " << orientation;
             expectReadsTheSame(file.bytes, expected);
         }
     }

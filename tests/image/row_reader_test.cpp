@@ -88,19 +88,19 @@ TEST(RowReader, TiffRowsOfAStripTooLargeToHold) {
 }
 
 TEST(RowReader, BmpRowsAreThoseOfTheWholePicture) {
-    const Bytes file = encodeImage(photo(157, 131).view(), FileType::bmp, 0, {});
+    const Bytes file = encodeImage(photo(157, 131).view(), TileFormat::bmp, 0, {});
     for (unsigned seed = 1; seed <= 40; ++seed) {
         ASSERT_NO_FATAL_FAILURE(expectRowsAsWhole(file, "bitmap", seed));
     }
 }
 
 TEST(RowReader, HeaderAndProfileAreThoseOfTheWholePicture) {
-    const Bytes file = encodeImage(photo(30, 20).view(), FileType::tiff, 240, rgbProfile());
+    const Bytes file = encodeImage(photo(30, 20).view(), TileFormat::tiff, 240, rgbProfile());
     const auto rows = reader(file);
     EXPECT_EQ(rows->header().width, 30);
     EXPECT_EQ(rows->header().height, 20);
     EXPECT_EQ(rows->header().dotsPerInch, 240);
-    EXPECT_EQ(rows->header().type, FileType::tiff);
+    EXPECT_EQ(rows->header().format->name, "TIFF");
     EXPECT_EQ(rows->colourProfile(), rgbProfile());
 }
 

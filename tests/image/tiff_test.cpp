@@ -17,7 +17,7 @@ void expectExact(const TiffKind& kind, int width = 53, int height = 31) {
     const TiffFile file = makeTiff(kind, width, height);
     EXPECT_TRUE(same(load(file.bytes), file.expected)) << kind.name;
     const ImageHeader header = headerOf(file.bytes);
-    EXPECT_EQ(header.type, FileType::tiff);
+    EXPECT_EQ(header.format->name, "TIFF");
     EXPECT_EQ(header.width, width);
     EXPECT_EQ(header.height, height);
 }

@@ -7,7 +7,7 @@ namespace veldara::bmp {
 
 constexpr std::uint32_t fileHeaderSize = 14;
 
-// Sizes of the information header, by which its kind is told.
+// Sizes of the information header, which tell its kind.
 constexpr std::uint32_t coreHeader = 12;
 constexpr std::uint32_t os2ShortHeader = 16;
 constexpr std::uint32_t infoHeader = 40;

@@ -114,7 +114,7 @@ std::vector<std::uint8_t> decodeRunLength(ByteSource& source, const BmpHeader& h
     while (true) {
         const std::optional<std::uint8_t> count = stream.next();
         const std::optional<std::uint8_t> value = count ? stream.next() : std::nullopt;
-        if (!value) { // no end mark: good only when nothing was left to paint
+        if (!value) { // no end code: good only when nothing was left to paint
             if (!canvas.lastRowFull()) {
                 incomplete();
             }

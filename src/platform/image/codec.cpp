@@ -2,15 +2,13 @@
 
 #include "platform/error.h"
 #include "platform/image/colour.h"
+#include "platform/image/input_format.h"
 #include "platform/image/memory_limits.h"
 #include "platform/image/picture_bytes.h"
-#include "platform/image/picture_decoder.h"
-#include "platform/image/picture_encoder.h"
 #include "platform/image/turn.h"
 #include "platform/text/path_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <new>
 #include <string>
@@ -18,28 +16,6 @@
 namespace veldara {
 
 namespace {
-
-FileType typeByContent(ByteSource& source) {
-    if (source.size() == 0) {
-        throw Error("the file is empty");
-    }
-    std::array<std::uint8_t, 4> start{};
-    const std::size_t got = source.readAt(0, start.data(), start.size());
-    const auto startsWith = [&](std::initializer_list<std::uint8_t> mark) {
-        return got >= mark.size() && std::equal(mark.begin(), mark.end(), start.begin());
-    };
-    if (startsWith({0xFF, 0xD8, 0xFF})) {
-        return FileType::jpeg;
-    }
-    if (startsWith({'I', 'I', 42, 0}) || startsWith({'M', 'M', 0, 42}) ||
-        startsWith({'I', 'I', 43, 0}) || startsWith({'M', 'M', 0, 43})) {
-        return FileType::tiff;
-    }
-    if (startsWith({'B', 'M'})) {
-        return FileType::bmp;
-    }
-    throw Error("it is not a JPEG, TIFF or BMP picture");
-}
 
 // A picture being decoded: the source, what reads it, and what it is.
 struct OpenPicture {
@@ -51,19 +27,11 @@ struct OpenPicture {
 OpenPicture openPicture(std::unique_ptr<ByteSource> source) {
     OpenPicture picture;
     picture.source = std::move(source);
-    picture.header.type = typeByContent(*picture.source);
-    switch (picture.header.type) {
-    case FileType::jpeg:
-        picture.decoder = openJpeg(*picture.source);
-        break;
-    case FileType::tiff:
-        picture.decoder = openTiff(*picture.source);
-        break;
-    case FileType::bmp:
-        picture.decoder = openBmp(*picture.source);
-        break;
-    }
+    const InputFormat& format = inputFormatOf(*picture.source);
+    picture.header.format = &format;
+    picture.decoder = format.open(*picture.source);
     const PictureFacts& facts = picture.decoder->facts();
+    picture.header.lossy = format.lossy && !facts.lossless;
     picture.header.width = facts.width;
     picture.header.height = facts.height;
     if (exchangesSides(facts.orientation)) {
@@ -315,25 +283,18 @@ auto encoding(Work&& work) {
     }
 }
 
-std::unique_ptr<PictureEncoder> openEncoder(const PictureToEncode& picture, FileType type) {
+std::unique_ptr<PictureEncoder> openEncoder(const PictureToEncode& picture, TileFormat format) {
     if (picture.width <= 0 || picture.height <= 0) {
         throw Error("it has no pixels");
     }
-    switch (type) {
-    case FileType::jpeg:
-        return openJpegEncoder(picture);
-    case FileType::tiff:
-        return openTiffEncoder(picture);
-    case FileType::bmp:
-        return openBmpEncoder(picture);
-    }
-    throw Error("there is no such type of file");
+    return tileFormatRow(format).open(picture);
 }
 
 class CheckedEncoder : public RowEncoder {
   public:
-    CheckedEncoder(const PictureToEncode& picture, FileType type)
-        : encoder_(openEncoder(picture, type)), width_(picture.width), rowsLeft_(picture.height) {}
+    CheckedEncoder(const PictureToEncode& picture, TileFormat format)
+        : encoder_(openEncoder(picture, format)), width_(picture.width), rowsLeft_(picture.height) {
+    }
 
     void writeRows(const PixelView& rows) override {
         encoding([&] {
@@ -362,18 +323,18 @@ class CheckedEncoder : public RowEncoder {
 
 } // namespace
 
-std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, FileType type, int dotsPerInch,
-                                           const ColourProfile& profile) {
+std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, TileFormat format,
+                                           int dotsPerInch, const ColourProfile& profile) {
     return encoding([&] {
         return std::make_unique<CheckedEncoder>(
-            PictureToEncode{width, height, dotsPerInch, profileForRgbRows(profile, true)}, type);
+            PictureToEncode{width, height, dotsPerInch, profileForRgbRows(profile, true)}, format);
     });
 }
 
-std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
+std::vector<std::uint8_t> encodeImage(const PixelView& pixels, TileFormat format, int dotsPerInch,
                                       const ColourProfile& profile) {
     const std::unique_ptr<RowEncoder> encoder =
-        openRowEncoder(pixels.width(), pixels.height(), type, dotsPerInch, profile);
+        openRowEncoder(pixels.width(), pixels.height(), format, dotsPerInch, profile);
     encoder->writeRows(pixels);
     return encoder->finish();
 }

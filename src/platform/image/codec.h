@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/image/image.h"
+#include "platform/image/tile_format.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -10,19 +11,19 @@
 
 namespace veldara {
 
-// The numbers are the file type codes of the save operation.
-enum class FileType { jpeg = 1, tiff = 3, bmp = 6 };
+struct InputFormat;
 
 // What the header of a picture file promises. Width and height are those of the upright picture,
-// after the camera's orientation mark.
+// after the camera's orientation tag is applied.
 struct ImageHeader {
-    FileType type = FileType::jpeg;
+    const InputFormat* format = nullptr; // a row of the table
+    bool lossy = false;                  // this very picture gave up detail when it was saved
     int width = 0;
     int height = 0;
     int dotsPerInch = 0; // 0: not known
 };
 
-// Reads only as much of the file as the header takes; the type is told by the content.
+// Reads only as much of the file as the header takes; the content decides on the type.
 // Throws Error (naming the file and the reason) when it is missing, empty, or no such picture.
 ImageHeader readImageHeader(const std::filesystem::path& file);
 
@@ -31,7 +32,7 @@ ImageHeader readImageHeader(const std::filesystem::path& file);
 Image loadImage(const std::filesystem::path& file);
 
 // Decodes a picture from the top to the bottom without ever holding it whole. Files that can only
-// be had whole (turned by their orientation mark, progressive, bottom-up and compressed ...) are
+// be decoded whole (turned by their orientation tag, progressive, bottom-up and compressed ...) are
 // decoded into memory first; the reader says so.
 class RowReader {
   public:
@@ -46,7 +47,7 @@ class RowReader {
     // before the first row.
     virtual void wantColumns(int left, int width) = 0;
 
-    // Passes over rows without handing them out, decoding as little as the format allows.
+    // Skips rows without returning them, decoding as little as the format allows.
     virtual void skipRows(int count) = 0;
 
     // The next rows.height() rows; rows.width() is the width of the wanted columns. Throws Error.
@@ -71,15 +72,11 @@ class RowEncoder {
 };
 
 // Throws Error when the format cannot hold such a picture.
-std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, FileType type, int dotsPerInch,
-                                           const ColourProfile& profile);
+std::unique_ptr<RowEncoder> openRowEncoder(int width, int height, TileFormat format,
+                                           int dotsPerInch, const ColourProfile& profile);
 
-// The same for a picture that can be had whole.
-std::vector<std::uint8_t> encodeImage(const PixelView& pixels, FileType type, int dotsPerInch,
+// The same for a picture that is whole in memory.
+std::vector<std::uint8_t> encodeImage(const PixelView& pixels, TileFormat format, int dotsPerInch,
                                       const ColourProfile& profile);
-
-// Writes the bytes under a temporary name beside the target, flushes, and renames, so that a file
-// with the final name is always whole. Throws Error with the reason; leaves no temporary behind.
-void writeWholeFile(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
 
 } // namespace veldara

@@ -86,7 +86,7 @@ ColourProfile savedProfile(cmsHPROFILE profile) {
     if (!cmsSaveProfileToMem(profile, bytes.data(), &size) || size < profileHeaderSize) {
         return {};
     }
-    // The engine stamps the moment of making into the header; the same photo shall give the same
+    // The engine writes the current time into the header; the same photo must give the same
     // file every time.
     constexpr std::array<std::uint8_t, 12> firstOfJanuary2000 = {0x07, 0xD0, 0, 1, 0, 1};
     std::copy(firstOfJanuary2000.begin(), firstOfJanuary2000.end(), bytes.begin() + 24);
@@ -144,6 +144,26 @@ ColourProfile profileForRgbRows(const ColourProfile& profile, bool pictureIsGrey
     default:
         return {};
     }
+}
+
+ColourProfile rgbProfileOf(const Chromaticities& chromaticities, const std::vector<double>& light) {
+    const Context context(cmsCreateContext(nullptr, nullptr));
+    std::vector<cmsUInt16Number> table(light.size());
+    std::transform(light.begin(), light.end(), table.begin(), [](double level) {
+        return static_cast<cmsUInt16Number>(std::lround(level * 65535));
+    });
+    const Curve curve(cmsBuildTabulatedToneCurve16(
+        context.get(), static_cast<cmsUInt32Number>(table.size()), table.data()));
+    if (!curve) {
+        return {};
+    }
+    const Chromaticities& at = chromaticities;
+    const cmsCIExyY white = {at.whiteX, at.whiteY, 1.0};
+    const cmsCIExyYTRIPLE primaries = {
+        {at.redX, at.redY, 1.0}, {at.greenX, at.greenY, 1.0}, {at.blueX, at.blueY, 1.0}};
+    std::array<cmsToneCurve*, 3> curves = {curve.get(), curve.get(), curve.get()};
+    const Profile rgb(cmsCreateRGBProfileTHR(context.get(), &white, &primaries, curves.data()));
+    return rgb ? savedProfile(rgb.get()) : ColourProfile{};
 }
 
 struct CmykToRgb::Transform {

@@ -2,11 +2,13 @@
 // All RGB and grey pixels stay as the file has them; their profile says what they mean.
 #pragma once
 
+#include "platform/image/coded_colour.h"
 #include "platform/image/image.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace veldara {
 
@@ -21,6 +23,10 @@ ProfileKind profileKind(const ColourProfile& profile);
 // profile with the same white and the same tone curve in all three channels, so that the equal
 // triples mean exactly the greys they were. Anything else gives no profile.
 ColourProfile profileForRgbRows(const ColourProfile& profile, bool pictureIsGrey);
+
+// An RGB profile with those primaries; light[i] is that of the value i / (light.size() - 1), both
+// from 0 to 1. Empty when no such profile can be made.
+ColourProfile rgbProfileOf(const Chromaticities& chromaticities, const std::vector<double>& light);
 
 // Turns 8-bit CMYK (255: full ink) into RGB: through the picture's own profile into sRGB when it is
 // a usable CMYK profile, by the plain product of what each ink lets through otherwise.

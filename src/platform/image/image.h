@@ -64,7 +64,7 @@ class Image {
     Image() = default;
 
     // A picture of that size with undefined pixels. Throws Error when a side is not positive or the
-    // memory cannot be had.
+    // there is not enough memory.
     Image(int width, int height);
 
     Image(Image&& other) noexcept;

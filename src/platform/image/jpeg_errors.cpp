@@ -28,7 +28,7 @@ bool meansDamagedPixels(const jpeg_error_mgr& manager) {
         return true;
     case JWRN_EXTRANEOUS_DATA: {
         // Some cameras pad the end of the picture. Inside of it, left-over bytes before a restart
-        // mark say that the bytes before were misread.
+        // marker say that the bytes before were misread.
         const int marker = manager.msg_parm.i[1];
         return marker >= 0xD0 && marker <= 0xD7;
     }

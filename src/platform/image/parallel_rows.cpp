@@ -24,7 +24,7 @@ void forRows(int count, int fewestPerCore, const std::function<void(int first, i
         }
     };
     std::vector<std::thread> threads;
-    int own = 1; // the caller's parts: the first, and those for which there is no thread to be had
+    int own = 1; // the caller's parts: the first, and those for which no thread could be started
     try {
         for (; own < parts; ++own) {
             threads.emplace_back(runPart, own);

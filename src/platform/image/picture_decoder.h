@@ -1,5 +1,5 @@
 // What each format's decoder offers to the rest of the component: facts from the header, then rows
-// in the order in which the file stores the picture, before any turn by the orientation mark.
+// in the order in which the file stores the picture, before any turn by the orientation tag.
 #pragma once
 
 #include "platform/image/byte_source.h"
@@ -38,6 +38,8 @@ struct PictureFacts {
     int dotsPerInch = 0;
     Orientation orientation = Orientation::upright;
 
+    bool lossless = false; // known to hold every pixel as it was, though its kind is a lossy one
+
     // Rows are decoded as they are asked for, with little memory.
     bool streams = true;
 };
@@ -63,11 +65,5 @@ class PictureDecoder {
   protected:
     PictureFacts facts_;
 };
-
-// Each reads the header from a source whose first bytes are that format's; the source outlives the
-// decoder. Throws Error with the bare reason.
-std::unique_ptr<PictureDecoder> openJpeg(ByteSource& source);
-std::unique_ptr<PictureDecoder> openTiff(ByteSource& source);
-std::unique_ptr<PictureDecoder> openBmp(ByteSource& source);
 
 } // namespace veldara

@@ -9,7 +9,7 @@
 
 namespace veldara {
 
-// The caller sees to it that all rows come, as wide as the picture, and no more. Errors carry the
+// The caller makes sure that all rows come, as wide as the picture, and no more. Errors carry the
 // bare reason.
 class PictureEncoder {
   public:
@@ -22,7 +22,7 @@ class PictureEncoder {
     virtual std::vector<std::uint8_t> finish() = 0;
 };
 
-// What every encoder is told before the first row. dotsPerInch 0: no resolution in the file. The
+// What every encoder knows before the first row. dotsPerInch 0: no resolution in the file. The
 // profile, when there is one, is an RGB profile.
 struct PictureToEncode {
     int width = 0;
@@ -30,10 +30,5 @@ struct PictureToEncode {
     int dotsPerInch = 0;
     ColourProfile profile;
 };
-
-// Throw Error with the bare reason when the format cannot hold the picture.
-std::unique_ptr<PictureEncoder> openJpegEncoder(const PictureToEncode& picture);
-std::unique_ptr<PictureEncoder> openTiffEncoder(const PictureToEncode& picture);
-std::unique_ptr<PictureEncoder> openBmpEncoder(const PictureToEncode& picture);
 
 } // namespace veldara

@@ -3,6 +3,7 @@
 #include "platform/error.h"
 #include "platform/image/built_in_font.h"
 #include "platform/image/operations.h"
+#include "platform/text/characters.h"
 
 #include <algorithm>
 #include <memory>
@@ -15,7 +16,6 @@ namespace veldara {
 
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
 constexpr FT_Long unitsPerPixel = 64; // FreeType's 26.6 fixed point
 
 struct DoneLibrary {
@@ -59,37 +59,13 @@ class Font {
     std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> face_;
 };
 
-// The next character of UTF-8 text; bytes that are none become the replacement character.
-char32_t nextCharacter(const std::string& text, std::size_t& at) {
-    const auto byte = [&](std::size_t i) {
-        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-    };
-    const unsigned first = byte(at++);
-    if (first < 0x80) {
-        return first;
-    }
-    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    if (first < 0xC2 || first > 0xF4) {
-        return replacement;
-    }
-    char32_t character = first & (0x3FU >> more);
-    for (std::size_t i = 0; i < more; ++i) {
-        if ((byte(at + i) & 0xC0U) != 0x80U) {
-            return replacement;
-        }
-        character = character << 6 | (byte(at + i) & 0x3FU);
-    }
-    at += more;
-    return character;
-}
-
 // Calls place(glyph's pen position) with each glyph loaded in turn; returns the whole advance.
 template <class Place>
 FT_Pos layOut(const Font& font, const std::string& text, FT_Int32 flags, Place&& place) {
     FT_Pos pen = 0;
     FT_UInt previous = 0;
     for (std::size_t at = 0; at < text.size();) {
-        const FT_UInt glyph = FT_Get_Char_Index(font.face(), nextCharacter(text, at));
+        const FT_UInt glyph = FT_Get_Char_Index(font.face(), takeCodePoint(text, at));
         FT_Vector kerning{};
         if (previous != 0 &&
             FT_Get_Kerning(font.face(), previous, glyph, FT_KERNING_UNFITTED, &kerning) == 0) {

@@ -144,7 +144,7 @@ void TiffDecoder::startRowByRow() {
     for (unsigned plane = 0; plane < layout_.planes(); ++plane) {
         planeInputs_.push_back(std::make_unique<TiffInput>(source_));
         TIFF* handle = planeInputs_.back()->handle.get();
-        readTiffLayout(handle, source_.size()); // sets what the decoder shall give
+        readTiffLayout(handle, source_.size()); // selects what the decoder returns
         planeRows_.emplace_back(static_cast<std::size_t>(TIFFScanlineSize64(handle)));
     }
 }

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+#include <tiff.h>
+
 namespace veldara {
 
 namespace {
@@ -18,12 +20,6 @@ constexpr std::size_t stripSize = 256 << 10;
 bool needsWideOffsets(std::uint64_t pixelBytes) {
     return pixelBytes > 2'800'000'000;
 }
-
-constexpr unsigned shortNumber = 3; // field types
-constexpr unsigned longNumber = 4;
-constexpr unsigned fraction = 5;
-constexpr unsigned bareBytes = 7;
-constexpr unsigned wideNumber = 16;
 
 void putNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, unsigned size) {
     for (unsigned i = 0; i < size; ++i) {
@@ -47,10 +43,8 @@ class Directory {
     void add(unsigned tag, unsigned type, std::uint64_t count, std::vector<std::uint8_t> value) {
         fields_.push_back({tag, type, count, std::move(value)});
     }
-    void addShort(unsigned tag, unsigned value) { add(tag, shortNumber, 1, numbers({value}, 2)); }
-    void addLong(unsigned tag, std::uint64_t value) {
-        add(tag, longNumber, 1, numbers({value}, 4));
-    }
+    void addShort(unsigned tag, unsigned value) { add(tag, TIFF_SHORT, 1, numbers({value}, 2)); }
+    void addLong(unsigned tag, std::uint64_t value) { add(tag, TIFF_LONG, 1, numbers({value}, 4)); }
 
     // Appends the values that do not fit into their fields, then the directory; returns its place.
     std::uint64_t appendTo(std::vector<std::uint8_t>& file) {
@@ -150,28 +144,30 @@ class TiffEncoder : public PictureEncoder {
     Directory directory() {
         const std::uint64_t strips = stripSizes_.size() / 4;
         Directory fields(wide_);
-        fields.addLong(256, static_cast<std::uint64_t>(picture_.width));
-        fields.addLong(257, static_cast<std::uint64_t>(picture_.height));
-        fields.add(258, shortNumber, 3, numbers({8, 8, 8}, 2)); // bits per sample
-        fields.addShort(259, 5);                                // LZW
-        fields.addShort(262, 2);                                // RGB
-        fields.add(273, wide_ ? wideNumber : longNumber, strips, std::move(stripPlaces_));
-        fields.addShort(274, 1); // upright
-        fields.addShort(277, 3); // samples per pixel
-        fields.addLong(278, rowsPerStrip_);
-        fields.add(279, longNumber, strips, std::move(stripSizes_));
+        fields.addLong(TIFFTAG_IMAGEWIDTH, static_cast<std::uint64_t>(picture_.width));
+        fields.addLong(TIFFTAG_IMAGELENGTH, static_cast<std::uint64_t>(picture_.height));
+        fields.add(TIFFTAG_BITSPERSAMPLE, TIFF_SHORT, 3, numbers({8, 8, 8}, 2));
+        fields.addShort(TIFFTAG_COMPRESSION, COMPRESSION_LZW);
+        fields.addShort(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+        fields.add(TIFFTAG_STRIPOFFSETS, wide_ ? TIFF_LONG8 : TIFF_LONG, strips,
+                   std::move(stripPlaces_));
+        fields.addShort(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+        fields.addShort(TIFFTAG_SAMPLESPERPIXEL, 3);
+        fields.addLong(TIFFTAG_ROWSPERSTRIP, rowsPerStrip_);
+        fields.add(TIFFTAG_STRIPBYTECOUNTS, TIFF_LONG, strips, std::move(stripSizes_));
         if (picture_.dotsPerInch > 0) {
             const auto dots = static_cast<std::uint64_t>(picture_.dotsPerInch);
-            fields.add(282, fraction, 1, numbers({dots, 1}, 4));
-            fields.add(283, fraction, 1, numbers({dots, 1}, 4));
+            fields.add(TIFFTAG_XRESOLUTION, TIFF_RATIONAL, 1, numbers({dots, 1}, 4));
+            fields.add(TIFFTAG_YRESOLUTION, TIFF_RATIONAL, 1, numbers({dots, 1}, 4));
         }
-        fields.addShort(284, 1); // samples of a pixel together
+        fields.addShort(TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
         if (picture_.dotsPerInch > 0) {
-            fields.addShort(296, 2); // inches
+            fields.addShort(TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
         }
-        fields.addShort(317, 2); // horizontal predictor
+        fields.addShort(TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
         if (!picture_.profile.empty()) {
-            fields.add(34675, bareBytes, picture_.profile.size(), picture_.profile);
+            fields.add(TIFFTAG_ICCPROFILE, TIFF_UNDEFINED, picture_.profile.size(),
+                       picture_.profile);
         }
         return fields;
     }

@@ -183,7 +183,7 @@ std::uint64_t fewestBytes(const TiffLayout& layout, TIFF* tiff) {
     }
 }
 
-// Every strip or tile lies within the file; a truncated file is told at once.
+// Every strip or tile lies within the file; a truncated file is refused at once.
 void checkBlocksLieInFile(const TiffLayout& layout, TIFF* tiff, std::uint64_t fileSize) {
     const std::uint32_t count = layout.tiled ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
     for (std::uint32_t i = 0; i < count; ++i) {

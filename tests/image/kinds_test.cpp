@@ -1,0 +1,178 @@
+// PNG, WebP, HEIC and AVIF: the seeds of the fuzz targets, which other programs made, read in every
+// way, cut off and damaged. That their pixels are right is checked with other readers in tests/cli.
+#include "image/files.h"
+#include "platform/error.h"
+#include "platform/image/coded_colour.h"
+#include "platform/image/colour.h"
+#include "platform/image/whole_picture_decoder.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include <lcms2.h>
+
+namespace veldara::test {
+
+namespace {
+
+constexpr std::array<std::pair<const char*, const char*>, 4> kinds{
+    {{"PNG", "fuzz_png"}, {"WebP", "fuzz_webp"}, {"HEIC", "fuzz_heic"}, {"AVIF", "fuzz_avif"}}};
+
+std::vector<std::filesystem::path> seedsOf(const char* target) {
+    std::vector<std::filesystem::path> seeds;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(VELDARA_SEEDS) / target)) {
+        seeds.push_back(entry.path());
+    }
+    EXPECT_FALSE(seeds.empty()) << target;
+    return seeds;
+}
+
+Bytes bytesOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+Bytes seed(const char* target, const char* name) {
+    return bytesOf(std::filesystem::path(VELDARA_SEEDS) / target / name);
+}
+
+// The light, 0 to 1, that the profile gives a grey of that value.
+double lightOf(const ColourProfile& profile, double value) {
+    cmsHPROFILE rgb =
+        cmsOpenProfileFromMem(profile.data(), static_cast<cmsUInt32Number>(profile.size()));
+    cmsHPROFILE xyz = cmsCreateXYZProfile();
+    cmsHTRANSFORM transform = cmsCreateTransform(rgb, TYPE_RGB_DBL, xyz, TYPE_XYZ_DBL,
+                                                 INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOOPTIMIZE);
+    const std::array<double, 3> grey{value, value, value};
+    cmsCIEXYZ light{};
+    cmsDoTransform(transform, grey.data(), &light, 1);
+    cmsDeleteTransform(transform);
+    cmsCloseProfile(xyz);
+    cmsCloseProfile(rgb);
+    return light.Y;
+}
+
+} // namespace
+
+TEST(EveryKind, IsToldByItsContentAndReadsTheSameInParts) {
+    for (const auto& [kind, target] : kinds) {
+        for (const std::filesystem::path& file : seedsOf(target)) {
+            SCOPED_TRACE(file.string());
+            const Bytes bytes = bytesOf(file);
+            const ImageHeader header = headerOf(bytes);
+            EXPECT_EQ(header.format->name, kind);
+            const Image whole = load(bytes);
+            EXPECT_EQ(whole.width(), header.width);
+            EXPECT_EQ(whole.height(), header.height);
+            const auto rows = reader(bytes);
+            rows->wantColumns(2, whole.width() - 3);
+            rows->skipRows(1);
+            Image part(whole.width() - 3, whole.height() - 1);
+            rows->readRows(part.mutableView());
+            EXPECT_TRUE(same(part.view(), whole.view().cut(2, 1, part.width(), part.height())));
+        }
+    }
+}
+
+TEST(EveryKind, IsRefusedWhenCutOff) {
+    EXPECT_GT(refusedTruncations(seed("fuzz_png", "modeRGB")), 380U);
+    EXPECT_GT(refusedTruncations(seed("fuzz_png", "interlaced"), 3), 200U);
+    EXPECT_GT(refusedTruncations(seed("fuzz_webp", "lossless")), 250U);
+    EXPECT_GT(refusedTruncations(seed("fuzz_webp", "lossy")), 100U);
+    EXPECT_GT(refusedTruncations(seed("fuzz_heic", "plain"), 5), 100U);
+    EXPECT_GT(refusedTruncations(seed("fuzz_avif", "plain"), 5), 70U);
+}
+
+TEST(EveryKind, SurvivesDamage) {
+    for (const auto& [kind, target] : kinds) {
+        for (const std::filesystem::path& file : seedsOf(target)) {
+            SCOPED_TRACE(file.string());
+            expectSurvivesDamage(bytesOf(file), 60);
+        }
+    }
+}
+
+TEST(EveryKind, LosslessOnesSaySo) {
+    EXPECT_FALSE(headerOf(seed("fuzz_png", "modeRGB")).lossy);
+    EXPECT_FALSE(headerOf(seed("fuzz_webp", "lossless")).lossy);
+    EXPECT_TRUE(headerOf(seed("fuzz_webp", "lossy")).lossy);
+    EXPECT_TRUE(headerOf(seed("fuzz_webp", "lossyOpacity")).lossy);
+    EXPECT_TRUE(headerOf(seed("fuzz_heic", "plain")).lossy);
+    EXPECT_TRUE(headerOf(seed("fuzz_avif", "plain")).lossy);
+    EXPECT_EQ(defaultTileFormat(headerOf(seed("fuzz_png", "modeRGB"))), TileFormat::tiff);
+    EXPECT_EQ(defaultTileFormat(headerOf(seed("fuzz_webp", "lossless"))), TileFormat::tiff);
+    EXPECT_EQ(defaultTileFormat(headerOf(seed("fuzz_heic", "plain"))), TileFormat::jpeg);
+}
+
+TEST(EveryKind, HasItsOwnNameAndEndings) {
+    const auto rows = inputFormats();
+    for (const InputFormat& row : rows) {
+        EXPECT_EQ(&inputFormat(row.name), &row);
+        ASSERT_FALSE(row.endings.empty());
+        for (const std::string_view ending : row.endings) {
+            EXPECT_EQ(ending.front(), '.');
+            EXPECT_EQ(1, std::count_if(rows.begin(), rows.end(),
+                                       [&](const InputFormat& other) {
+                                           return std::find(other.endings.begin(),
+                                                            other.endings.end(),
+                                                            ending) != other.endings.end();
+                                       }))
+                << ending;
+        }
+    }
+    EXPECT_THROW(inputFormat("PCX"), Error);
+}
+
+TEST(EveryKind, WithoutAPictureIsRefused) {
+    const Bytes empty = {'R', 'I', 'F', 'F', 4, 0, 0, 0, 'W', 'E', 'B', 'P'};
+    EXPECT_EQ(complaintOf(empty), "Could not read \"picture\": it holds no picture.");
+    Bytes sequence = {0,   0,   0, 20, 'f', 't', 'y', 'p', 'h', 'e',
+                      'v', 'c', 0, 0,  0,   0,   'm', 's', 'f', '1'};
+    append(sequence, {0, 0, 0, 16, 'm', 'o', 'o', 'v', 0, 0, 0, 8, 'f', 'r', 'e', 'e'});
+    EXPECT_EQ(complaintOf(sequence), "Could not read \"picture\": it holds no picture.");
+}
+
+TEST(Opacity, IsLaidOnWhite) {
+    const Bytes pixels = {10, 20, 30, 255, 10, 20, 30, 0, 0, 100, 200, 128};
+    Bytes rgb(9);
+    rgbOnWhite(pixels.data(), 4, false, 3, rgb.data());
+    EXPECT_EQ(rgb, (Bytes{10, 20, 30, 255, 255, 255, 127, 177, 227}));
+    rgbOnWhite(pixels.data(), 4, true, 3, rgb.data());
+    EXPECT_EQ(rgb, (Bytes{10, 20, 30, 255, 255, 255, 127, 227, 255}));
+}
+
+TEST(CodedColour, OfWhatPicturesAreTakenForNeedsNoProfile) {
+    EXPECT_TRUE(profileOf(CodedColour{}).empty());
+    EXPECT_TRUE(profileOf(CodedColour{1, 13}).empty());
+    EXPECT_TRUE(profileOf(CodedColour{1, 1}).empty());
+    EXPECT_TRUE(profileOf(CodedColour{77, 13}).empty());
+    EXPECT_TRUE(profileOf(CodedColour{1, 77}).empty());
+    EXPECT_TRUE(profileOf(1 / 0.45455, Chromaticities{}).empty());
+    EXPECT_TRUE(profileOf(0.0, Chromaticities{}).empty());
+}
+
+TEST(CodedColour, BecomesAProfileWithThoseCurves) {
+    const ColourProfile p3 = profileOf(CodedColour{12, 13});
+    ASSERT_EQ(profileKind(p3), ProfileKind::rgb);
+    EXPECT_NEAR(lightOf(p3, 0.5), 0.2140, 0.001);
+    const ColourProfile linear = profileOf(1.0, Chromaticities{});
+    ASSERT_EQ(profileKind(linear), ProfileKind::rgb);
+    EXPECT_NEAR(lightOf(linear, 0.25), 0.25, 0.001);
+    // By BT.2408 a diffuse white is 58 % of PQ's range and 75 % of HLG's, and a grey card, of 26
+    // candela per square metre, 38 %.
+    const ColourProfile pq = profileOf(CodedColour{9, 16});
+    const ColourProfile hlg = profileOf(CodedColour{9, 18});
+    ASSERT_EQ(profileKind(pq), ProfileKind::rgb);
+    EXPECT_NEAR(lightOf(pq, 0.38), 26.0 / 203, 0.01);
+    EXPECT_NEAR(lightOf(pq, 0.58), lightOf(hlg, 0.75), 0.01);
+    EXPECT_NEAR(lightOf(hlg, 0.38), 26.0 / 203, 0.01);
+    EXPECT_NEAR(lightOf(hlg, 1), 1, 0.001);
+    EXPECT_NEAR(lightOf(pq, 1), 1, 0.001);
+}
+
+} // namespace veldara::test
