@@ -10,10 +10,10 @@
 namespace veldara {
 
 // Below this many dots per inch a tile is resampled up to it before its border is added, so that a
-// border can be told in quarter stripes.
+// border of a quarter stripe is at least one pixel.
 constexpr double leastCompensationDotsPerInch = 64.0;
 
-// What compensation makes of a tile.
+// The size of a tile after compensation.
 struct CompensationPlan {
     int imageWidth = 0; // the tile after resampling, without its border
     int imageHeight = 0;
@@ -30,7 +30,7 @@ CompensationPlan planCompensation(int width, int height, double dotsPerInch,
 // pixels).
 void borderRow(std::uint8_t* to, const std::uint8_t* from, const CompensationPlan& plan);
 
-// A new picture in any case, also with no trims at all. Throws Error.
+// Always a new picture, even if all trims are zero. Throws Error.
 Image applyEdgeClipComp(const PixelView& tile, double dotsPerInch, const EdgeTrims& trims);
 
 } // namespace veldara

@@ -1,4 +1,4 @@
-// Tiles on their way from the photo to the disk: what comes of one, and who encodes them ahead.
+// Encoded tiles: the result of making one, and the interface of those that encode ahead.
 #pragma once
 
 #include "platform/image/codec.h"
@@ -10,11 +10,12 @@
 
 namespace veldara {
 
-// What one step of a run came to. Every outcome but `written` ends the run.
+// The result of one step of a run. Every outcome but `written` ends the run.
 enum class TileOutcome {
     written,
-    sourceFailed,       // the tile's pixels could not be had
-    compensationFailed, // the tile could not be turned or enlarged
+    sourceFailed,       // the tile's pixels could not be read
+    turnFailed,         // the quarter turn of the tile
+    compensationFailed, // enlarging the tile by the printer's trims
     encodeFailed,
     outOfSpace,
     saveFailed,
@@ -25,15 +26,15 @@ struct TileStep {
     std::string reason; // of a failure
 };
 
-// A tile as a worker left it: bytes when the step says `written`, else why there are none.
+// What a worker made of a tile: its bytes if the step says `written`, otherwise the reason.
 struct EncodedTile {
     std::vector<std::uint8_t> bytes;
     TileStep step;
 };
 
-// Encodes a run's tiles ahead on threads of its own, and keeps what is in memory bounded: it goes
-// on as tiles are committed. Called by one thread, with the numbers 0, 1, 2 ... in order.
-// Destroying it leaves the rest undone.
+// Encodes a run's tiles ahead on its own threads. Memory is bounded: encoding continues as tiles
+// are committed. Called by one thread, with the numbers 0, 1, 2 ... in order. Destroying it
+// abandons the tiles that are left.
 class EncodedTiles {
   public:
     virtual ~EncodedTiles() = default;

@@ -1,21 +1,10 @@
 #include "output/frmMsg.h"
 
-#include "output/progress_bar.h"
+#include "output/progress_picture.h"
 
 #include <memory>
 
 namespace veldara {
-
-namespace {
-
-constexpr int progressRunning = 0;
-constexpr int closeAtNextTick = 1;
-constexpr int timedMessage = 2;
-
-constexpr int messageLayout = 1;
-constexpr int progressLayout = 2;
-
-} // namespace
 
 frmMsg::frmMsg(Platform& platform, Screen& screen) : Window("frmMsg", screen), platform_(platform) {
     setCaption("Veldara");
@@ -25,19 +14,19 @@ frmMsg::frmMsg(Platform& platform, Screen& screen) : Window("frmMsg", screen), p
     cmdCancel.onClick = [this] { cmdCancel_Click(); };
     tmrProgBar.onTick = [this] { tmrProgBar_Timer(); };
     picProgressBar.onResize = [this] { UpdateProgess(); };
-    SetMode(messageLayout);
+    SetMode(messageMode);
 }
 
-void frmMsg::SetMode(int mType) {
+void frmMsg::SetMode(ProgressMode mType) {
     lblMsg.setVisible(true);
-    picProgressBar.setVisible(mType == progressLayout);
-    cmdCancel.setVisible(mType == progressLayout && bAllowCancel);
+    picProgressBar.setVisible(mType == progressMode);
+    cmdCancel.setVisible(mType == progressMode && bAllowCancel);
 }
 
 void frmMsg::ShowMsgForSecs(const std::string& sMsg, double dSec) {
     load();
     lblMsg.setCaption(sMsg);
-    SetMode(messageLayout);
+    SetMode(messageMode);
     curStatus = timedMessage;
     dStart = platform_.clock.seconds();
     dSecToShowMsg = dSec;
@@ -52,7 +41,7 @@ void frmMsg::ShowProgressBar(const std::string& sMsg) {
     curStatus = progressRunning;
     bCancel = false; // the Cancel of an earlier run is none of this one
     lblMsg.setCaption(sMsg);
-    SetMode(progressLayout);
+    SetMode(progressMode);
     dProgress = 0.0;
     UpdateProgess();
     show();
@@ -76,7 +65,7 @@ void frmMsg::UpdateProgess() {
         picProgressBar.setPixels(nullptr);
         return;
     }
-    picProgressBar.setPixels(std::make_shared<Image>(progressBar(width, height, dProgress)));
+    picProgressBar.setPixels(std::make_shared<Image>(progressPicture(width, height, dProgress)));
 }
 
 void frmMsg::cmdCancel_Click() {
@@ -101,6 +90,7 @@ void frmMsg::tmrProgBar_Timer() {
 
 void frmMsg::loadHandler() {
     curStatus = closeAtNextTick;
+    tmrProgBar.setEnabled(true);
 }
 
 void frmMsg::unloadHandler() {

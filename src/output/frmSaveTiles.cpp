@@ -1,19 +1,24 @@
 #include "output/frmSaveTiles.h"
 
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "output/save_messages.h"
 #include "output/split_path_label.h"
 #include "platform/error.h"
-#include "platform/image/file_ending.h"
+#include "platform/image/tile_format.h"
+#include "platform/text/path_text.h"
 
 namespace veldara {
 
 frmSaveTiles::frmSaveTiles(Platform& platform, Screen& screen, SaveOwner& owner, frmMsg& progress,
-                           frmSimpleMsg& result, SaveDoors doors)
-    : Window("frmSaveTiles", screen), drvTile(platform.drives), dirTile(platform.drives),
-      platform_(platform), owner_(owner), progress_(progress), result_(result),
-      doors_(std::move(doors)) {
+                           frmSimpleMsg& result, SaveHooks hooks)
+    : Window("frmSaveTiles", screen), drvTile("drvTile", platform.drives),
+      dirTile("dirTile", platform.drives), platform_(platform), owner_(owner), progress_(progress),
+      result_(result), hooks_(std::move(hooks)) {
     fillTexts();
+    const char separator = platform.drives.separator();
+    for (TextBox* name : {&txtNewFolderName, &txtBaseFileName}) {
+        name->forbid(forbiddenInNames(separator), refusedCharacterText(separator));
+    }
     OptionButton::join({&opbBmp, &opbTif, &opbJpg});
     drvTile.onChange = [this] { drvTile_Change(); };
     dirTile.onChange = [this] { dirTile_Change(); };
@@ -27,6 +32,7 @@ void frmSaveTiles::fillTexts() {
     lblStep1.setCaption("Step (1) Select where save files, file names and format");
     lblStep2.setCaption("Step (2) Click to Save Files Now");
     fraSaveInfo.setCaption("File Save Info");
+    drvTile.setCaption("Drive");
     lblLocation.setCaption("New Folder  Location");
     lblNewFolderName.setCaption("New Folder Name:");
     lblBaseFileName.setCaption("Base Filename:");
@@ -55,22 +61,22 @@ void frmSaveTiles::OpenForPhoto(const std::string& drive, const std::string& fol
     photo_ = textPath(withSeparator(folder, platform_.drives.separator()) + photoFileName);
     txtBaseFileName.setText(*base);
     txtNewFolderName.setText(defaultFolderName(*base));
-    const std::optional<FileType> type = fileTypeByName(photoFileName);
+    const std::optional<TileFormat> type = tileFormatByName(photoFileName);
     if (!type) {
         platform_.dialogs.showMessage(invalidPhotoTypeMessage());
         return;
     }
-    opbBmp.setSelected(*type == FileType::bmp);
-    opbTif.setSelected(*type == FileType::tiff);
-    opbJpg.setSelected(*type == FileType::jpeg);
+    opbBmp.setSelected(*type == TileFormat::bmp);
+    opbTif.setSelected(*type == TileFormat::tiff);
+    opbJpg.setSelected(*type == TileFormat::jpeg);
     UpdateSaveFolderLabel();
     showModal();
 }
 
-// Both lists are read again: folders have been made since they were last filled, not least by the
-// last save.
+// Both lists are read again: folders may have been made since they were last filled, for example by
+// the last save.
 bool frmSaveTiles::goTo(const std::string& drive, const std::string& folder) {
-    const LoadingMark mark(filling_);
+    const ScopedFlag flag(filling_);
     try {
         drvTile.refresh();
         drvTile.setDrive(drive);
@@ -105,7 +111,7 @@ void frmSaveTiles::dirTile_Change() {
     if (filling_) {
         return;
     }
-    // Where drives are volumes in one tree of folders, walking that tree can lead to another one.
+    // Where drives are volumes in one tree of folders, choosing a folder can change the drive.
     const std::string drive = platform_.drives.driveOf(dirTile.path());
     if (drive != drvTile.drive()) {
         goTo(drive, dirTile.path());
@@ -117,7 +123,7 @@ void frmSaveTiles::cmdSaveNow_Click() {
         return;
     }
     {
-        const LoadingMark mark(saving_);
+        const ScopedFlag flag(saving_);
         setControlsEnabled(false);
         platform_.eventPump.doEvents();
         processSaveNow();
@@ -135,7 +141,7 @@ void frmSaveTiles::closeBox() {
     }
 }
 
-// Events run during a save, and nothing that it reads may change under it.
+// Events run during a save, so the user must not change what it reads.
 void frmSaveTiles::setControlsEnabled(bool enabled) {
     Control* const controls[] = {&drvTile, &dirTile, &txtNewFolderName, &txtBaseFileName, &opbBmp,
                                  &opbTif,  &opbJpg,  &cmdSaveNow,       &cmdClose};
@@ -144,15 +150,15 @@ void frmSaveTiles::setControlsEnabled(bool enabled) {
     }
 }
 
-std::optional<FileType> frmSaveTiles::chosenType() const {
+std::optional<TileFormat> frmSaveTiles::chosenType() const {
     if (opbBmp.selected()) {
-        return FileType::bmp;
+        return TileFormat::bmp;
     }
     if (opbTif.selected()) {
-        return FileType::tiff;
+        return TileFormat::tiff;
     }
     if (opbJpg.selected()) {
-        return FileType::jpeg;
+        return TileFormat::jpeg;
     }
     return std::nullopt;
 }

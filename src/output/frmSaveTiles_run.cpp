@@ -2,6 +2,8 @@
 #include "output/frmSaveTiles.h"
 #include "output/save_messages.h"
 #include "output/tile_files.h"
+#include "output/tile_folder.h"
+#include "output/tile_pool.h"
 #include "output/tile_run.h"
 #include "platform/error.h"
 #include "platform/text/path_text.h"
@@ -14,20 +16,21 @@ namespace veldara {
 
 namespace {
 
-// The drive as the file-system object is asked for it: a letter, or the volume's folder.
-std::string driveToMeasure(const std::string& drive, char separator) {
-    return separator == '\\' ? drive.substr(0, 1) : drive;
+// Where free space is measured: on the chosen drive if drives have letters, otherwise on the file
+// system of the tiles' folder.
+std::string placeToMeasure(const std::string& drive, const std::string& folder, char separator) {
+    return separator == '\\' ? drive.substr(0, 1) : folder;
 }
 
-std::optional<std::uint64_t> freeSpaceOf(FileSystemObject& files, const std::string& drive) {
+std::optional<std::uint64_t> freeSpaceOf(FileSystemObject& files, const std::string& place) {
     try {
-        return files.freeSpace(drive);
+        return files.freeSpace(place);
     } catch (const Error&) {
         return std::nullopt;
     }
 }
 
-// False: the folder is there already. Another program may make it between the look and the making.
+// False if the folder exists. Another program may create it between the check and the creation.
 bool isMade(FileSystemObject& files, const std::string& folder) {
     if (files.folderExists(folder)) {
         return false;
@@ -59,8 +62,8 @@ void waitForTile(TileRun& run) {
 } // namespace
 
 void frmSaveTiles::processSaveNow() {
-    std::vector<TileRect> tiles;
-    if (fillTileTable(tiles) < 1) {
+    const PosterPlan plan = owner_.planTiles(tileFileParts());
+    if (plan.tiles.empty()) {
         endRun(tileTableFailedMessage(), Progress::notShown, Dialog::unloaded);
         return;
     }
@@ -69,40 +72,31 @@ void frmSaveTiles::processSaveNow() {
         endRun(fileSystemObjectFailedMessage(), Progress::notShown, Dialog::unloaded);
         return;
     }
-    const std::string folder =
-        tileFolderPath(dirTile.path(), txtNewFolderName.text(), platform_.drives.separator());
+    const std::string folder = tileFolder();
     if (!makeFolder(*files, folder)) {
         return;
     }
     progress_.bAllowCancel = true;
-    progress_.SetMode(2);
+    progress_.SetMode(progressMode);
     progress_.ShowProgressBar(savingText);
-    if (!hasMemoryFor(tiles)) {
-        endRun(imageObjectFailedMessage(), Progress::closesAtNextTick, Dialog::unloaded);
-        return;
-    }
-    const std::optional<TileTreatment> treatment = readTreatment(tiles);
-    if (!treatment) {
-        endRun(invalidTileSizesMessage(), Progress::closesAtNextTick, Dialog::unloaded);
-        return;
-    }
     try {
-        if (writeTiles(*files, tiles, *treatment)) {
+        if (isReady(plan) && writeTiles(*files, plan)) {
             progress_.unload();
             result_.ShowSaveOkMsg(folder);
         }
     } catch (const std::exception&) {
-        // The run's own objects want memory and threads, and either can be used up.
+        // The run itself needs memory and threads, and there may be none left.
         endRun(imageObjectFailedMessage(), Progress::closesAtNextTick, Dialog::unloaded);
     }
 }
 
-int frmSaveTiles::fillTileTable(std::vector<TileRect>& tiles) const {
-    try {
-        return owner_.CalcTileCoord(tiles);
-    } catch (const Error&) {
-        return -1;
-    }
+std::string frmSaveTiles::tileFolder() const {
+    return tileFolderPath(dirTile.path(), txtNewFolderName.text(), platform_.drives.separator());
+}
+
+TileFileParts frmSaveTiles::tileFileParts() const {
+    return {tileFolderPrefix(dirTile.path(), txtNewFolderName.text(), platform_.drives.separator()),
+            txtBaseFileName.text(), chosenType()};
 }
 
 bool frmSaveTiles::makeFolder(FileSystemObject& files, const std::string& folder) {
@@ -115,117 +109,110 @@ bool frmSaveTiles::makeFolder(FileSystemObject& files, const std::string& folder
     }
 }
 
-bool frmSaveTiles::hasMemoryFor(const std::vector<TileRect>& tiles) const {
+bool frmSaveTiles::hasMemoryFor(const PosterPlan& plan) const {
     int width = 1;
     int height = 1;
-    for (const TileRect& tile : tiles) {
-        width = std::max(width, tile.width());
-        height = std::max(height, tile.height());
+    for (const PlannedTile& tile : plan.tiles) {
+        width = std::max(width, tile.rect.width());
+        height = std::max(height, tile.rect.height());
     }
     try {
-        doors_.createTileImage(width, height);
+        hooks_.createTileImage(width, height);
         return true;
     } catch (const std::exception&) {
         return false;
     }
 }
 
-std::optional<TileTreatment> frmSaveTiles::readTreatment(const std::vector<TileRect>& tiles) const {
-    double width = 0;
-    double height = 0;
-    if (!owner_.CheckTileSizesNoTrim(width, height)) {
-        return std::nullopt;
-    }
-    try {
-        std::optional<EdgeTrims> trims;
-        if (owner_.printerClipsChecked()) {
-            trims.emplace();
-            owner_.FillCurEdgeTrimInches(*trims);
-        }
-        if (!owner_.CheckTileSizes(width, height)) {
-            return std::nullopt;
-        }
-        TileTreatment treatment = tileTreatment(tiles, owner_.rotateTilesChecked(), width, trims);
-        treatment.turned = owner_.tileRotated();
-        return treatment;
-    } catch (const Error&) {
-        return std::nullopt;
-    }
-}
-
-bool frmSaveTiles::nameFiles(std::size_t count, std::vector<std::filesystem::path>& names) {
-    const TileFileParts parts{dirTile.path(), txtNewFolderName.text(), txtBaseFileName.text(),
-                              chosenType()};
-    for (std::size_t i = 0; i < count; ++i) {
-        TileFileName name =
-            getTileFileName(parts, static_cast<int>(i) + 1, platform_.drives.separator());
-        // Who lets tiles of an earlier run be overwritten does not mean what they are cut from.
-        if (name.ok() && isSameFile(textPath(name.path), photo_)) {
-            name.problem = "The tile \"" + name.path + "\" would take the photo's place";
-        }
-        if (!name.ok()) {
-            return endRun(tileNameProblemMessage(name.problem), Progress::closesAtNextTick,
-                          Dialog::leftToCaller);
-        }
-        names.push_back(textPath(name.path));
-    }
-    return true;
-}
-
-bool frmSaveTiles::writeTiles(FileSystemObject& files, const std::vector<TileRect>& tiles,
-                              const TileTreatment& treatment) {
-    TileJob job;
-    if (!nameFiles(tiles.size(), job.files)) {
+bool frmSaveTiles::isReady(const PosterPlan& plan) {
+    if (!hasMemoryFor(plan)) {
+        endRun(imageObjectFailedMessage(), Progress::closesAtNextTick, Dialog::unloaded);
         return false;
     }
-    job.treatment = treatment;
-    job.type = chosenType().value_or(FileType::jpeg);
+    std::string nameProblem = plan.reason;
+    switch (plan.problem) {
+    case PlanProblem::compensation:
+    case PlanProblem::none:
+        // Answering "yes" to the folder question allows overwriting old tiles, never the photo.
+        nameProblem = photoOverwriteProblem(plan.files(), photo_);
+        break;
+    case PlanProblem::fileName:
+        break;
+    default:
+        endRun(invalidTileSizesMessage(), Progress::closesAtNextTick, Dialog::unloaded);
+        return false;
+    }
+    if (!nameProblem.empty()) {
+        endRun(tileNameProblemMessage(nameProblem), Progress::closesAtNextTick,
+               Dialog::leftToCaller);
+        return false;
+    }
+    if (!plan.ok()) {
+        showFailure(TileOutcome::compensationFailed);
+    }
+    return plan.ok();
+}
 
-    // The drive is measured on this thread, whose object it is, just before the write on another.
-    std::optional<std::uint64_t> space;
-    const TileDisk disk{[&space] { return space; }, doors_.write};
-    const std::string drive = driveToMeasure(drvTile.drive(), platform_.drives.separator());
-
-    const std::shared_ptr<const Image> photo =
-        owner_.currentPhoto(); // for as long as the run lasts
-    WholePhotoSource source(*photo, tiles);
-    auto run = std::make_unique<TileRun>(source, std::move(job), disk);
+bool frmSaveTiles::writeTiles(FileSystemObject& files, const PosterPlan& plan) {
+    // Held for as long as the run lasts.
+    const std::shared_ptr<const Image> photo = owner_.currentPhoto();
+    WholePhotoSource source(*photo, plan.rects());
+    auto run = std::make_unique<TileRun>(
+        std::make_unique<TilePool>(source, plan.tiles.size(), plan.treatment, plan.type, 0),
+        plan.tiles.size(), std::make_unique<TileFolder>(plan.files(), hooks_.write));
     TileStep step;
     bool canceled = false;
     while (!run->done() && !canceled && step.outcome == TileOutcome::written) {
-        platform_.eventPump.runWhileServing([&run] { waitForTile(*run); });
-        space = freeSpaceOf(files, drive);
-        platform_.eventPump.runWhileServing([&] { step = run->next(); });
-        canceled = progress_.bCancel; // read once a tile, when it is written
+        step = writeTile(*run, files);
+        canceled = progress_.bCancel; // read once for each tile, after it is written
         if (step.outcome == TileOutcome::written && !canceled) {
             progress_.SetProgressVal(static_cast<double>(run->written()) /
                                      static_cast<double>(run->count()));
         }
     }
-    // Tiles that were encoded ahead are waited for, which may take a moment.
+    // Waits for the tiles being encoded ahead, which may take a moment.
     platform_.eventPump.runWhileServing([&run] { run.reset(); });
     if (step.outcome != TileOutcome::written) {
-        return endFailedRun(step.outcome);
+        showFailure(step.outcome);
+        return false;
     }
-    return !canceled || endRun(canceledMessage(), Progress::closesAtNextTick, Dialog::unloaded);
+    if (canceled) {
+        endRun(canceledMessage(), Progress::closesAtNextTick, Dialog::unloaded);
+    }
+    return !canceled;
 }
 
-bool frmSaveTiles::endFailedRun(TileOutcome outcome) {
+// The file-system object belongs to this thread, so the space is measured here, just before the
+// tile is written on another.
+TileStep frmSaveTiles::writeTile(TileRun& run, FileSystemObject& files) {
+    platform_.eventPump.runWhileServing([&run] { waitForTile(run); });
+    const std::optional<std::uint64_t> space = freeSpaceOf(
+        files, placeToMeasure(drvTile.drive(), tileFolder(), platform_.drives.separator()));
+    TileStep step;
+    platform_.eventPump.runWhileServing([&] { step = run.next(space); });
+    return step;
+}
+
+void frmSaveTiles::showFailure(TileOutcome outcome) {
     switch (outcome) {
     case TileOutcome::compensationFailed:
-        return endRun(compensationFailedMessage(), Progress::closesAtNextTick,
-                      Dialog::leftToCaller);
+        endRun(compensationFailedMessage(), Progress::closesAtNextTick, Dialog::leftToCaller);
+        break;
+    case TileOutcome::turnFailed:
+        endRun(imageObjectFailedMessage(), Progress::closesAtNextTick, Dialog::unloaded);
+        break;
     case TileOutcome::outOfSpace:
-        return endRun(outOfDiskSpaceMessage(), Progress::unloaded, Dialog::unloaded);
+        endRun(outOfDiskSpaceMessage(), Progress::unloaded, Dialog::unloaded);
+        break;
     default:
-        return endRun(tileNotSavedMessage(), Progress::unloaded, Dialog::unloaded);
+        endRun(tileNotSavedMessage(), Progress::unloaded, Dialog::unloaded);
+        break;
     }
 }
 
-// Always false: nothing is to follow.
-bool frmSaveTiles::endRun(const Message& message, Progress progress, Dialog dialog) {
+void frmSaveTiles::endRun(const Message& message, Progress progress, Dialog dialog) {
     if (progress == Progress::closesAtNextTick) {
-        progress_.curStatus = 1;
+        progress_.curStatus = closeAtNextTick;
     }
     platform_.dialogs.showMessage(message);
     if (progress == Progress::unloaded) {
@@ -234,7 +221,6 @@ bool frmSaveTiles::endRun(const Message& message, Progress progress, Dialog dial
     if (dialog == Dialog::unloaded) {
         unload();
     }
-    return false;
 }
 
 } // namespace veldara

@@ -17,11 +17,21 @@ frmSimpleMsg::frmSimpleMsg(Platform& platform, Screen& screen)
 }
 
 void frmSimpleMsg::ShowSaveOkMsg(const std::string& sFolderName) {
-    lblMsg.setCaption(savedText);
+    showResult(savedTitle, savedText, sFolderName);
+}
+
+void frmSimpleMsg::ShowDocumentOkMsg(const std::string& file, const std::string& notice) {
+    showResult(documentTitle, documentText + (notice.empty() ? "" : "  " + notice), file);
+}
+
+void frmSimpleMsg::showResult(const std::string& title, const std::string& text,
+                              const std::string& target) {
+    lblTitle.setCaption(title);
+    lblMsg.setCaption(text);
     show();
     lnkFol.setCaption(
-        SplitPathLabel(sFolderName, resultLabelStart, pathLabelEnd, platform_.drives.separator()));
-    lnkFol.setTarget(sFolderName);
+        SplitPathLabel(target, resultLabelStart, pathLabelEnd, platform_.drives.separator()));
+    lnkFol.setTarget(target);
 }
 
 void frmSimpleMsg::lnkFol_Click() {

@@ -1,4 +1,4 @@
-// The result window: all tiles were written, and this is the folder they are in.
+// The result window, with a link to the folder that the tiles were written to.
 #pragma once
 
 #include "controls/controls.h"
@@ -12,20 +12,24 @@ namespace veldara {
 
 class frmSimpleMsg : public Window {
   public:
-    Label lblTitle;
-    Picture imgCheck;
-    Label lblMsg;
-    LinkLabel lnkFol; // its caption is wrapped with line breaks, its target is the folder
-    Button cmdOk;
+    Label lblTitle{"lblTitle"};
+    Picture imgCheck{"imgCheck"};
+    Label lblMsg{"lblMsg"};
+    LinkLabel lnkFol{"lnkFol"}; // its caption is wrapped with line breaks, its target is the folder
+    Button cmdOk{"cmdOk"};
 
     frmSimpleMsg(Platform& platform, Screen& screen);
 
     void ShowSaveOkMsg(const std::string& sFolderName);
+    // A document was written; the link opens it. notice: what the person should know of it.
+    void ShowDocumentOkMsg(const std::string& file, const std::string& notice);
 
     void lnkFol_Click();
     void cmdOk_Click();
 
   private:
+    void showResult(const std::string& title, const std::string& text, const std::string& target);
+
     Platform& platform_;
 };
 

@@ -32,7 +32,7 @@ Message fileSystemObjectFailedMessage() {
 Message folderExistsQuestion(const std::string& folder) {
     return {"The folder " + quoted(folder) +
                 " already exists.  Some files could be overwritten.  Do you want to continue?",
-            "Folder Exists", MessageIcon::none, MessageButtons::yesNoCancel};
+            "Folder Exists", MessageIcon::none, MessageButtons::yesNoCancel, Answer::no};
 }
 
 Message folderNotCreatedMessage(const std::string& folder) {
@@ -75,6 +75,11 @@ Message canceledMessage() {
 
 Message invalidDriveMessage() {
     return critical("Invalid Drive", "The drive you chose could not be accessed.");
+}
+
+std::string refusedCharacterText(char separator) {
+    return separator == '/' ? "A name cannot contain \"/\"."
+                            : "A name cannot contain any of these characters: \\ / : * ? \" < > |";
 }
 
 } // namespace veldara

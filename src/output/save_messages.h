@@ -1,4 +1,4 @@
-// What is told of a run that writes tile files: questions, refusals, failures, success.
+// Messages of a run that writes tile files: questions, refusals, failures, success.
 #pragma once
 
 #include "platform/dialogs.h"
@@ -24,12 +24,19 @@ Message outOfDiskSpaceMessage();
 Message tileNotSavedMessage();
 Message canceledMessage();
 
-// Of the windows that go with it.
+// Texts of the progress and result windows.
 constexpr const char* savingText = "Saving Images Now";
+constexpr const char* documentTitle = "PDF Saved Successfully";
+constexpr const char* documentText =
+    "Your poster was saved as one PDF.  Print it at 100 % (actual size), one side only.  Click on "
+    "the file name to open it.";
 constexpr const char* savedTitle = "Images Saved Successfully";
 constexpr const char* savedText =
     "You poster images were saved successfully and are now ready for you to print.  They are "
     "located in the following folder:";
 Message invalidDriveMessage();
+
+// Shown at a name box that was given a character which no name can have.
+std::string refusedCharacterText(char separator);
 
 } // namespace veldara

@@ -14,7 +14,7 @@ namespace veldara {
 std::string SplitPathLabel(std::string_view path, int insertWinStart, int insertWinEnd,
                            char separator = platformSeparator);
 
-// The window of the save dialog's label, and that of the result window.
+// The line lengths of the save dialog's label and of the result window.
 constexpr int saveLabelStart = 78;
 constexpr int resultLabelStart = 35;
 constexpr int pathLabelEnd = 55;

@@ -1,7 +1,8 @@
 #include "output/tile_files.h"
 
-#include "platform/image/file_ending.h"
+#include "platform/image/tile_format.h"
 #include "platform/text/characters.h"
+#include "platform/text/file_name.h"
 
 #include <system_error>
 
@@ -34,27 +35,42 @@ std::string tileFolderPath(const std::string& parent, const std::string& newFold
 
 std::string tileFolderPrefix(const std::string& parent, const std::string& newFolder,
                              char separator) {
+    if (parent.empty()) {
+        return {};
+    }
     const std::string folder = tileFolderPath(parent, newFolder, separator);
     return newFolder.empty() ? folder : folder + separator;
 }
 
-TileFileName getTileFileName(const TileFileParts& parts, int tileNumber, char separator) {
+TileFileName getTileFileName(const TileFileParts& parts, int tileNumber) {
     if (!parts.type) {
         return {{}, "File extension not selected"};
     }
-    if (parts.parent.empty()) {
+    if (parts.folder.empty()) {
         return {{},
                 "You must select the location where the new poster tile image folder will be "
                 "created"};
     }
-    return {tileFolderPrefix(parts.parent, parts.newFolder, separator) + parts.base +
-                tileNumberText(tileNumber) + extensionOf(*parts.type),
-            {}};
+    const std::string name = parts.base + tileNumberText(tileNumber) + extensionOf(*parts.type);
+    if (const std::string problem = fileNameProblem(name); !problem.empty()) {
+        return {{}, problem};
+    }
+    return {parts.folder + name, {}};
 }
 
 bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
     std::error_code error; // of a file that is not there
     return std::filesystem::equivalent(one, other, error);
+}
+
+std::string photoOverwriteProblem(const std::vector<std::filesystem::path>& files,
+                                  const std::filesystem::path& photo) {
+    for (const std::filesystem::path& file : files) {
+        if (isSameFile(file, photo)) {
+            return "The tile \"" + pathText(file) + "\" would take the photo's place";
+        }
+    }
+    return {};
 }
 
 } // namespace veldara

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace veldara {
 
@@ -25,19 +26,18 @@ std::string tileFolderPath(const std::string& parent, const std::string& newFold
                            char separator = platformSeparator);
 
 // The same with a separator at its end: behind the parent, and behind a new folder's name whatever
-// that ends with. What a label shows, and what the files' names follow.
+// that ends with. What a label shows, and what the files' names begin with. Empty without a parent.
 std::string tileFolderPrefix(const std::string& parent, const std::string& newFolder,
                              char separator = platformSeparator);
 
 // What a tile's file name is made of.
 struct TileFileParts {
-    std::string parent;
-    std::string newFolder;
+    std::string folder; // as tileFolderPrefix gives it; empty: none was chosen
     std::string base;
-    std::optional<FileType> type;
+    std::optional<TileFormat> type;
 };
 
-// A name, or the problem that stands in its way.
+// A name, or the problem that prevents it.
 struct TileFileName {
     std::string path;
     std::string problem; // empty when there is none
@@ -45,10 +45,14 @@ struct TileFileName {
 };
 
 // tileNumber counts from 1.
-TileFileName getTileFileName(const TileFileParts& parts, int tileNumber,
-                             char separator = platformSeparator);
+TileFileName getTileFileName(const TileFileParts& parts, int tileNumber);
 
-// Whether both paths lead to one and the same file that is there.
+// Whether both paths lead to the same existing file.
 bool isSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
+// What is wrong when one of the files is the photo itself, which no run may overwrite; the empty
+// text when none is.
+std::string photoOverwriteProblem(const std::vector<std::filesystem::path>& files,
+                                  const std::filesystem::path& photo);
 
 } // namespace veldara

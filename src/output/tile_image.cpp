@@ -1,5 +1,6 @@
 #include "output/tile_image.h"
 
+#include "output/attempt.h"
 #include "output/edge_compensation.h"
 #include "platform/error.h"
 #include "platform/image/operations.h"
@@ -46,15 +47,16 @@ PictureSize tileImageSize(const TileRect& tile, const TileTreatment& treatment) 
 }
 
 TileImage makeTileImage(const PixelView& cut, const TileTreatment& treatment) {
-    if (!treatment.turned) {
-        return treatment.trims
-                   ? TileImage(applyEdgeClipComp(cut, treatment.dotsPerInch, *treatment.trims))
-                   : TileImage(cut);
+    TileImage image(cut);
+    if (treatment.turned) {
+        image = TileImage(asPart(TileOutcome::turnFailed, [&] { return rotateTile90(cut); }));
     }
-    Image quarter = rotateTile90(cut);
-    return treatment.trims ? TileImage(applyEdgeClipComp(quarter.view(), treatment.dotsPerInch,
-                                                         *treatment.trims))
-                           : TileImage(std::move(quarter));
+    if (treatment.trims) {
+        image = TileImage(asPart(TileOutcome::compensationFailed, [&] {
+            return applyEdgeClipComp(image.view(), treatment.dotsPerInch, *treatment.trims);
+        }));
+    }
+    return image;
 }
 
 } // namespace veldara

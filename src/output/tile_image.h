@@ -53,7 +53,8 @@ struct PictureSize {
 };
 PictureSize tileImageSize(const TileRect& tile, const TileTreatment& treatment);
 
-// cut: the tile's pixels in the photo. Throws Error.
+// cut: the tile's pixels in the photo. Throws Error, which tells a failed turn from failed
+// compensation (see attempt.h).
 TileImage makeTileImage(const PixelView& cut, const TileTreatment& treatment);
 
 } // namespace veldara

@@ -1,13 +1,10 @@
 #include "output/tile_pool.h"
 
 #include "output/attempt.h"
-#include "output/tile_mailbox.h"
 #include "output/worker_threads.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <mutex>
-#include <optional>
 #include <thread>
 
 namespace veldara {
@@ -22,29 +19,22 @@ std::size_t workerCount(int asked) {
                      : std::max(std::thread::hardware_concurrency(), 1U);
 }
 
-// Everything that the workers share, under one lock except the source, which has its own so that
-// fetching one tile does not hold up handing out another.
-struct TilePool::State {
+// Everything that the workers share. One lock guards it all except the source, which has its own,
+// so that reading one tile does not block taking another.
+struct TilePool::State : TileWorkers {
     State(TileSource& tileSource, std::size_t tiles, const TileTreatment& tileTreatment,
-          FileType fileType)
+          TileFormat fileType)
         : source(tileSource), count(tiles), treatment(tileTreatment), type(fileType) {}
 
     TileSource& source;
     const std::size_t count;
     const TileTreatment treatment;
-    const FileType type;
+    const TileFormat type;
 
     std::mutex sourceLock;
     std::size_t toFetch = 0; // guarded by sourceLock
 
-    std::mutex lock;
-    std::condition_variable changed;
-    std::size_t committed = 0;
-    std::size_t ahead = 1; // tiles that may be in work or waiting beyond the committed ones
-    bool stopping = false;
-
-    TileMailbox finished;
-    std::vector<std::thread> workers;
+    std::size_t ahead = 1; // tiles that may be started beyond the committed ones
 
     void work();
     bool fetch(std::size_t& number, TilePixels& pixels, TileStep& step);
@@ -75,15 +65,11 @@ bool TilePool::State::fetch(std::size_t& number, TilePixels& pixels, TileStep& s
 
 EncodedTile TilePool::State::encode(const TilePixels& pixels) const {
     EncodedTile result;
-    std::optional<TileImage> image;
-    const bool made = attempt(result.step, TileOutcome::compensationFailed,
-                              [&] { image.emplace(makeTileImage(pixels.view, treatment)); });
-    if (made) {
-        attempt(result.step, TileOutcome::encodeFailed, [&] {
-            result.bytes =
-                encodeImage(image->view(), type, treatment.resolution, source.colourProfile());
-        });
-    }
+    attempt(result.step, TileOutcome::encodeFailed, [&] {
+        const TileImage image = makeTileImage(pixels.view, treatment);
+        result.bytes =
+            encodeImage(image.view(), type, treatment.resolution, source.colourProfile());
+    });
     return result;
 }
 
@@ -104,39 +90,20 @@ void TilePool::State::work() {
 }
 
 TilePool::TilePool(TileSource& source, std::size_t tiles, const TileTreatment& treatment,
-                   FileType type, int workers)
+                   TileFormat type, int workers)
     : state_(std::make_unique<State>(source, tiles, treatment, type)) {
     const std::size_t many = std::min(workerCount(workers), std::max<std::size_t>(tiles, 1));
-    // One more than there are workers, so that all of them have something to do during a write.
+    // One more than there are workers, so that all of them are busy during a write.
     state_->ahead = many + 1;
-    startWorkers(state_->workers, many, [state = state_.get()] { state->work(); });
+    startWorkers(state_->threads, many, [state = state_.get()] { state->work(); });
 }
 
 TilePool::~TilePool() {
-    {
-        const std::lock_guard guard(state_->lock);
-        state_->stopping = true;
-    }
-    state_->changed.notify_all();
-    for (std::thread& worker : state_->workers) {
-        worker.join();
-    }
+    state_->stop();
 }
 
-bool TilePool::waitReady(std::size_t number, std::chrono::milliseconds time) {
-    return state_->finished.waitReady(number, time);
-}
-
-EncodedTile TilePool::take(std::size_t number) {
-    return state_->finished.take(number);
-}
-
-void TilePool::commit(std::size_t number) {
-    {
-        const std::lock_guard guard(state_->lock);
-        state_->committed = number + 1;
-    }
-    state_->changed.notify_all();
+TileWorkers& TilePool::workers() {
+    return *state_;
 }
 
 } // namespace veldara

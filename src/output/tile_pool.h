@@ -1,7 +1,7 @@
 // Whole tiles encoded by a small pool of threads.
 #pragma once
 
-#include "output/encoded_tiles.h"
+#include "output/threaded_tiles.h"
 #include "output/tile_image.h"
 
 #include <memory>
@@ -37,25 +37,22 @@ class WholePhotoSource : public TileSource {
     std::vector<TileRect> tiles_;
 };
 
-// How many threads work: the number that is asked for, or as many as the machine has cores.
+// The number of threads: `asked`, or if that is 0 as many as the machine has cores.
 std::size_t workerCount(int asked);
 
-class TilePool : public EncodedTiles {
+class TilePool : public ThreadedTiles {
   public:
-    // Starts at once. The source outlives the pool. No more tiles than workers are in work, and one
-    // more is kept encoded while one is being written.
-    TilePool(TileSource& source, std::size_t tiles, const TileTreatment& treatment, FileType type,
+    // Starts at once. The source outlives the pool. At most one tile for each worker is being
+    // encoded, and one more is kept encoded while another is being written.
+    TilePool(TileSource& source, std::size_t tiles, const TileTreatment& treatment, TileFormat type,
              int workers);
     ~TilePool() override;
     TilePool(const TilePool&) = delete;
     TilePool& operator=(const TilePool&) = delete;
 
-    bool waitReady(std::size_t number, std::chrono::milliseconds time) override;
-    EncodedTile take(std::size_t number) override;
-    void commit(std::size_t number) override;
-
   private:
     struct State;
+    TileWorkers& workers() override;
     std::unique_ptr<State> state_;
 };
 

@@ -1,5 +1,6 @@
 #include "output/tile_sink.h"
 
+#include "output/attempt.h"
 #include "output/edge_compensation.h"
 
 #include <cstring>
@@ -22,7 +23,7 @@ class PlainSink : public TileSink {
     std::unique_ptr<RowEncoder> encoder_;
 };
 
-// Adds the border of edge compensation on the way.
+// Adds the border of edge compensation.
 class BorderSink : public TileSink {
   public:
     BorderSink(std::unique_ptr<RowEncoder> encoder, const CompensationPlan& plan)
@@ -42,7 +43,7 @@ class BorderSink : public TileSink {
     }
 
   private:
-    // A stride of 0 shows the encoder the same row as often as it is wanted.
+    // With a stride of 0 every row of the view is the same row.
     void repeat(int times) {
         if (times > 0) {
             encoder_->writeRows(PixelView(row_.data(), plan_.width(), times, 0));
@@ -55,10 +56,10 @@ class BorderSink : public TileSink {
     bool first_ = true;
 };
 
-// Keeps the tile until it is whole.
+// Collects the rows until the tile is complete.
 class CollectingSink : public TileSink {
   public:
-    CollectingSink(const TileRect& tile, const TileTreatment& treatment, FileType type,
+    CollectingSink(const TileRect& tile, const TileTreatment& treatment, TileFormat type,
                    ColourProfile profile)
         : image_(tile.width(), tile.height()), treatment_(treatment), type_(type),
           profile_(std::move(profile)) {}
@@ -77,7 +78,7 @@ class CollectingSink : public TileSink {
   private:
     Image image_;
     TileTreatment treatment_;
-    FileType type_;
+    TileFormat type_;
     ColourProfile profile_;
     int next_ = 0;
 };
@@ -85,7 +86,7 @@ class CollectingSink : public TileSink {
 } // namespace
 
 std::unique_ptr<TileSink> openTileSink(const TileRect& tile, const TileTreatment& treatment,
-                                       FileType type, const ColourProfile& profile) {
+                                       TileFormat type, const ColourProfile& profile) {
     const auto encoder = [&](int width, int height) {
         return openRowEncoder(width, height, type, treatment.resolution, profile);
     };
@@ -95,8 +96,10 @@ std::unique_ptr<TileSink> openTileSink(const TileRect& tile, const TileTreatment
     if (!treatment.trims) {
         return std::make_unique<PlainSink>(encoder(tile.width(), tile.height()));
     }
-    const CompensationPlan plan =
-        planCompensation(tile.width(), tile.height(), treatment.dotsPerInch, *treatment.trims);
+    const CompensationPlan plan = asPart(TileOutcome::compensationFailed, [&] {
+        return planCompensation(tile.width(), tile.height(), treatment.dotsPerInch,
+                                *treatment.trims);
+    });
     if (plan.imageWidth != tile.width() || plan.imageHeight != tile.height()) {
         return std::make_unique<CollectingSink>(tile, treatment, type, profile);
     }

@@ -1,4 +1,4 @@
-// Where a tile's rows go as they come from the photo: into the bytes of its file.
+// Encodes a tile's rows as they are decoded from the photo.
 #pragma once
 
 #include "output/tile_image.h"
@@ -10,7 +10,7 @@
 
 namespace veldara {
 
-// Takes all rows of one tile from the top down. May be used by one thread after the other.
+// Takes all rows of one tile from the top down. Not thread-safe, but may change threads.
 class TileSink {
   public:
     virtual ~TileSink() = default;
@@ -22,6 +22,6 @@ class TileSink {
 // that is neither turned nor resampled is encoded row by row; any other is collected first. Throws
 // Error.
 std::unique_ptr<TileSink> openTileSink(const TileRect& tile, const TileTreatment& treatment,
-                                       FileType type, const ColourProfile& profile);
+                                       TileFormat type, const ColourProfile& profile);
 
 } // namespace veldara

@@ -1,17 +1,14 @@
 #include "output/tile_stream.h"
 
 #include "output/attempt.h"
-#include "output/tile_mailbox.h"
 #include "output/tile_pool.h"
 #include "output/tile_sink.h"
 #include "output/worker_threads.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <optional>
-#include <thread>
 #include <utility>
 
 namespace veldara {
@@ -28,7 +25,7 @@ int stripRowsFor(int width) {
     return static_cast<int>(std::clamp<std::size_t>(rows, fewestStripRows, mostStripRows));
 }
 
-// Rows of the photo within the columns that are wanted.
+// Rows of the photo within the columns of the crop.
 struct Strip {
     int top = 0;
     int height = 0;
@@ -36,15 +33,15 @@ struct Strip {
     int bottom() const { return top + height - 1; }
 };
 
-// How far a tile is.
+// The progress of one tile.
 struct TileProgress {
     int nextRow = 0;
-    bool busy = false; // a worker is at it
+    bool busy = false; // a worker is encoding it
     bool done = false;
     std::unique_ptr<TileSink> sink;
 };
 
-// Rows of one strip that one tile is to take next.
+// The rows of one strip that one tile needs next.
 struct Piece {
     std::size_t tile = 0;
     Strip* strip = nullptr;
@@ -55,20 +52,19 @@ struct Piece {
 
 } // namespace
 
-// Everything is guarded by the lock, except the reader, which belongs to whoever has set
-// `decoding`, and a tile's sink, which belongs to whoever has set `busy`.
-struct TileStream::State {
+// Everything is guarded by the lock, except the reader, which belongs to the thread that set
+// `decoding`, and a tile's sink, which belongs to the thread that set `busy`.
+struct TileStream::State : TileWorkers {
     State(std::unique_ptr<RowReader> reader, std::vector<TileRect> rects, int wide,
-          const TileTreatment& tileTreatment, FileType fileType, std::size_t threads)
+          TileSinks tileSinks, std::size_t many)
         : photo(std::move(reader)), tiles(std::move(rects)),
-          tilesWide(static_cast<std::size_t>(wide)), treatment(tileTreatment), type(fileType),
-          mostStrips(2 * threads + 2), progress(tiles.size()) {}
+          tilesWide(static_cast<std::size_t>(wide)), sinks(std::move(tileSinks)),
+          mostStrips(2 * many + 2), progress(tiles.size()) {}
 
     const std::unique_ptr<RowReader> photo;
     const std::vector<TileRect> tiles;
     const std::size_t tilesWide;
-    const TileTreatment treatment;
-    const FileType type;
+    const TileSinks sinks;
     const std::size_t mostStrips;
 
     int cropLeft = 0;
@@ -76,21 +72,14 @@ struct TileStream::State {
     int cropBottom = 0;
     int stripRows = 0;
 
-    std::mutex lock;
-    std::condition_variable changed;
-    bool stopping = false;
     bool decoding = false;
-    int skip = 0;    // rows to pass over before the next are read
+    int skip = 0;    // rows to skip before the next read
     int nextRow = 0; // of the photo
     std::deque<Strip> strips;
-    std::vector<Image> spare; // pixels of strips that are gone
+    std::vector<Image> spare; // pixels of dropped strips, for reuse
     std::vector<TileProgress> progress;
     std::size_t firstOpen = 0; // all tiles before it are done
     std::optional<TileStep> sourceFailure;
-    std::size_t committed = 0;
-
-    TileMailbox finished;
-    std::vector<std::thread> workers;
 
     void setUp();
     void work();
@@ -141,7 +130,7 @@ Strip* TileStream::State::stripWith(int row) {
     return nullptr;
 }
 
-// The piece that lies highest in the photo, so that strips become free in their order.
+// The topmost piece, so that strips are dropped in order.
 std::optional<Piece> TileStream::State::nextPiece() {
     while (firstOpen < tiles.size() && progress[firstOpen].done) {
         ++firstOpen;
@@ -203,9 +192,9 @@ void TileStream::State::encode(const Piece& piece, std::unique_lock<std::mutex>&
     tile.busy = true;
     guard.unlock();
     EncodedTile result;
-    const bool good = attempt(result.step, TileOutcome::compensationFailed, [&] {
+    const bool good = attempt(result.step, TileOutcome::encodeFailed, [&] {
         if (!tile.sink) {
-            tile.sink = openTileSink(rect, treatment, type, photo->colourProfile());
+            tile.sink = sinks(piece.tile);
         }
         tile.sink->writeRows(piece.strip->pixels.view().cut(
             rect.left - cropLeft, piece.top - piece.strip->top, rect.width(), piece.height));
@@ -232,15 +221,15 @@ void TileStream::State::finish(std::size_t tile, EncodedTile result) {
     finished.put(tile, std::move(result));
 }
 
-// Whether the tile waits for rows that will never come.
+// Whether the tile needs rows that cannot be decoded.
 bool TileStream::State::lacksRows(std::size_t tile) const {
     return sourceFailure && tiles[tile].bottom >= nextRow;
 }
 
-// A tile that a worker is at is looked after by that worker.
+// Busy tiles are finished by their worker.
 void TileStream::State::failSource(const TileStep& step) {
     sourceFailure = step;
-    cropBottom = nextRow - 1; // nothing is decoded any more
+    cropBottom = nextRow - 1; // stops decoding
     for (std::size_t i = firstOpen; i < tiles.size(); ++i) {
         if (!progress[i].done && !progress[i].busy && lacksRows(i)) {
             finish(i, {{}, step});
@@ -248,7 +237,7 @@ void TileStream::State::failSource(const TileStep& step) {
     }
 }
 
-// A strip is used up when every tile that is still to be done has come past it.
+// A strip can be dropped when every unfinished tile has encoded its rows.
 void TileStream::State::dropUsedStrips() {
     while (!strips.empty()) {
         const int bottom = strips.front().bottom();
@@ -265,7 +254,7 @@ void TileStream::State::dropUsedStrips() {
 void TileStream::State::work() {
     std::unique_lock guard(lock);
     while (!stopping) {
-        // Decoding goes first: it is what everybody else waits for.
+        // Decoding has priority, because all other workers wait for it.
         if (mayDecode()) {
             decode(guard);
         } else if (const std::optional<Piece> piece = nextPiece()) {
@@ -276,40 +265,43 @@ void TileStream::State::work() {
     }
 }
 
+namespace {
+
+TileSinks fileSinks(const RowReader& photo, const std::vector<TileRect>& tiles,
+                    const TileTreatment& treatment, TileFormat type) {
+    return [&photo, tiles, treatment, type](std::size_t tile) {
+        return openTileSink(tiles[tile], treatment, type, photo.colourProfile());
+    };
+}
+
+} // namespace
+
 TileStream::TileStream(std::unique_ptr<RowReader> photo, std::vector<TileRect> tiles, int tilesWide,
-                       const TileTreatment& treatment, FileType type, int workers) {
+                       const TileTreatment& treatment, TileFormat type, int workers) {
+    TileSinks sinks = fileSinks(*photo, tiles, treatment, type);
+    begin(std::move(photo), std::move(tiles), tilesWide, std::move(sinks), workers);
+}
+
+TileStream::TileStream(std::unique_ptr<RowReader> photo, std::vector<TileRect> tiles, int tilesWide,
+                       TileSinks sinks, int workers) {
+    begin(std::move(photo), std::move(tiles), tilesWide, std::move(sinks), workers);
+}
+
+void TileStream::begin(std::unique_ptr<RowReader> photo, std::vector<TileRect> tiles, int tilesWide,
+                       TileSinks sinks, int workers) {
     const std::size_t threads = workerCount(workers);
-    state_ = std::make_unique<State>(std::move(photo), std::move(tiles), tilesWide, treatment, type,
-                                     threads);
+    state_ = std::make_unique<State>(std::move(photo), std::move(tiles), tilesWide,
+                                     std::move(sinks), threads);
     state_->setUp();
-    startWorkers(state_->workers, threads, [state = state_.get()] { state->work(); });
+    startWorkers(state_->threads, threads, [state = state_.get()] { state->work(); });
 }
 
 TileStream::~TileStream() {
-    {
-        const std::lock_guard guard(state_->lock);
-        state_->stopping = true;
-    }
-    state_->changed.notify_all();
-    for (std::thread& worker : state_->workers) {
-        worker.join();
-    }
+    state_->stop();
 }
 
-bool TileStream::waitReady(std::size_t number, std::chrono::milliseconds time) {
-    return state_->finished.waitReady(number, time);
-}
-
-EncodedTile TileStream::take(std::size_t number) {
-    return state_->finished.take(number);
-}
-
-void TileStream::commit(std::size_t number) {
-    {
-        const std::lock_guard guard(state_->lock);
-        state_->committed = number + 1;
-    }
-    state_->changed.notify_all();
+TileWorkers& TileStream::workers() {
+    return *state_;
 }
 
 } // namespace veldara

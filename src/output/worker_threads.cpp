@@ -8,7 +8,7 @@ namespace veldara {
 
 void startWorkers(std::vector<std::thread>& workers, std::size_t count,
                   const std::function<void()>& work) {
-    // Room first: a thread that could not be put into the list could not be joined either.
+    // Reserve first: a thread that cannot be added to the list cannot be joined.
     workers.reserve(workers.size() + count);
     try {
         for (std::size_t i = 0; i < count; ++i) {

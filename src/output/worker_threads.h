@@ -1,4 +1,4 @@
-// Starting the threads that encode tiles, on a machine that may not give them.
+// Starts the threads that encode tiles.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace veldara {
 
-// Starts `count` threads that each do the work, or as many as the machine gives: fewer are slower,
-// and good enough. Throws Error when it gives none.
+// Starts `count` threads that each do the work, or as many as the machine allows: with fewer it is
+// only slower. Throws Error when it allows none.
 void startWorkers(std::vector<std::thread>& workers, std::size_t count,
                   const std::function<void()>& work);
 

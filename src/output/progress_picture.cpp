@@ -1,4 +1,4 @@
-#include "output/progress_bar.h"
+#include "output/progress_picture.h"
 
 #include "platform/text/rounding.h"
 
@@ -7,7 +7,7 @@
 
 namespace veldara {
 
-Image progressBar(int width, int height, double fraction) {
+Image progressPicture(int width, int height, double fraction) {
     Image bar = Image::filled(width, height, 255, 255, 255);
     const int filled = roundHalfEven(width * std::clamp(fraction, 0.0, 1.0));
     for (int y = 0; y < height; ++y) {
