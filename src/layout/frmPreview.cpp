@@ -1,6 +1,6 @@
 #include "layout/frmPreview.h"
 
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "layout/full_preview.h"
 #include "platform/error.h"
 
@@ -74,11 +74,11 @@ void frmPreview::render() {
     if (filling_) {
         return;
     }
-    const LoadingMark mark(filling_);
+    const ScopedFlag flag(filling_);
     setPointer(Pointer::hourglass);
     while (resizedMeanwhile_ && loaded()) {
         resizedMeanwhile_ = false;
-        owner_.FillPreview(picPreview);
+        owner_.FillPreview(picPreview); // shows its own failures
     }
     setPointer(Pointer::arrow);
     if (!loaded()) {

@@ -16,12 +16,12 @@ class PreviewOwner {
 
     // Width by height of the whole poster; 0 when the tile sizes are invalid.
     virtual double GetFinalImgWhRatio() const = 0;
-    // Renders the cropped poster with its tile lines, as large as the box, into it. The window may
-    // live meanwhile.
+    // Renders the cropped poster with its tile lines, as large as the box, into it. Serves
+    // events meanwhile.
     virtual void FillPreview(Picture& box) = 0;
 };
 
-// Where a control stands in the window, in pixels of the window's inner area.
+// The position and size of a control, in pixels of the window's inner area.
 struct Place {
     int left = 0;
     int top = 0;
@@ -32,8 +32,8 @@ struct Place {
 
 class frmPreview : public Window {
   public:
-    Picture picPreview; // placed and sized by this window
-    Button cmdClose;
+    Picture picPreview{"picPreview"}; // placed and sized by this window
+    Button cmdClose{"cmdClose"};
 
     frmPreview(Platform& platform, Screen& screen, PreviewOwner& owner);
 

@@ -24,7 +24,7 @@ struct FullPreview {
 std::optional<FullPreview> fullPreview(const std::vector<TileRect>& tiles, int boxWidth,
                                        int boxHeight);
 
-// Where the picture and the close button stand in a preview window, in the window's units.
+// The layout of the picture and the close button in a preview window, in the window's units.
 struct PreviewWindowLayout {
     int pictureLeft = 0;
     int pictureTop = 0;

@@ -1,12 +1,33 @@
 #include "layout/output_figures.h"
 
+#include "platform/error.h"
 #include "platform/text/characters.h"
+
+#include <array>
 
 namespace veldara {
 namespace {
 
-// Width and height of the whole poster in inches.
-CropSize posterInches(const PosterLayout& layout) {
+struct Quality {
+    const char* word;
+    double above; // dots per inch; the word holds for more than these
+};
+
+// Best first.
+constexpr std::array<Quality, 6> qualities{{{"Excellent", 200},
+                                            {"Very Good", 140},
+                                            {"Good", 90},
+                                            {"Fair", 70},
+                                            {"Good from a distance", 35},
+                                            {"Fair from a distance", 0}}};
+
+// Of the whole poster, in inches.
+struct PrintSize {
+    double width = 0;
+    double height = 0;
+};
+
+PrintSize printSize(const PosterLayout& layout) {
     const double width = layout.tilesTurned ? layout.tileHeightInches : layout.tileWidthInches;
     const double height = layout.tilesTurned ? layout.tileWidthInches : layout.tileHeightInches;
     return {layout.tilesWide * width, layout.tilesHigh * height};
@@ -21,7 +42,7 @@ std::string shortened(double value, const char* pattern, NumberStyle style) {
 } // namespace
 
 double posterDotsPerInch(const PosterLayout& layout) {
-    return fullCropSize(layout).width / posterInches(layout).width * zoomFactor(layout.zoom);
+    return fullCropSize(layout).width / printSize(layout).width * zoomFactor(layout.zoom);
 }
 
 double posterMegapixels(const PosterLayout& layout) {
@@ -30,22 +51,29 @@ double posterMegapixels(const PosterLayout& layout) {
 }
 
 std::string qualityWord(double dotsPerInch) {
-    if (dotsPerInch > 200) {
-        return "Excellent";
+    for (const Quality& quality : qualities) {
+        if (dotsPerInch > quality.above) {
+            return quality.word;
+        }
     }
-    if (dotsPerInch > 140) {
-        return "Very Good";
+    return qualities.back().word;
+}
+
+double qualityLimit(const std::string& word) {
+    for (const Quality& quality : qualities) {
+        if (word == quality.word) {
+            return quality.above;
+        }
     }
-    if (dotsPerInch > 90) {
-        return "Good";
+    throw Error("There is no quality word \"" + word + "\".");
+}
+
+std::vector<std::string> qualityWords() {
+    std::vector<std::string> words;
+    for (const Quality& quality : qualities) {
+        words.emplace_back(quality.word);
     }
-    if (dotsPerInch > 70) {
-        return "Fair";
-    }
-    if (dotsPerInch > 35) {
-        return "Good from a distance";
-    }
-    return "Fair from a distance";
+    return words;
 }
 
 std::string stripSuffix(const std::string& text, const std::string& suffix) {
@@ -58,7 +86,7 @@ std::string stripSuffix(const std::string& text, const std::string& suffix) {
 }
 
 std::string posterSizeText(const PosterLayout& layout, Units units, NumberStyle style) {
-    const CropSize poster = posterInches(layout);
+    const PrintSize poster = printSize(layout);
     if (units == Units::inches) {
         return shortened(poster.width, "##0.00", style) + " x " +
                shortened(poster.height, "##0.00", style) + " inches";

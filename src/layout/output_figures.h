@@ -7,6 +7,7 @@
 #include "platform/text/number_text.h"
 
 #include <string>
+#include <vector>
 
 namespace veldara {
 
@@ -26,6 +27,12 @@ double posterMegapixels(const PosterLayout& layout);
 
 // Always from dots per inch, whatever the units.
 std::string qualityWord(double dotsPerInch);
+
+// The dots per inch that a poster must exceed to earn the word. Throws Error for another word.
+double qualityLimit(const std::string& word);
+
+// All words, best first.
+std::vector<std::string> qualityWords();
 
 // The text without the suffix, when it ends with it.
 std::string stripSuffix(const std::string& text, const std::string& suffix);

@@ -9,7 +9,7 @@ constexpr int minimumPhotoSide = 25; // pixels
 
 bool isPhotoLargeEnough(int width, int height);
 
-// What is told of a photo that is smaller.
+// The message about a photo that is smaller.
 std::string photoTooSmallText();
 
 } // namespace veldara

@@ -1,5 +1,5 @@
 // The arithmetic of the main preview: its size, the grid in its pixels, the placement texts, and
-// how drags and the arrow pad move the crop.
+// how a drag moves the crop.
 #pragma once
 
 #include "layout/tile_grid.h"
@@ -74,23 +74,5 @@ struct DragStart {
 // centred.
 Pan dragPan(int photoWidth, int photoHeight, double scale, const PreviewCrop& crop,
             const DragStart& start, int x, int y);
-
-// Directions of the arrow pad; the numbers are kept by the window.
-enum ArrowDirection { arrowNone = 0, arrowUp = 1, arrowRight = 2, arrowDown = 3, arrowLeft = 4 };
-
-// The direction pressed on a pad of that size; arrowNone in a corner. Both bands are measured
-// against the height, as the pad is square.
-ArrowDirection arrowDirectionAt(double x, double y, double width, double height);
-
-// How far the pan goes at one step of a press, by the steps made before it. It comes to a stop
-// after 36 steps until the pad is pressed again.
-int panStep(int repeat);
-
-struct PanStepResult {
-    Pan pan;
-    bool stepped = false; // false: the crop already stood at that edge and nothing is to be redrawn
-};
-
-PanStepResult stepPan(int direction, int repeat, Pan pan);
 
 } // namespace veldara

@@ -6,6 +6,9 @@
 
 namespace veldara {
 
+// The most tiles that a poster has in a row or a column.
+constexpr int maximumTilesPerSide = 25;
+
 // Everything the geometry depends on. The tile size is the effective one (less the trims when
 // compensation is on), before width and height are exchanged for turned tiles.
 struct PosterLayout {
@@ -41,7 +44,7 @@ struct CropRect {
     bool operator==(const CropRect&) const = default;
 };
 
-// Unrounded pixels.
+// Pixels of the photo, not rounded.
 struct CropSize {
     double width = 0;
     double height = 0;
