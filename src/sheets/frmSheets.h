@@ -1,0 +1,106 @@
+// Sheets for printing: each sheet as it will come out of the printer, and the
+// whole poster beside it; what is printed on the sheets is chosen here, and the
+// document is saved from here.
+#pragma once
+
+#include "controls/controls.h"
+#include "controls/lists.h"
+#include "controls/picture.h"
+#include "controls/window.h"
+#include "output/frmMsg.h"
+#include "output/frmSimpleMsg.h"
+#include "platform/image/operations.h"
+#include "platform/platform.h"
+#include "sheets/sheet_layout.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace veldara {
+
+// What the window needs of the main window.
+class SheetsOwner {
+  public:
+    virtual ~SheetsOwner() = default;
+
+    // The poster as it is laid out now, without the choices of this window;
+    // nothing while it cannot be made. Throws Error.
+    virtual std::optional<SheetJob> posterSheets() const = 0;
+    virtual std::filesystem::path photoPath() const = 0;
+    virtual Turn photoTurn() const = 0; // the user's, on top of the camera's mark
+    // A small picture of the whole photo as it is turned now.
+    virtual std::shared_ptr<const Image> smallPhoto() const = 0;
+    // The stored choices, by name; empty: nothing is stored. Neither ever fails.
+    virtual std::string storedChoice(const std::string& name) const = 0;
+    virtual void storeChoice(const std::string& name, const std::string& value) = 0;
+};
+
+class frmSheets : public Window {
+  public:
+    Label lblShown{"lblShown"};
+    Button cmdPrevious{"cmdPrevious"};
+    ComboBox cmbShown{"cmbShown"};
+    Button cmdNext{"cmdNext"};
+    Picture picSheet{"picSheet"};
+    Label lblPoster{"lblPoster"};
+    Picture picPoster{"picPoster"};
+    Frame fraChoices{"fraChoices"};
+    Label lblOverlap{"lblOverlap"};
+    ComboBox cmbOverlap{"cmbOverlap", true};
+    Label lblMarks{"lblMarks"};
+    ComboBox cmbMarks{"cmbMarks"};
+    CheckBox chkLabels{"chkLabels"};
+    CheckBox chkGuide{"chkGuide"};
+    Label lblSheets{"lblSheets"};
+    TextBox txtSheets{"txtSheets"};
+    Label lblNote{"lblNote"}; // what does not fit, or cannot be read
+    Button cmdSavePdf{"cmdSavePdf"};
+    Button cmdClose{"cmdClose"};
+
+    frmSheets(Platform& platform, Screen& screen, SheetsOwner& owner, frmMsg& progress,
+              frmSimpleMsg& result);
+
+    // Shows the window modally for the poster as it is now; false when it cannot
+    // be made.
+    bool Open();
+
+    // The poster with this window's choices; nothing when they cannot be read.
+    std::optional<SheetJob> chosenJob() const;
+
+  protected:
+    void loadHandler() override;
+    void unloadHandler() override;
+    // While a document is written its window stays: the progress window is the
+    // way to end it.
+    void closeBox() override;
+
+  private:
+    void fillTexts();
+    void restoreChoices();
+    void storeChoices();
+    void fillOverlaps();
+    void fillShown();
+    void choicesChanged();
+    void readChoices();
+    void showPage();
+    void stepShown(int by);
+    int shownSheet() const; // 0: the guide
+    void setControlsEnabled(bool enabled);
+    void cmdSavePdf_Click();
+    void writeDocument(const std::filesystem::path& file);
+    void endRun(const Message& message);
+
+    Platform& platform_;
+    SheetsOwner& owner_;
+    frmMsg& progress_;
+    frmSimpleMsg& result_;
+    std::optional<SheetJob> job_;    // as the main window has it
+    std::optional<SheetJob> chosen_; // with the choices
+    bool filling_ = false;
+    bool writing_ = false;
+};
+
+} // namespace veldara

@@ -1,0 +1,198 @@
+#include "sheets/page_picture.h"
+
+#include "platform/error.h"
+#include "platform/image/operations.h"
+#include "sheets/page_font.h"
+#include "sheets/photo_frame.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace veldara {
+namespace {
+
+constexpr std::size_t channels = 3;
+constexpr int samples = 4; // across and down a pixel, for smooth edges
+
+void blend(std::uint8_t* pixel, const PageColour& colour, int covered, int all) {
+    const std::array<int, 3> parts{colour.red, colour.green, colour.blue};
+    for (std::size_t c = 0; c < channels; ++c) {
+        pixel[c] =
+            static_cast<std::uint8_t>((pixel[c] * (all - covered) + parts[c] * covered) / all);
+    }
+}
+
+class Canvas {
+  public:
+    Canvas(const SheetPage& page, const PhotoPicture& photo, double scale)
+        : image_(Image::filled(std::max(1, static_cast<int>(std::lround(page.width * scale))),
+                               std::max(1, static_cast<int>(std::lround(page.height * scale))), 255,
+                               255, 255)),
+          photo_(photo), scale_(scale) {}
+
+    void add(const PagePhoto& item) {
+        const int left = std::max(0, static_cast<int>(std::floor(item.target.left * scale_)));
+        const int top = std::max(0, static_cast<int>(std::floor(item.target.top * scale_)));
+        const int right =
+            std::min(image_.width(), static_cast<int>(std::ceil(item.target.right * scale_)));
+        const int bottom =
+            std::min(image_.height(), static_cast<int>(std::ceil(item.target.bottom * scale_)));
+        for (int y = top; y < bottom; ++y) {
+            for (int x = left; x < right; ++x) {
+                showPoint(item, x, y);
+            }
+        }
+    }
+
+    void add(const PageLine& line) {
+        const double length = std::hypot(line.to.x - line.from.x, line.to.y - line.from.y);
+        if (!(length > 0)) {
+            return;
+        }
+        const PagePoint along{(line.to.x - line.from.x) / length,
+                              (line.to.y - line.from.y) / length};
+        // A hairline is drawn a pixel wide, or it would fade away.
+        const double half = std::max(line.width, 0.7 / scale_) / 2;
+        const double step = line.dash > 0 ? line.dash : length;
+        for (double start = 0; start < length; start += 2 * step) {
+            const double end = std::min(start + step, length);
+            const auto corner = [&](double at, double side) -> PagePoint {
+                return {line.from.x + along.x * at - along.y * half * side,
+                        line.from.y + along.y * at + along.x * half * side};
+            };
+            fill({corner(start, 1), corner(end, 1), corner(end, -1), corner(start, -1)},
+                 line.colour);
+        }
+    }
+
+    void add(const PageShape& shape) {
+        if (shape.outline <= 0) {
+            fill(shape.points, shape.colour);
+            return;
+        }
+        for (std::size_t i = 0; i < shape.points.size(); ++i) {
+            add(PageLine{shape.points[i], shape.points[(i + 1) % shape.points.size()],
+                         shape.outline, shape.colour, 0});
+        }
+    }
+
+    void add(const PageText& text) {
+        const int size = static_cast<int>(std::lround(text.size * scale_));
+        if (size < 1 || text.text.empty()) {
+            return;
+        }
+        const double ascent = pageFontMetrics().ascent / 1000 * size;
+        const int x = static_cast<int>(std::lround(text.start.x * scale_));
+        const int y = static_cast<int>(std::lround(text.start.y * scale_));
+        if (text.direction == TextDirection::across) {
+            drawText(image_.mutableView(), x, static_cast<int>(std::lround(y - ascent)), text.text,
+                     size, text.colour.red, text.colour.green, text.colour.blue, 100);
+            return;
+        }
+        // Turned so that the line lies, drawn, and turned back.
+        Image lying = turned(image_.view(), Turn::clockwise);
+        drawText(lying.mutableView(), image_.height() - y,
+                 static_cast<int>(std::lround(x - ascent)), text.text, size, text.colour.red,
+                 text.colour.green, text.colour.blue, 100);
+        image_ = turned(lying.view(), Turn::counterClockwise);
+    }
+
+    Image take() { return std::move(image_); }
+
+  private:
+    std::uint8_t* pixel(int x, int y) {
+        return image_.row(y) + channels * static_cast<std::size_t>(x);
+    }
+
+    void showPoint(const PagePhoto& item, int x, int y) {
+        if (!photo_.pixels || photo_.pixels->empty()) {
+            std::fill_n(pixel(x, y), channels, std::uint8_t{200});
+            return;
+        }
+        const PageRect& target = item.target;
+        double across = ((x + 0.5) / scale_ - target.left) / target.width();
+        double down = ((y + 0.5) / scale_ - target.top) / target.height();
+        if (item.turned) {
+            const double up = 1 - down;
+            down = across;
+            across = up;
+        }
+        const auto at = [](double position, int size, int pixels) {
+            return std::clamp(static_cast<int>(position / size * pixels), 0, pixels - 1);
+        };
+        const int column = at(item.source.left + across * item.source.width(), photo_.width,
+                              photo_.pixels->width());
+        const int row = at(item.source.top + down * item.source.height(), photo_.height,
+                           photo_.pixels->height());
+        std::copy_n(photo_.pixels->row(row) + channels * static_cast<std::size_t>(column), channels,
+                    pixel(x, y));
+    }
+
+    // A polygon of a few corners, by asking for each sample whether it lies
+    // inside.
+    void fill(const std::vector<PagePoint>& points, const PageColour& colour) {
+        PageRect box{1e9, 1e9, -1e9, -1e9};
+        for (const PagePoint& point : points) {
+            box = {std::min(box.left, point.x), std::min(box.top, point.y),
+                   std::max(box.right, point.x), std::max(box.bottom, point.y)};
+        }
+        const int left = std::max(0, static_cast<int>(std::floor(box.left * scale_)));
+        const int top = std::max(0, static_cast<int>(std::floor(box.top * scale_)));
+        const int right =
+            std::min(image_.width() - 1, static_cast<int>(std::floor(box.right * scale_)));
+        const int bottom =
+            std::min(image_.height() - 1, static_cast<int>(std::floor(box.bottom * scale_)));
+        for (int y = top; y <= bottom; ++y) {
+            for (int x = left; x <= right; ++x) {
+                const int covered = coverage(points, x, y);
+                if (covered > 0) {
+                    blend(pixel(x, y), colour, covered, samples * samples);
+                }
+            }
+        }
+    }
+
+    int coverage(const std::vector<PagePoint>& points, int x, int y) const {
+        int covered = 0;
+        for (int i = 0; i < samples * samples; ++i) {
+            const PagePoint sample{(x + (i % samples + 0.5) / samples) / scale_,
+                                   (y + (i / samples + 0.5) / samples) / scale_};
+            covered += contains(points, sample) ? 1 : 0;
+        }
+        return covered;
+    }
+
+    static bool contains(const std::vector<PagePoint>& points, const PagePoint& at) {
+        bool inside = false;
+        for (std::size_t i = 0, j = points.size() - 1; i < points.size(); j = i++) {
+            const PagePoint& one = points[i];
+            const PagePoint& other = points[j];
+            if ((one.y > at.y) != (other.y > at.y) &&
+                at.x < (other.x - one.x) * (at.y - one.y) / (other.y - one.y) + one.x) {
+                inside = !inside;
+            }
+        }
+        return inside;
+    }
+
+    Image image_;
+    const PhotoPicture& photo_;
+    double scale_;
+};
+
+} // namespace
+
+Image drawPage(const SheetPage& page, const PhotoPicture& photo, int boxWidth, int boxHeight) {
+    if (boxWidth < 1 || boxHeight < 1) {
+        throw Error("There is no room to show the sheet.");
+    }
+    const double scale = std::min(boxWidth / page.width, boxHeight / page.height);
+    Canvas canvas(page, photo, scale);
+    for (const PageItem& item : page.items) {
+        std::visit([&](const auto& kind) { canvas.add(kind); }, item);
+    }
+    return canvas.take();
+}
+
+} // namespace veldara

@@ -1,0 +1,88 @@
+#include "sheets/row_pieces.h"
+
+#include "output/tile_stream.h"
+#include "platform/error.h"
+#include "platform/image/codec.h"
+#include "sheets/flate_sink.h"
+
+#include <algorithm>
+
+namespace veldara {
+namespace {
+
+// A JPEG piece, encoded as tile files are.
+class JpegSink : public TileSink {
+  public:
+    JpegSink(int width, int height)
+        : encoder_(openRowEncoder(width, height, TileFormat::jpeg, 0, {})) {}
+    void writeRows(const PixelView& rows) override { encoder_->writeRows(rows); }
+    std::vector<std::uint8_t> finish() override { return encoder_->finish(); }
+
+  private:
+    std::unique_ptr<RowEncoder> encoder_;
+};
+
+class RowPieces : public PieceSource {
+  public:
+    RowPieces(const std::filesystem::path& photo, PieceFilter filter, const std::string& notice)
+        : reader_(openRowReader(photo)) {
+        facts_.width = reader_->header().width;
+        facts_.height = reader_->header().height;
+        facts_.filter = filter;
+        facts_.profile = reader_->colourProfile();
+        facts_.notice = notice;
+    }
+
+    const PieceFacts& facts() const override { return facts_; }
+
+    // One pixel more on each side, for renderers that look at a pixel's neighbours.
+    PixelRectangle pieceFor(const PixelRectangle& wanted) const override {
+        const int left = std::max(wanted.left - 1, 0);
+        const int top = std::max(wanted.top - 1, 0);
+        return {left, top, std::min(wanted.right() + 1, facts_.width) - left,
+                std::min(wanted.bottom() + 1, facts_.height) - top};
+    }
+
+    void start(std::vector<PixelRectangle> wanted, int across) override {
+        std::vector<TileRect> rects;
+        for (const PixelRectangle& rectangle : wanted) {
+            const PixelRectangle piece = pieceFor(rectangle);
+            rects.push_back({piece.left, piece.top, piece.right() - 1, piece.bottom() - 1});
+        }
+        TileSinks sinks = [rects, filter = facts_.filter](std::size_t number) {
+            const TileRect& rect = rects[number];
+            return filter == PieceFilter::flate
+                       ? openFlateSink(rect.width())
+                       : std::make_unique<JpegSink>(rect.width(), rect.height());
+        };
+        stream_ =
+            std::make_unique<TileStream>(std::move(reader_), rects, across, std::move(sinks), 0);
+    }
+
+    std::vector<std::uint8_t> next(const std::function<void()>& stopped) override {
+        do {
+            stopped();
+        } while (!stream_->waitReady(number_, std::chrono::milliseconds(50)));
+        EncodedTile tile = stream_->take(number_);
+        if (tile.step.outcome != TileOutcome::written) {
+            throw Error(tile.step.reason);
+        }
+        stream_->commit(number_++);
+        return std::move(tile.bytes);
+    }
+
+  private:
+    std::unique_ptr<RowReader> reader_;
+    PieceFacts facts_;
+    std::unique_ptr<TileStream> stream_;
+    std::size_t number_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<PieceSource> openRowPieces(const std::filesystem::path& photo, PieceFilter filter,
+                                           const std::string& notice) {
+    return std::make_unique<RowPieces>(photo, filter, notice);
+}
+
+} // namespace veldara

@@ -1,0 +1,130 @@
+#include "platform/error.h"
+#include "sheets/guide_page.h"
+#include "sheets/page_font.h"
+#include "sheets/sheet_jobs.h"
+#include "sheets/sheet_numbers.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+using testing::a4Job;
+using testing::borderlessJob;
+using testing::itemsOf;
+
+bool says(const SheetPage& page, const std::string& words) {
+    const std::vector<PageText> texts = itemsOf<PageText>(page.items);
+    return std::any_of(texts.begin(), texts.end(), [&](const PageText& text) {
+        return text.text.find(words) != std::string::npos;
+    });
+}
+
+TEST(GuidePage, TellsWhatThePosterIsAndHowToPrintIt) {
+    const SheetPage page = guidePage(a4Job());
+    EXPECT_EQ(page.label(), "Guide");
+    EXPECT_TRUE(says(page, "lake.jpg"));
+    EXPECT_TRUE(says(page, "57 x 55.4 cm"));
+    EXPECT_TRUE(says(page, "A4 - 210 x 297"));
+    EXPECT_TRUE(says(page, "6 sheets, 3 wide and 2 high"));
+    EXPECT_TRUE(says(page, "Print at 100 % (actual size), one side only"));
+    EXPECT_TRUE(says(page, "must measure exactly 100 mm"));
+}
+
+TEST(GuidePage, ShowsTheWholeCropInItsShape) {
+    const SheetJob job = a4Job();
+    const std::vector<PagePhoto> photos = itemsOf<PagePhoto>(guidePage(job).items);
+    ASSERT_EQ(photos.size(), 1U);
+    const CropRect crop = cropRect(job.layout);
+    EXPECT_EQ(photos[0].source.width(), crop.width);
+    EXPECT_EQ(photos[0].source.height(), crop.height);
+    EXPECT_NEAR(photos[0].target.width() / photos[0].target.height(), posterRatio(job.layout),
+                1e-9);
+    EXPECT_FALSE(photos[0].turned);
+}
+
+TEST(GuidePage, HasARulerOfExactlyItsLength) {
+    SheetJob job = a4Job();
+    const auto longestLine = [](const SheetPage& page, double length) {
+        const std::vector<PageLine> lines = itemsOf<PageLine>(page.items);
+        return std::any_of(lines.begin(), lines.end(), [&](const PageLine& line) {
+            return line.from.y == line.to.y && std::abs(line.to.x - line.from.x - length) < 1e-9;
+        });
+    };
+    EXPECT_TRUE(longestLine(guidePage(job), 100 * pointsPerMillimetre));
+    job.units = Units::inches;
+    EXPECT_TRUE(longestLine(guidePage(job), 288));
+    EXPECT_TRUE(says(guidePage(job), "must measure exactly 4 inches"));
+}
+
+TEST(GuidePage, TakesAShorterRulerOnSmallPaper) {
+    EXPECT_EQ(guideRuler(300, Units::inches).words, "4 inches");
+    EXPECT_EQ(guideRuler(287, Units::inches).words, "3 inches");
+    EXPECT_EQ(guideRuler(283, Units::millimetres).words, "80 mm");
+    EXPECT_EQ(guideRuler(40, Units::millimetres).words, "10 mm");
+    for (const double room : {60.0, 100.0, 200.0, 400.0}) {
+        for (const Units units : {Units::inches, Units::millimetres}) {
+            EXPECT_LE(guideRuler(room, units).length, room);
+        }
+    }
+}
+
+TEST(GuidePage, StepsFollowTheWayTheSheetsAreJoined) {
+    SheetJob job = a4Job();
+    EXPECT_EQ(joiningOf(job), Joining::onMargins);
+    job.choices.overlap = 5 * pointsPerMillimetre;
+    EXPECT_EQ(joiningOf(job), Joining::onStrips);
+    ASSERT_EQ(assemblySteps(job).size(), 4U);
+    EXPECT_NE(assemblySteps(job)[2].find("(5 mm)"), std::string::npos);
+    EXPECT_EQ(joiningOf(borderlessJob()), Joining::edgeToEdge);
+}
+
+TEST(GuidePage, StaysOnThePageWhateverThePaper) {
+    for (const auto& [width, height] : {std::pair{595.0, 842.0},
+                                        {842.0, 595.0},
+                                        {288.0, 432.0},
+                                        {54.0, 54.0},
+                                        {3600.0, 1200.0}}) {
+        for (const int sheets : {1, 25}) {
+            SheetJob job = a4Job();
+            job.paperWidth = width;
+            job.paperHeight = height;
+            job.margins.fill(0);
+            job.layout.tilesWide = sheets;
+            job.layout.tilesHigh = sheets;
+            job.choices.overlap = 0;
+            const SheetPage page = guidePage(job);
+            for (const PageText& text : itemsOf<PageText>(page.items)) {
+                EXPECT_GE(text.start.x, 0) << text.text;
+                EXPECT_LE(text.start.x + pageTextWidth(text.text, text.size), width + 1e-6)
+                    << text.text;
+                EXPECT_GE(text.start.y - text.size, -1e-6) << text.text;
+                EXPECT_LE(text.start.y, height + 1e-6) << text.text;
+            }
+            for (const PageLine& line : itemsOf<PageLine>(page.items)) {
+                EXPECT_GE(std::min(line.from.y, line.to.y), 0);
+                EXPECT_LE(std::max(line.from.x, line.to.x), width);
+                EXPECT_LE(std::max(line.from.y, line.to.y), height);
+            }
+        }
+    }
+}
+
+TEST(SheetNumbers, ReadsNumbersAndRanges) {
+    EXPECT_EQ(readSheetNumbers("1-3,7", 10), (std::vector<int>{1, 2, 3, 7}));
+    EXPECT_EQ(readSheetNumbers(" 7 , 3-1 ", 10), (std::vector<int>{1, 2, 3, 7}));
+    EXPECT_EQ(readSheetNumbers("2,2,2", 2), std::vector<int>{2});
+    EXPECT_TRUE(readSheetNumbers("  ", 10).empty());
+}
+
+TEST(SheetNumbers, RefusesWhatIsNoList) {
+    for (const char* text :
+         {"a", "1,,2", "1,", "-", "1-", "-3", "1.5", "0", "11", "1-11", "99999999999"}) {
+        EXPECT_THROW(readSheetNumbers(text, 10), Error) << text;
+    }
+}
+
+} // namespace
+} // namespace veldara

@@ -1,0 +1,85 @@
+#include "platform/error.h"
+#include "sheets/assembled_poster.h"
+#include "sheets/page_picture.h"
+#include "sheets/sheet_jobs.h"
+#include "sheets/sheet_marks.h"
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+// Left half red, right half blue.
+PhotoPicture halves(const SheetJob& job) {
+    Image image = Image::filled(200, 100, 255, 0, 0);
+    for (int y = 0; y < 100; ++y) {
+        for (int x = 100; x < 200; ++x) {
+            image.row(y)[3 * x] = 0;
+            image.row(y)[3 * x + 2] = 255;
+        }
+    }
+    return {std::make_shared<const Image>(std::move(image)), job.layout.photoWidth,
+            job.layout.photoHeight};
+}
+
+PageColour colourAt(const Image& image, double x, double y) {
+    const std::uint8_t* pixel = image.row(static_cast<int>(y)) + 3 * static_cast<int>(x);
+    return {pixel[0], pixel[1], pixel[2]};
+}
+
+constexpr PageColour red{255, 0, 0};
+constexpr PageColour blue{0, 0, 255};
+constexpr PageColour white{255, 255, 255};
+
+TEST(PagePicture, ShowsTheSheetTrueToScale) {
+    const SheetJob job = testing::a4Job();
+    const Image page = drawPage(sheetPage(job, 1), halves(job), 210, 297);
+    EXPECT_EQ(page.width(), 210);
+    EXPECT_EQ(page.height(), 297);
+    EXPECT_EQ(colourAt(page, 100, 150), red);
+    EXPECT_EQ(colourAt(page, 12, 12), red);
+    EXPECT_EQ(colourAt(page, 205, 150), white) << "the margin";
+    EXPECT_EQ(colourAt(drawPage(sheetPage(job, 3), halves(job), 210, 297), 100, 150), blue);
+}
+
+TEST(PagePicture, TurnsTheSheetAsItIsPrinted) {
+    SheetJob job = testing::turnedJob();
+    job.layout.tilesWide = 1;
+    job.layout.tilesHigh = 1;
+    const Image page = drawPage(sheetPage(job, 1), halves(job), 210, 297);
+    EXPECT_EQ(colourAt(page, 100, 50), blue) << "the photo's right side is the page's top";
+    EXPECT_EQ(colourAt(page, 100, 250), red);
+}
+
+TEST(PagePicture, FitsIntoItsBox) {
+    const SheetJob job = testing::a4Job();
+    const Image page = drawPage(sheetPage(job, 1), halves(job), 1000, 297);
+    EXPECT_EQ(page.height(), 297);
+    EXPECT_EQ(page.width(), 210);
+    EXPECT_THROW(drawPage(sheetPage(job, 1), halves(job), 0, 10), Error);
+}
+
+TEST(PagePicture, WithoutAPhotoItIsGrey) {
+    const SheetJob job = testing::a4Job();
+    const Image page = drawPage(sheetPage(job, 1), {nullptr, 3000, 2000}, 210, 297);
+    EXPECT_EQ(colourAt(page, 100, 150), (PageColour{200, 200, 200}));
+}
+
+TEST(AssembledPoster, HasThePostersShapeAndMarksTheSheet) {
+    SheetJob job = testing::a4Job();
+    job.choices.overlap = 8 * pointsPerMillimetre;
+    const SheetPage poster = assembledPoster(job, 2);
+    EXPECT_NEAR(poster.width / poster.height, posterRatio(job.layout), 1e-9);
+    const std::vector<PageShape> shapes = testing::itemsOf<PageShape>(poster.items);
+    ASSERT_EQ(shapes.size(), 1U);
+    EXPECT_GT(shapes[0].points[0].x, poster.width / 3);
+    EXPECT_LT(shapes[0].points[2].x, poster.width * 2 / 3);
+    int dashed = 0;
+    for (const PageLine& line : testing::itemsOf<PageLine>(poster.items)) {
+        dashed += line.dash > 0 ? 1 : 0;
+    }
+    EXPECT_EQ(dashed, 3) << "two strips across, one down";
+}
+
+} // namespace
+} // namespace veldara

@@ -1,0 +1,293 @@
+#include "image/jpeg_files.h"
+#include "platform/error.h"
+#include "sheets/documents.h"
+#include "sheets/guide_page.h"
+#include "sheets/poster_pdf.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+using test::Bytes;
+using test::JpegKind;
+using testing::Folder;
+using testing::makeDocument;
+using testing::meanDifference;
+using testing::rendered;
+using testing::Renderer;
+using testing::said;
+using testing::smallJob;
+
+Bytes jpegPhoto(const SheetJob& job, const JpegKind& kind = {}) {
+    return test::makeJpeg(kind, test::photo(job.layout.photoWidth, job.layout.photoHeight));
+}
+
+void expectSound(const std::filesystem::path& document) {
+    const testing::Said check = said("qpdf --check --warning-exit-0 '" + document.string() + "'");
+    EXPECT_TRUE(check.ok) << check.text;
+    EXPECT_EQ(check.text.find("WARNING"), std::string::npos) << check.text;
+    EXPECT_NE(check.text.find("No syntax or stream encoding errors found"), std::string::npos)
+        << check.text;
+}
+
+// The sheet's own area as it has to come out of the renderer.
+Image expectedSheet(const Image& turnedPhoto, const SheetJob& job, int number) {
+    const SheetPlace place = sheetPlace(job, number);
+    const PhotoRect& own = place.ownPhoto;
+    const PixelView cut =
+        turnedPhoto.view().cut(static_cast<int>(own.left), static_cast<int>(own.top),
+                               static_cast<int>(own.width()), static_cast<int>(own.height()));
+    return place.turned ? turned(cut, Turn::counterClockwise) : Image::copyOf(cut);
+}
+
+void expectShows(const Image& page, const Image& sheet) {
+    ASSERT_EQ(page.width(), 500);
+    ASSERT_EQ(page.height(), 700);
+    const PixelView own = page.view().cut(50, 50, 400, 600);
+    EXPECT_LE(meanDifference(sheet.view(), own), 1.0);
+    const double right = meanDifference(sheet.view(), own);
+    for (const auto& [x, y] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}}) {
+        EXPECT_GT(meanDifference(sheet.view(), own, x, y), right) << x << "," << y;
+    }
+}
+
+void expectAllPagesShow(const std::filesystem::path& document, const Image& photo,
+                        const SheetJob& job, Renderer renderer, const Folder& folder) {
+    const int sheets = job.layout.tilesWide * job.layout.tilesHigh;
+    for (int number = 1; number <= sheets; ++number) {
+        SCOPED_TRACE("sheet " + std::to_string(number));
+        const Image page = rendered(document, number + 1, renderer, folder);
+        expectShows(page, expectedSheet(photo, job, number));
+    }
+}
+
+TEST(PosterPdf, IsSoundAndHasItsPages) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    expectSound(document);
+    const std::string info = said("pdfinfo -f 1 -l 9 '" + document.string() + "'").text;
+    EXPECT_NE(info.find("Pages:           5"), std::string::npos) << info;
+    EXPECT_NE(info.find("Title:           lake.jpg"), std::string::npos) << info;
+    EXPECT_NE(info.find("Page    5 size:  360 x 504 pts"), std::string::npos) << info;
+    EXPECT_EQ(folder.count(), 2U) << "nothing but photo and document";
+}
+
+TEST(PosterPdf, AsksForNoScalingAndOneSide) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 1);
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    const std::string text =
+        said("qpdf --qdf --object-streams=disable '" + document.string() + "' - | strings").text;
+    for (const char* words : {"/PrintScaling /None", "/Duplex /Simplex", "/PickTrayByPDFSize true",
+                              "/P (Guide)", "/St 1"}) {
+        EXPECT_NE(text.find(words), std::string::npos) << words;
+    }
+}
+
+TEST(PosterPdf, AllRenderersShowEverySheetInItsPlace) {
+    const Folder folder;
+    for (const bool tilesTurned : {false, true}) {
+        const SheetJob job = smallJob(2, 2, tilesTurned);
+        const Bytes photo = jpegPhoto(job);
+        const std::filesystem::path document = makeDocument(folder, photo, job);
+        const Image whole = test::load(photo);
+        for (const Renderer renderer :
+             {Renderer::poppler, Renderer::mupdf, Renderer::ghostscript}) {
+            SCOPED_TRACE(static_cast<int>(renderer));
+            expectAllPagesShow(document, whole, job, renderer, folder);
+        }
+    }
+}
+
+TEST(PosterPdf, EveryOrientationAndTurnStandsAsItShould) {
+    const Folder folder;
+    for (unsigned orientation = 1; orientation <= 8; ++orientation) {
+        for (const Turn turn : {Turn::none, Turn::clockwise, Turn::half, Turn::counterClockwise}) {
+            SCOPED_TRACE("orientation " + std::to_string(orientation) + ", turn " +
+                         std::to_string(static_cast<int>(turn)));
+            const SheetJob job = smallJob(2, 2);
+            int width = job.layout.photoWidth;
+            int height = job.layout.photoHeight;
+            const bool quarter = turn == Turn::clockwise || turn == Turn::counterClockwise;
+            if ((orientation >= 5) != quarter) {
+                std::swap(width, height);
+            }
+            const Bytes photo = test::withSegment(test::makeJpeg({}, test::photo(width, height)),
+                                                  0xE1, test::exifContent(orientation, 0));
+            const std::filesystem::path document = makeDocument(folder, photo, job, turn);
+            expectSound(document);
+            const Image upright = turned(test::load(photo).view(), turn);
+            expectShows(rendered(document, 3, Renderer::poppler, folder),
+                        expectedSheet(upright, job, 2));
+        }
+    }
+}
+
+TEST(PosterPdf, EveryKindOfJpegComesThrough) {
+    const Folder folder;
+    const SheetJob job = smallJob(1, 2);
+    for (const JpegKind& kind : test::everyJpegKind()) {
+        SCOPED_TRACE(kind.name);
+        const Bytes photo = jpegPhoto(job, kind);
+        const std::filesystem::path document = makeDocument(folder, photo, job);
+        expectSound(document);
+        if (kind.components != 4 && !kind.arithmetic) { // inks look as each renderer mixes them
+            expectAllPagesShow(document, test::load(photo), job, Renderer::poppler, folder);
+        }
+    }
+}
+
+TEST(PosterPdf, PicturesWithoutLossComeThrough) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const Image photo = test::photo(job.layout.photoWidth, job.layout.photoHeight);
+    for (const TileFormat type : {TileFormat::tiff, TileFormat::bmp}) {
+        for (const Turn turn : {Turn::none, Turn::half}) {
+            const std::filesystem::path document =
+                makeDocument(folder, encodeImage(photo.view(), type, 100, {}), job, turn);
+            expectSound(document);
+            expectAllPagesShow(document, turned(photo.view(), turn), job, Renderer::poppler,
+                               folder);
+        }
+    }
+}
+
+TEST(PosterPdf, ProfilesGoAlong) {
+    const Folder folder;
+    const SheetJob job = smallJob(1, 1);
+    const Image photo = test::photo(job.layout.photoWidth, job.layout.photoHeight);
+    const std::filesystem::path document = makeDocument(
+        folder, encodeImage(photo.view(), TileFormat::jpeg, 100, test::rgbProfile()), job);
+    expectSound(document);
+    EXPECT_NE(said("pdfimages -list '" + document.string() + "'").text.find(" icc "),
+              std::string::npos);
+}
+
+TEST(PosterPdf, TheSameInputGivesTheSameBytes) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const Bytes photo = jpegPhoto(job);
+    const Bytes first = testing::readFile(makeDocument(folder, photo, job));
+    EXPECT_EQ(first, testing::readFile(makeDocument(folder, photo, job)));
+}
+
+TEST(PosterPdf, TextsCanBeSearchedWhateverTheNameHolds) {
+    const Folder folder;
+    SheetJob job = smallJob(1, 1);
+    job.photoName = "Grüße € \xE6\xB9\x96 \xF0\x9F\x8C\x8A.jpg"; // the font lacks the last two
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    expectSound(document);
+    const std::string text = said("pdftotext '" + document.string() + "' -").text;
+    EXPECT_NE(text.find("Grüße €"), std::string::npos) << text;
+    EXPECT_NE(text.find("\xE6\xB9\x96"), std::string::npos) << text;
+    EXPECT_NE(text.find("\xF0\x9F\x8C\x8A"), std::string::npos) << text;
+    EXPECT_NE(text.find("Print at 100 % (actual size), one side only"), std::string::npos);
+    EXPECT_NE(said("pdffonts '" + document.string() + "'").text.find("yes yes yes"),
+              std::string::npos)
+        << "embedded, a subset, with a table of characters";
+}
+
+TEST(PosterPdf, HasOnlyTheSheetsThatWereChosen) {
+    const Folder folder;
+    SheetJob job = smallJob(3, 2);
+    job.choices.sheets = {2, 6};
+    job.choices.guide = false;
+    const Bytes photo = jpegPhoto(job);
+    const std::filesystem::path document = makeDocument(folder, photo, job);
+    expectSound(document);
+    const Image whole = test::load(photo);
+    expectShows(rendered(document, 1, Renderer::poppler, folder), expectedSheet(whole, job, 2));
+    expectShows(rendered(document, 2, Renderer::poppler, folder), expectedSheet(whole, job, 6));
+}
+
+TEST(PosterPdf, EachPageCarriesItsOwnPieceOnly) {
+    const Folder folder;
+    SheetJob job = smallJob(3, 3);
+    job.choices.guide = false;
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    const std::string list = said("pdfimages -list '" + document.string() + "'").text;
+    int images = 0;
+    std::istringstream lines(list);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        int page = 0;
+        int number = 0;
+        std::string kind;
+        int width = 0;
+        int height = 0;
+        if (words >> page >> number >> kind >> width >> height) {
+            ++images;
+            EXPECT_EQ(page, images);
+            EXPECT_LE(width, 400 + 4 * 16);
+            EXPECT_LE(height, 600 + 4 * 16);
+        }
+    }
+    EXPECT_EQ(images, 9) << list;
+}
+
+TEST(PosterPdf, NeverTakesThePhotosPlace) {
+    const Folder folder;
+    const SheetJob job = smallJob(1, 1);
+    const Bytes photo = jpegPhoto(job);
+    const std::filesystem::path file = folder.file("photo.jpg");
+    testing::writeFile(file, photo);
+    EXPECT_THROW(writePosterPdf(
+                     {file, Turn::none, job, file}, [] {}, [](std::size_t) {}),
+                 Error);
+    EXPECT_EQ(testing::readFile(file), photo);
+}
+
+TEST(PosterPdf, CanceledLeavesWhatWasThere) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const std::filesystem::path file = folder.file("photo.jpg");
+    testing::writeFile(file, jpegPhoto(job));
+    const std::filesystem::path document = folder.file("poster.pdf");
+    testing::writeFile(document, {1, 2, 3});
+    std::size_t written = 0;
+    EXPECT_THROW(writePosterPdf(
+                     {file, Turn::none, job, document},
+                     [&] {
+                         if (written == 2) {
+                             throw PdfCanceled();
+                         }
+                     },
+                     [&](std::size_t sheets) { written = sheets; }),
+                 PdfCanceled);
+    EXPECT_EQ(testing::readFile(document), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.count(), 2U);
+}
+
+TEST(PosterPdf, ADamagedPhotoLeavesNothing) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    Bytes photo = jpegPhoto(job);
+    photo.resize(photo.size() / 2);
+    const std::filesystem::path file = folder.file("photo.jpg");
+    testing::writeFile(file, photo);
+    EXPECT_THROW(writePosterPdf(
+                     {file, Turn::none, job, folder.file("poster.pdf")}, [] {}, [](std::size_t) {}),
+                 Error);
+    EXPECT_EQ(folder.count(), 1U);
+}
+
+TEST(PosterPdf, RunsOnAThreadOfItsOwn) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const std::filesystem::path file = folder.file("photo.jpg");
+    testing::writeFile(file, jpegPhoto(job));
+    PdfRun run({file, Turn::none, job, folder.file("poster.pdf")});
+    EXPECT_EQ(run.sheets(), 4U);
+    while (!run.waitDone(std::chrono::milliseconds(50))) {
+    }
+    EXPECT_EQ(run.result(), "");
+    EXPECT_EQ(run.written(), 4U);
+    expectSound(folder.file("poster.pdf"));
+}
+
+} // namespace
+} // namespace veldara
