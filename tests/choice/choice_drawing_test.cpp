@@ -1,0 +1,109 @@
+#include "choice/choice_drawing.h"
+
+#include <array>
+
+#include <gtest/gtest.h>
+
+namespace veldara {
+namespace {
+
+using Pixel = std::array<int, 3>;
+
+Pixel at(const Image& image, int x, int y) {
+    const std::uint8_t* pixel = image.row(y) + 3 * x;
+    return {pixel[0], pixel[1], pixel[2]};
+}
+
+constexpr Pixel red{255, 0, 0};
+constexpr Pixel black{0, 0, 0};
+
+PosterLayout layoutOfSheets(int wide, int high) {
+    PosterLayout layout;
+    layout.photoWidth = 1000;
+    layout.photoHeight = 500;
+    layout.tilesWide = wide;
+    layout.tilesHigh = high;
+    layout.tileWidthInches = layout.tileHeightInches = 8;
+    return layout;
+}
+
+TEST(ChoiceDrawing, keepsTheShapeOfThePhoto) {
+    const Image photo = Image::filled(1000, 500, 0, 0, 0);
+    const Image small = choiceThumbnail(photo.view(), 100, 100);
+    EXPECT_EQ(small.width(), 100);
+    EXPECT_EQ(small.height(), 50);
+    const Image none = choiceThumbnail({}, 90, 90);
+    EXPECT_EQ(none.width(), 90);
+    EXPECT_EQ(none.height(), 60);
+}
+
+TEST(ChoiceDrawing, drawsTheSheetsAndDimsWhatIsCutOff) {
+    const Image photo = Image::filled(100, 50, 0, 0, 0);
+    const Image drawn = drawSheets(photo.view(), layoutOfSheets(1, 1)); // a square in the middle
+    EXPECT_EQ(at(drawn, 10, 25), (Pixel{192, 192, 192}));
+    EXPECT_EQ(at(drawn, 90, 25), (Pixel{192, 192, 192}));
+    EXPECT_EQ(at(drawn, 25, 25), red);
+    EXPECT_EQ(at(drawn, 74, 25), red);
+    EXPECT_EQ(at(drawn, 50, 25), black);
+    const Image two = drawSheets(photo.view(), layoutOfSheets(2, 1)); // the whole photo
+    EXPECT_EQ(at(two, 50, 25), red);
+    EXPECT_EQ(at(two, 10, 25), black);
+}
+
+TEST(ChoiceDrawing, framesTheChosenPictureAndFindsIt) {
+    std::vector<Image> pictures;
+    for (int i = 0; i < 3; ++i) {
+        pictures.push_back(Image::filled(20, 20, 0, 0, 0));
+    }
+    const Image gallery = drawGallery(pictures, 2, 2, 50, 40);
+    EXPECT_EQ(gallery.width(), 100);
+    EXPECT_EQ(gallery.height(), 80);
+    EXPECT_EQ(at(gallery, 25, 26), black);              // the first picture
+    EXPECT_NE(at(gallery, 0, 79), at(gallery, 99, 79)); // a frame round the third alone
+    EXPECT_EQ(galleryIndexAt(10, 10, 3, 2, 50, 40), 0);
+    EXPECT_EQ(galleryIndexAt(60, 10, 3, 2, 50, 40), 1);
+    EXPECT_EQ(galleryIndexAt(10, 50, 3, 2, 50, 40), 2);
+    EXPECT_EQ(galleryIndexAt(60, 50, 3, 2, 50, 40), -1);
+    EXPECT_EQ(galleryIndexAt(100, 10, 3, 2, 50, 40), -1);
+    EXPECT_EQ(galleryIndexAt(-1, 10, 3, 2, 50, 40), -1);
+}
+
+int columnsOf(const Image& image, const Pixel& colour) {
+    int columns = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        bool found = false;
+        for (int y = 0; y < image.height(); ++y) {
+            found = found || at(image, x, y) == colour;
+        }
+        columns += found ? 1 : 0;
+    }
+    return columns;
+}
+
+int rowsOf(const Image& image, const Pixel& colour) {
+    int rows = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        bool found = false;
+        for (int x = 0; x < image.width(); ++x) {
+            found = found || at(image, x, y) == colour;
+        }
+        rows += found ? 1 : 0;
+    }
+    return rows;
+}
+
+TEST(ChoiceDrawing, keepsThePosterAndThePersonToOneScale) {
+    const Image poster = Image::filled(30, 30, 0, 0, 255);
+    const Pixel blue{0, 0, 255};
+    const Pixel person{96, 102, 112};
+    for (const double side : {20.0, 60.0, 200.0}) {
+        const Image room = drawRoom(poster.view(), side, side, 400, 300);
+        const double perInch = rowsOf(room, person) / personInches;
+        // Smoothed edges are not the pure colour; the person loses more of them.
+        EXPECT_NEAR(columnsOf(room, blue), side * perInch, 3 + 0.06 * side * perInch) << side;
+        EXPECT_NEAR(rowsOf(room, blue), columnsOf(room, blue), 2) << side;
+    }
+}
+
+} // namespace
+} // namespace veldara
