@@ -19,14 +19,14 @@
 namespace veldara {
 namespace {
 
-// A signal reaches the process, not an object: the one mark that has to be the process's.
-std::atomic<bool>& interruptMark() {
-    static std::atomic<bool> mark{false};
-    return mark;
+// A signal reaches the process, not an object, so this flag has to be static.
+std::atomic<bool>& interruptFlag() {
+    static std::atomic<bool> flag{false};
+    return flag;
 }
 
 extern "C" void takeSignal(int) {
-    interruptMark() = true;
+    interruptFlag() = true;
 }
 
 #ifdef _WIN32
@@ -44,6 +44,20 @@ int terminalColumns() {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     return GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info) != 0 ? info.dwSize.X
                                                                                   : 80;
+}
+
+// The code page before, 0 without a console. Wine gives a test no console of its own: what a window
+// shows is on the list in docs/windows-check.md.
+unsigned showUtf8() {
+    const UINT before = GetConsoleOutputCP();
+    SetConsoleOutputCP(CP_UTF8);
+    return before;
+}
+
+void restoreCodePage(unsigned before) {
+    if (before != 0) {
+        SetConsoleOutputCP(before);
+    }
 }
 
 // A read of the console ends by itself when Ctrl-C is pressed.
@@ -67,17 +81,23 @@ int terminalColumns() {
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
-// Until there is something to read or the user wants to stop. A signal that comes just before a
-// read would not end it.
+unsigned showUtf8() {
+    return 0;
+}
+
+void restoreCodePage(unsigned) {}
+
+// Waits until there is input or the user wants to stop: a signal that arrives just before a read
+// would not interrupt it.
 void waitForInput() {
     pollfd input{STDIN_FILENO, POLLIN, 0};
-    while (!interruptMark() && poll(&input, 1, 50) <= 0) {
+    while (!interruptFlag() && poll(&input, 1, 50) <= 0) {
     }
 }
 
 #endif
 
-// False when not all of it went out.
+// False if not everything was written.
 bool write(std::FILE* stream, const std::string& text) {
     const bool taken = std::fwrite(text.data(), 1, text.size(), stream) == text.size();
     return std::fflush(stream) == 0 && taken;
@@ -85,9 +105,13 @@ bool write(std::FILE* stream, const std::string& text) {
 
 } // namespace
 
-SystemConsole::SystemConsole() {
-    interruptMark() = false; // made before the first signal can come
+SystemConsole::SystemConsole() : codePageBefore_(showUtf8()) {
+    interruptFlag() = false; // initialised before the first signal can arrive
     catchSignals();
+}
+
+SystemConsole::~SystemConsole() {
+    restoreCodePage(codePageBefore_);
 }
 
 void SystemConsole::print(const std::string& text) {
@@ -122,7 +146,7 @@ std::optional<std::string> SystemConsole::readLine() {
 }
 
 bool SystemConsole::interrupted() const {
-    return interruptMark();
+    return interruptFlag();
 }
 
 } // namespace veldara

@@ -1,4 +1,4 @@
-// The terminal, as far as a program for scripts needs to know it.
+// The terminal, as far as a command-line program needs it.
 #pragma once
 
 #include <optional>
@@ -11,9 +11,9 @@ class Console {
     virtual ~Console() = default;
     virtual void print(const std::string& text) = 0;    // standard output; throws Error
     virtual void complain(const std::string& text) = 0; // standard error
-    // Somebody sits before standard input and standard error.
+    // Standard input and standard error are terminals, so the user can be asked.
     virtual bool canAsk() const = 0;
-    // Standard error is a terminal, where a line can be drawn over.
+    // Standard error is a terminal, where a line can be redrawn.
     virtual bool canDraw() const = 0;
     virtual int columns() const = 0; // of that terminal
     // The line that was typed, without its end; nothing at the end of input.
@@ -22,10 +22,14 @@ class Console {
     virtual bool interrupted() const = 0;
 };
 
-// The process's own; from its making on, Ctrl-C only sets a mark.
+// The process's own console; once constructed, Ctrl-C only sets a flag.
+// While it lives, a Windows console shows UTF-8.
 class SystemConsole : public Console {
   public:
     SystemConsole();
+    SystemConsole(const SystemConsole&) = delete;
+    SystemConsole& operator=(const SystemConsole&) = delete;
+    ~SystemConsole() override;
     void print(const std::string& text) override;
     void complain(const std::string& text) override;
     bool canAsk() const override;
@@ -33,6 +37,9 @@ class SystemConsole : public Console {
     int columns() const override;
     std::optional<std::string> readLine() override;
     bool interrupted() const override;
+
+  private:
+    unsigned codePageBefore_; // of the console's output; 0 where there is none
 };
 
 } // namespace veldara

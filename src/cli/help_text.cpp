@@ -33,6 +33,15 @@ The sheets
   --margins T,R,B,L     margins top, right, bottom, left          [the paper's]
   --list-papers         print both catalogues
 
+How large the poster is, instead of --wide and --high
+  --poster-width L      choose the sheets for at least this width, and ...
+  --poster-height L     ... this height; one of them is enough
+  --best-quality WORD   choose as many sheets as keep the quality: "Excellent",
+                        "Very Good", "Good", "Fair", "Good from a distance" ...
+  --any-paper           any paper of the units may be chosen    [--paper alone]
+  --choices             list the choices, best first, and write nothing; with
+                        --plan as JSON
+
 The part of the photo
   --rotate none|cw|ccw|180
                         turn the photo                                   [none]
@@ -50,12 +59,23 @@ Printers that clip the edges
                         sheet instead (.bmp, .tif or .jpg; no PHOTO)
 
 The files
-  --format jpg|tif|bmp  their type                            [the photo's own]
+  --format jpg|tif|bmp  their type           [the photo's own, else jpg or tif]
   --out DIR             the folder that they go to
                         [beside the photo, named after it, with _poster_images]
   --base NAME           what their names begin with          [the photo's name]
-  -y, --yes             write into a folder that exists, or over a test image,
-                        without asking
+  -y, --yes             write into a folder that exists, or over a test image
+                        or a document, without asking
+
+One document instead of tile files
+  --pdf FILE            write all sheets as the pages of a PDF, at their size
+  --overlap LENGTH      width of the strip of the next sheet's picture that it
+                        is glued on, at most as wide as the margin          [0]
+  --marks none|corners|lines
+                        what to cut along                             [corners]
+  --no-labels           leave out the sheet's position in its margin
+  --no-guide            leave out the first page, which tells how to print and
+                        put the sheets together
+  --sheets 1-3,7        only these sheets                                 [all]
 
   --plan                print the plan as JSON and write nothing
   -q, --quiet           show no progress

@@ -1,13 +1,14 @@
 #include "cli/job_plan.h"
 
+#include "cli/option_values.h"
 #include "layout/photo_limits.h"
+#include "layout/tile_size.h"
 #include "output/tile_files.h"
 #include "paper/paper_check.h"
 #include "platform/error.h"
-#include "platform/image/file_ending.h"
+#include "platform/image/input_format.h"
 #include "platform/text/path_text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace veldara {
@@ -29,7 +30,7 @@ PaperRecord namedPaper(const PaperTables& tables, const Options& options) {
     const int flag = static_cast<int>(options.units);
     const PaperFound found = findPaperIndex(tables, options.paper, flag);
     if (found.index < 0) {
-        const std::string other = options.units == Units::inches ? "mm" : "in";
+        const std::string other = unitsWord(unitsOf(1 - flag));
         const bool elsewhere = findPaperIndex(tables, options.paper, 1 - flag).index >= 0;
         throw WrongOption("--paper \"" + options.paper + "\": " +
                           (elsewhere ? "this paper belongs to --units " + other + "."
@@ -42,8 +43,7 @@ PaperRecord namedPaper(const PaperTables& tables, const Options& options) {
     return papers[static_cast<std::size_t>(found.index)];
 }
 
-PosterLayout posterLayout(const Options& options, const ImageHeader& header,
-                          const TileSize& tileSize) {
+PosterLayout photoAndGrid(const Options& options, const ImageHeader& header) {
     PosterLayout layout;
     layout.photoWidth = header.width;
     layout.photoHeight = header.height;
@@ -52,8 +52,6 @@ PosterLayout posterLayout(const Options& options, const ImageHeader& header,
     }
     layout.tilesWide = options.wide;
     layout.tilesHigh = options.high;
-    layout.tileWidthInches = tileSize.width;
-    layout.tileHeightInches = tileSize.height;
     layout.tilesTurned = options.rotateTiles;
     layout.zoom = options.zoom;
     layout.horzPos = options.horzPos;
@@ -61,34 +59,7 @@ PosterLayout posterLayout(const Options& options, const ImageHeader& header,
     return layout;
 }
 
-// Name without its extension, and where the tiles go.
-void nameFiles(const Options& options, JobPlan& plan) {
-    const std::filesystem::path photo = textPath(options.photo);
-    const std::string stem = pathText(photo.stem());
-    plan.folder = options.out.empty() ? photo.parent_path() / textPath(defaultFolderName(stem))
-                                      : textPath(options.out);
-    const std::string base = options.base.value_or(stem);
-    for (std::size_t i = 0; i < plan.tiles.size(); ++i) {
-        plan.tiles[i].file = plan.folder / textPath(base + tileNumberText(static_cast<int>(i) + 1) +
-                                                    extensionOf(plan.type));
-    }
-}
-
 } // namespace
-
-std::vector<TileRect> JobPlan::rects() const {
-    std::vector<TileRect> all;
-    std::transform(tiles.begin(), tiles.end(), std::back_inserter(all),
-                   [](const PlannedTile& tile) { return tile.rect; });
-    return all;
-}
-
-std::vector<std::filesystem::path> JobPlan::files() const {
-    std::vector<std::filesystem::path> all;
-    std::transform(tiles.begin(), tiles.end(), std::back_inserter(all),
-                   [](const PlannedTile& tile) { return tile.file; });
-    return all;
-}
 
 PaperRecord chosenPaper(const Options& options) {
     PaperRecord paper = namedPaper(buildPaperTables(), options);
@@ -118,35 +89,29 @@ JobPlan planJob(const Options& options, const ImageHeader& header,
     plan.units = options.units;
     plan.paper = chosenPaper(options);
     plan.clip = clip;
-    plan.type = options.format.value_or(header.type);
     if (!isPhotoLargeEnough(header.width, header.height)) {
         throw Error(trimmed(photoTooSmallText()));
     }
-    std::optional<EdgeTrims> trims;
-    if (clip) {
-        trims = edgeTrims(*clip);
-    }
-    const std::optional<TileSize> size =
-        checkTileSizes(plan.paper.tileWidth(), plan.paper.tileHeight(), plan.units, trims);
-    if (!size) {
-        throw Error(tileSizeMessage(plan.units).text);
-    }
-    plan.layout = posterLayout(options, header, *size);
-    plan.photoWidth = plan.layout.photoWidth;
-    plan.photoHeight = plan.layout.photoHeight;
+    const std::filesystem::path photo = textPath(options.photo);
+    const std::string stem = pathText(photo.stem());
+    plan.folder = options.out.empty() ? photo.parent_path() / textPath(defaultFolderName(stem))
+                                      : textPath(options.out);
 
-    const std::vector<TileRect> rects = calcTileCoord(plan.layout);
-    if (!everyTileHasPixels(rects)) {
-        throw Error("The photo has fewer pixels than this many tiles need: choose fewer tiles, "
-                    "a smaller zoom or a larger photo.");
+    PosterRequest request;
+    request.layout = photoAndGrid(options, header);
+    request.tileWidth = plan.paper.tileWidth();
+    request.tileHeight = plan.paper.tileHeight();
+    request.units = options.units;
+    if (clip) {
+        request.trims = edgeTrims(*clip);
     }
-    plan.crop = {rects.front().left, rects.front().top, rects.back().right, rects.back().bottom};
-    plan.figures = outputFigures(plan.layout, true, plan.units);
-    plan.treatment = tileTreatment(rects, options.rotateTiles, size->width, trims);
-    for (const TileRect& rect : rects) {
-        plan.tiles.push_back({rect, tileImageSize(rect, plan.treatment), {}});
+    request.files = {pathText(plan.folder / ""), options.base.value_or(stem),
+                     options.format.value_or(defaultTileFormat(header))};
+    plan.poster = planPoster(request);
+    if (!plan.poster.ok()) {
+        throw Error(plan.poster.reason);
     }
-    nameFiles(options, plan);
+    plan.figures = outputFigures(plan.poster.layout, true, plan.units);
     return plan;
 }
 

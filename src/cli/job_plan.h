@@ -1,42 +1,24 @@
-// From the options and the photo's size to everything that a run does: rectangles, figures, file
-// names. The window computes the same with the same rules.
+// Plans a run from the command line's options and the photo's size.
 #pragma once
 
 #include "cli/options.h"
 #include "layout/output_figures.h"
-#include "layout/tile_grid.h"
-#include "layout/tile_size.h"
-#include "output/tile_image.h"
+#include "output/poster_plan.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace veldara {
 
-struct PlannedTile {
-    TileRect rect;
-    PictureSize picture; // as written
-    std::filesystem::path file;
-};
-
 struct JobPlan {
     std::string photoFile;
-    int photoWidth = 0; // as turned
-    int photoHeight = 0;
     PaperRecord paper;
     Units units = Units::inches;
-    PosterLayout layout;
-    TileRect crop;
     OutputFigures figures;
     std::optional<ClipCounts> clip;
-    TileTreatment treatment;
-    FileType type = FileType::jpeg;
     std::filesystem::path folder;
-    std::vector<PlannedTile> tiles;
-
-    std::vector<TileRect> rects() const;
-    std::vector<std::filesystem::path> files() const;
+    PosterPlan poster;
 };
 
 // The paper that the options choose. Throws WrongOption.

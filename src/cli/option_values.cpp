@@ -60,7 +60,7 @@ std::vector<int> wholeListOption(const std::string& option, const std::string& t
     if (values.size() != count || splitAtCommas(text).size() != count) {
         throw WrongOption(said(option, text) + "give " + std::to_string(count) +
                           " whole numbers from " + rangeText(least, most) +
-                          ", with commas between them.");
+                          ", separated by commas.");
     }
     return values;
 }
@@ -75,9 +75,21 @@ std::vector<double> numberListOption(const std::string& option, const std::strin
     }
     if (values.size() != count || splitAtCommas(text).size() != count) {
         throw WrongOption(said(option, text) + "give " + std::to_string(count) +
-                          " numbers with commas between them: " + meaning + ".");
+                          " numbers separated by commas: " + meaning + ".");
     }
     return values;
+}
+
+double lengthOption(const std::string& option, const std::string& text) {
+    const std::optional<double> value = readNumber(text);
+    if (!value || *value < 0) {
+        throw WrongOption(said(option, text) + "give a length in the units, 0 or more.");
+    }
+    return *value;
+}
+
+std::string unitsWord(Units units) {
+    return units == Units::inches ? "in" : "mm";
 }
 
 std::size_t wordOption(const std::string& option, const std::string& text,

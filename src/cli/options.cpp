@@ -2,6 +2,8 @@
 
 #include "cli/help_text.h"
 #include "cli/option_values.h"
+#include "layout/output_figures.h"
+#include "layout/tile_grid.h"
 
 #include <algorithm>
 
@@ -12,7 +14,8 @@ namespace {
 
 // The texts of the options as they were given; empty: not given.
 struct Texts {
-    std::string wide, high, units, paperSize, margins, rotate, zoom, pan, clip, format, base;
+    std::string wide, high, units, paperSize, margins, rotate, zoom, pan, clip, format, base,
+        overlap, marks, posterWidth, posterHeight, bestQuality;
 };
 
 bool given(const CLI::App& app, const std::string& option) {
@@ -25,6 +28,11 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.add_option("PHOTO", options.photo);
     app.add_option("--wide", texts.wide);
     app.add_option("--high", texts.high);
+    app.add_option("--poster-width", texts.posterWidth);
+    app.add_option("--poster-height", texts.posterHeight);
+    app.add_option("--best-quality", texts.bestQuality);
+    app.add_flag("--any-paper", options.anyPaper);
+    app.add_flag("--choices", options.choices);
     app.add_option("--units", texts.units);
     app.add_option("--paper", options.paper);
     app.add_option("--paper-size", texts.paperSize);
@@ -39,6 +47,12 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.add_option("--out", options.out);
     app.add_option("--base", texts.base);
     app.add_option("--test-target", options.testTarget);
+    app.add_option("--pdf", options.pdf);
+    app.add_option("--overlap", texts.overlap);
+    app.add_option("--marks", texts.marks);
+    app.add_flag("--no-labels", options.noLabels);
+    app.add_flag("--no-guide", options.noGuide);
+    app.add_option("--sheets", options.sheets);
     app.add_flag("--yes,-y", options.yes);
     app.add_flag("--plan", options.plan);
     app.add_flag("--quiet,-q", options.quiet);
@@ -49,7 +63,7 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.allow_extras();
 }
 
-// Sorts the words of the command line into the declared options. Throws WrongOption.
+// Assigns the words of the command line to the declared options. Throws WrongOption.
 void sortWords(CLI::App& app, const std::vector<std::string>& arguments) {
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -61,27 +75,26 @@ void sortWords(CLI::App& app, const std::vector<std::string>& arguments) {
     }
 }
 
-// A word that is no option's value and not the photo.
+// Refuses a word that is neither an option's value nor the photo.
 void refuseLeftOver(const CLI::App& app) {
     bool namesOnly = false;
     for (const std::string& word : app.remaining()) {
         if (word == "--") {
-            namesOnly = true; // as behind it everything is
+            namesOnly = true; // everything after it is a name
             continue;
         }
         const bool isOption = word.rfind('-', 0) == 0 && !namesOnly;
-        throw WrongOption(
-            "\"" + word + "\": " +
-            (isOption ? "there is no such option." : "this is a name too many; give one photo."));
+        throw WrongOption("\"" + word + "\": " +
+                          (isOption ? "there is no such option." : "only one photo, please."));
     }
 }
 
 void readLayout(const CLI::App& app, const Texts& texts, Options& options) {
     if (given(app, "--wide")) {
-        options.wide = wholeOption("--wide", texts.wide, 1, 25);
+        options.wide = wholeOption("--wide", texts.wide, 1, maximumTilesPerSide);
     }
     if (given(app, "--high")) {
-        options.high = wholeOption("--high", texts.high, 1, 25);
+        options.high = wholeOption("--high", texts.high, 1, maximumTilesPerSide);
     }
     if (given(app, "--zoom")) {
         options.zoom = wholeOption("--zoom", texts.zoom, 0, 400);
@@ -99,10 +112,45 @@ void readLayout(const CLI::App& app, const Texts& texts, Options& options) {
     }
 }
 
+// What chooses the tile counts; it cannot stand beside the counts themselves.
+void readPosterSize(const CLI::App& app, const Texts& texts, Options& options) {
+    if (given(app, "--poster-width")) {
+        options.posterWidth = lengthOption("--poster-width", texts.posterWidth);
+    }
+    if (given(app, "--poster-height")) {
+        options.posterHeight = lengthOption("--poster-height", texts.posterHeight);
+    }
+    const bool bySize = options.posterWidth || options.posterHeight;
+    if (given(app, "--best-quality")) {
+        if (bySize) {
+            throw WrongOption("--best-quality: give a quality to keep or a size, not both.");
+        }
+        const std::vector<std::string> words = qualityWords();
+        options.bestQuality = words[wordOption("--best-quality", texts.bestQuality, words)];
+    }
+    if (bySize || !options.bestQuality.empty()) {
+        for (const char* counts : {"--wide", "--high", "--rotate-tiles"}) {
+            if (given(app, counts)) {
+                throw WrongOption(std::string(counts) +
+                                  ": the poster's size chooses it; give one of them, not both.");
+            }
+        }
+    } else if (options.choices || options.anyPaper) {
+        throw WrongOption(std::string(options.choices ? "--choices" : "--any-paper") +
+                          ": give --poster-width, --poster-height or --best-quality too.");
+    }
+    for (const char* paper : {"--paper", "--paper-size", "--margins"}) {
+        if (options.anyPaper && given(app, paper)) {
+            throw WrongOption(std::string(paper) + " and --any-paper: give one of them, not both.");
+        }
+    }
+}
+
 void readPaper(const CLI::App& app, const Texts& texts, Options& options) {
     if (given(app, "--units")) {
-        options.units = wordOption("--units", texts.units, {"in", "mm"}) == 0 ? Units::inches
-                                                                              : Units::millimetres;
+        constexpr std::array<Units, 2> units{Units::inches, Units::millimetres};
+        options.units = units.at(
+            wordOption("--units", texts.units, {unitsWord(units[0]), unitsWord(units[1])}));
     }
     if (given(app, "--paper") && options.paper.empty()) {
         throw WrongOption("--paper \"\": give a paper's name; --list-papers prints them.");
@@ -137,8 +185,13 @@ void readEdges(const CLI::App& app, const Texts& texts, Options& options) {
 
 void readFiles(const CLI::App& app, const Texts& texts, Options& options) {
     if (given(app, "--format")) {
-        constexpr std::array<FileType, 3> types{FileType::jpeg, FileType::tiff, FileType::bmp};
-        options.format = types.at(wordOption("--format", texts.format, {"jpg", "tif", "bmp"}));
+        std::vector<TileFormat> formats;
+        std::vector<std::string> words;
+        for (auto row = tileFormats().rbegin(); row != tileFormats().rend(); ++row) {
+            formats.push_back(row->format);
+            words.emplace_back(row->ending.substr(1));
+        }
+        options.format = formats.at(wordOption("--format", texts.format, words));
     }
     if (given(app, "--base")) {
         if (texts.base.find_first_of("/\\") != std::string::npos) {
@@ -147,10 +200,38 @@ void readFiles(const CLI::App& app, const Texts& texts, Options& options) {
         }
         options.base = texts.base;
     }
-    for (const char* option : {"--out", "--test-target"}) {
+    for (const char* option : {"--out", "--test-target", "--pdf", "--sheets"}) {
         if (given(app, option) && app[option]->as<std::string>().empty()) {
-            throw WrongOption(std::string(option) + " \"\": give a name.");
+            throw WrongOption(
+                std::string(option) + " \"\": give " +
+                (std::string(option) == "--sheets" ? "numbers such as 1-3,7." : "a name."));
         }
+    }
+}
+
+// What belongs to a document, and what to tile files.
+void readDocument(const CLI::App& app, const Texts& texts, Options& options) {
+    if (!given(app, "--pdf")) {
+        for (const char* option :
+             {"--overlap", "--marks", "--no-labels", "--no-guide", "--sheets"}) {
+            if (given(app, option)) {
+                throw WrongOption(std::string(option) + ": it belongs to --pdf.");
+            }
+        }
+        return;
+    }
+    for (const char* option : {"--format", "--out", "--base", "--test-target"}) {
+        if (given(app, option)) {
+            throw WrongOption("--pdf and " + std::string(option) + ": give one of them, not both.");
+        }
+    }
+    if (given(app, "--overlap")) {
+        options.overlap = lengthOption("--overlap", texts.overlap);
+    }
+    if (given(app, "--marks")) {
+        constexpr std::array<SheetMarks, 3> marks{SheetMarks::none, SheetMarks::corners,
+                                                  SheetMarks::lines};
+        options.marks = marks.at(wordOption("--marks", texts.marks, {"none", "corners", "lines"}));
     }
 }
 
@@ -160,8 +241,7 @@ void checkWhatToDo(const Options& options) {
     }
     if (!options.testTarget.empty()) {
         if (!options.photo.empty()) {
-            throw WrongOption("--test-target makes a picture without a photo: leave out \"" +
-                              options.photo + "\".");
+            throw WrongOption("--test-target takes no photo: leave out \"" + options.photo + "\".");
         }
         if (options.plan) {
             throw WrongOption("--plan and --test-target: give one of them, not both.");
@@ -169,7 +249,7 @@ void checkWhatToDo(const Options& options) {
         return;
     }
     if (options.photo.empty()) {
-        throw WrongOption("Which photo?  Give its file name.");
+        throw WrongOption("No photo given.");
     }
 }
 
@@ -190,9 +270,11 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         return line;
     }
     readLayout(app, texts, line.options);
+    readPosterSize(app, texts, line.options);
     readPaper(app, texts, line.options);
     readEdges(app, texts, line.options);
     readFiles(app, texts, line.options);
+    readDocument(app, texts, line.options);
     refuseLeftOver(app);
     checkWhatToDo(line.options);
     return line;

@@ -6,6 +6,7 @@
 #include "platform/image/codec.h"
 #include "platform/image/operations.h"
 #include "platform/measures.h"
+#include "sheets/sheet_layout.h"
 
 #include <array>
 #include <optional>
@@ -15,7 +16,7 @@
 
 namespace veldara {
 
-// A command line that cannot be understood; what() names the option and what it may be.
+// An invalid command line; what() names the option and its allowed values.
 class WrongOption : public std::runtime_error {
   public:
     explicit WrongOption(const std::string& sentence) : std::runtime_error(sentence) {}
@@ -36,10 +37,22 @@ struct Options {
     int vertPos = 100;
     std::optional<ClipCounts> clip;
     std::string profile;
-    std::optional<FileType> format;
+    std::optional<TileFormat> format;
     std::string out;
     std::optional<std::string> base;
     std::string testTarget;
+    // The poster's size, which chooses the tile counts instead of --wide and --high; in the units.
+    std::optional<double> posterWidth;
+    std::optional<double> posterHeight;
+    std::string bestQuality; // a quality word to keep, as large as that allows
+    bool anyPaper = false;   // any of the units' papers may be chosen
+    bool choices = false;    // list the choices only
+    std::string pdf;         // a document instead of tile files; the five below belong to it
+    double overlap = 0;
+    SheetMarks marks = SheetMarks::corners;
+    bool noLabels = false;
+    bool noGuide = false;
+    std::string sheets; // empty: all
     bool yes = false;
     bool plan = false;
     bool quiet = false;
@@ -47,7 +60,7 @@ struct Options {
     bool listProfiles = false;
 };
 
-// Either options, or a text that was asked for instead of work (the help, the version).
+// Either options, or a text to print instead of any work (the help, the version).
 struct CommandLine {
     Options options;
     std::string text;

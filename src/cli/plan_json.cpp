@@ -1,80 +1,67 @@
 #include "cli/plan_json.h"
 
-#include "platform/text/characters.h"
+#include "cli/option_values.h"
+#include "platform/text/number_text.h"
 #include "platform/text/path_text.h"
+
+#include <nlohmann/json.hpp>
 
 namespace veldara {
 namespace {
 
-std::string escaped(char c) {
-    constexpr const char* digits = "0123456789abcdef";
-    switch (c) {
-    case '"':
-        return "\\\"";
-    case '\\':
-        return "\\\\";
-    case '\n':
-        return "\\n";
-    case '\r':
-        return "\\r";
-    case '\t':
-        return "\\t";
-    default:
-        break;
-    }
-    const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20) {
-        return {c};
-    }
-    return std::string("\\u00") + digits[code >> 4U] + digits[code & 0xFU];
+using Json = nlohmann::ordered_json; // members stay in the order in which they are added
+
+// A whole number has no point, and any other is the shortest text that reads back the same.
+Json number(double value) {
+    return Json::parse(plainNumber(value));
 }
-
-// Joins "name":value pairs; values are JSON already.
-class Object {
-  public:
-    Object& add(const std::string& name, const std::string& value) {
-        text_ += (text_.empty() ? "" : ",") + jsonString(name) + ":" + value;
-        return *this;
-    }
-    Object& add(const std::string& name, int value) { return add(name, std::to_string(value)); }
-    Object& add(const std::string& name, double value) { return add(name, plainNumber(value)); }
-    std::string text() const { return "{" + text_ + "}"; }
-
-  private:
-    std::string text_;
-};
 
 template <class Numbers>
-std::string array(const Numbers& numbers) {
-    std::string text;
-    for (const auto number : numbers) {
-        text += (text.empty() ? "" : ",") + plainNumber(number);
+Json numbers(const Numbers& values) {
+    Json list = Json::array();
+    for (const auto value : values) {
+        list.push_back(number(value));
     }
-    return "[" + text + "]";
+    return list;
 }
 
-Object rectangle(const TileRect& rect) {
-    return Object()
-        .add("left", rect.left)
-        .add("top", rect.top)
-        .add("right", rect.right)
-        .add("bottom", rect.bottom);
+Json rectangle(const TileRect& rect) {
+    return {{"left", rect.left}, {"top", rect.top}, {"right", rect.right}, {"bottom", rect.bottom}};
+}
+
+Json cropOf(const PosterPlan& poster) {
+    const TileRect& first = poster.tiles.front().rect;
+    const TileRect& last = poster.tiles.back().rect;
+    return rectangle({first.left, first.top, last.right, last.bottom});
+}
+
+Json paperOf(const JobPlan& plan) {
+    return {{"name", plan.paper.name},
+            {"units", unitsWord(plan.units)},
+            {"width", number(plan.paper.width)},
+            {"height", number(plan.paper.height)},
+            {"margins", numbers(plan.paper.margins)}};
+}
+
+Json tileOf(const PlannedTile& tile, std::size_t index) {
+    Json member;
+    member["number"] = index + 1;
+    member.update(rectangle(tile.rect));
+    member["width"] = tile.picture.width;
+    member["height"] = tile.picture.height;
+    member["file"] = pathText(tile.file);
+    return member;
+}
+
+// On one line; bytes that are no UTF-8 become the replacement character.
+std::string line(const Json& value) {
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 std::string tileList(const std::vector<PlannedTile>& tiles) {
     std::string text;
-    int number = 0;
-    for (const PlannedTile& tile : tiles) {
-        Object object;
-        object.add("number", ++number)
-            .add("left", tile.rect.left)
-            .add("top", tile.rect.top)
-            .add("right", tile.rect.right)
-            .add("bottom", tile.rect.bottom)
-            .add("width", tile.picture.width)
-            .add("height", tile.picture.height)
-            .add("file", jsonString(pathText(tile.file)));
-        text += (text.empty() ? "\n    " : ",\n    ") + object.text();
+    for (std::size_t i = 0; i < tiles.size(); ++i) {
+        text += (i == 0 ? "\n    " : ",\n    ") + line(tileOf(tiles[i], i));
     }
     return "[" + text + "\n  ]";
 }
@@ -82,50 +69,36 @@ std::string tileList(const std::vector<PlannedTile>& tiles) {
 } // namespace
 
 std::string jsonString(std::string_view text) {
-    std::string result = "\"";
-    while (!text.empty()) {
-        const std::string character = sleft(text, 1);
-        text.remove_prefix(character.size());
-        if (character.size() > 1) {
-            result += character;
-        } else if (static_cast<unsigned char>(character.front()) >= 0x80) {
-            result += "\xEF\xBF\xBD";
-        } else {
-            result += escaped(character.front());
-        }
-    }
-    return result + "\"";
+    return line(std::string(text));
 }
 
-std::string planJson(const JobPlan& plan) {
-    const Object photo = Object()
-                             .add("file", jsonString(plan.photoFile))
-                             .add("width", plan.photoWidth)
-                             .add("height", plan.photoHeight);
-    const Object paper = Object()
-                             .add("name", jsonString(plan.paper.name))
-                             .add("units", plan.units == Units::inches ? "\"in\"" : "\"mm\"")
-                             .add("width", plan.paper.width)
-                             .add("height", plan.paper.height)
-                             .add("margins", array(plan.paper.margins));
-    const Object tileInches = Object()
-                                  .add("width", plan.layout.tileWidthInches)
-                                  .add("height", plan.layout.tileHeightInches);
-    const Object grid = Object()
-                            .add("wide", plan.layout.tilesWide)
-                            .add("high", plan.layout.tilesHigh)
-                            .add("rotate_tiles", plan.layout.tilesTurned ? "true" : "false");
-    const Object figures = Object()
-                               .add("size", jsonString(plan.figures.size))
-                               .add("megapixels", jsonString(plan.figures.megapixels))
-                               .add("resolution", jsonString(plan.figures.resolution))
-                               .add("quality", jsonString(plan.figures.quality));
-    const std::string clip = plan.clip ? array(*plan.clip) : "null";
-    return "{\n  \"photo\":" + photo.text() + ",\n  \"paper\":" + paper.text() +
-           ",\n  \"tile_inches\":" + tileInches.text() + ",\n  \"grid\":" + grid.text() +
-           ",\n  \"crop\":" + rectangle(plan.crop).text() + ",\n  \"figures\":" + figures.text() +
-           ",\n  \"dpi\":" + std::to_string(plan.treatment.resolution) + ",\n  \"clip\":" + clip +
-           ",\n  \"tiles\":" + tileList(plan.tiles) + "\n}\n";
+std::string planJson(const JobPlan& plan, const std::string& pdf) {
+    const PosterLayout& layout = plan.poster.layout;
+    const Json members{
+        {"photo",
+         {{"file", plan.photoFile}, {"width", layout.photoWidth}, {"height", layout.photoHeight}}},
+        {"paper", paperOf(plan)},
+        {"tile_inches",
+         {{"width", number(layout.tileWidthInches)}, {"height", number(layout.tileHeightInches)}}},
+        {"grid",
+         {{"wide", layout.tilesWide},
+          {"high", layout.tilesHigh},
+          {"rotate_tiles", layout.tilesTurned}}},
+        {"crop", cropOf(plan.poster)},
+        {"figures",
+         {{"size", plan.figures.size},
+          {"megapixels", plan.figures.megapixels},
+          {"resolution", plan.figures.resolution},
+          {"quality", plan.figures.quality}}},
+        {"dpi", plan.poster.treatment.resolution},
+        {"clip", plan.clip ? numbers(*plan.clip) : Json()}};
+    // One line for each member and each tile.
+    std::string text = "{";
+    for (const auto& [name, value] : members.items()) {
+        text += "\n  " + line(name) + ":" + line(value) + ",";
+    }
+    return text + "\n  \"tiles\":" + tileList(plan.poster.tiles) +
+           (pdf.empty() ? "" : ",\n  \"pdf\":" + pdf) + "\n}\n";
 }
 
 } // namespace veldara

@@ -1,4 +1,4 @@
-// The plan as JSON (RFC 8259): numbers with a point, text in valid UTF-8 whatever the names hold.
+// What --plan prints.
 #pragma once
 
 #include "cli/job_plan.h"
@@ -11,6 +11,8 @@ namespace veldara {
 // The text between quotes; bytes that are no UTF-8 become the replacement character.
 std::string jsonString(std::string_view text);
 
-std::string planJson(const JobPlan& plan);
+// The plan as a JSON object, a line for each member and each tile. pdf: the value of a last member
+// of that name; empty: there is none.
+std::string planJson(const JobPlan& plan, const std::string& pdf = {});
 
 } // namespace veldara

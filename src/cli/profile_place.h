@@ -7,7 +7,7 @@
 
 namespace veldara {
 
-// The profiles of the file, or the built-in ones when there is none that can be read.
+// The profiles of the file, or the built-in ones if it cannot be read.
 std::vector<EdgeProfile> savedProfiles();
 
 } // namespace veldara

@@ -4,14 +4,20 @@
 #include "cli/job_plan.h"
 #include "cli/listings.h"
 #include "cli/options.h"
+#include "cli/pdf_poster.h"
 #include "cli/plan_json.h"
-#include "cli/progress_bar.h"
+#include "cli/poster_size.h"
+#include "cli/progress_line.h"
+#include "layout/tile_size.h"
 #include "output/save_messages.h"
 #include "output/tile_files.h"
+#include "output/tile_folder.h"
+#include "output/tile_pool.h"
 #include "output/tile_run.h"
 #include "output/tile_stream.h"
 #include "platform/error.h"
-#include "platform/image/file_ending.h"
+#include "platform/files/whole_file.h"
+#include "platform/image/tile_format.h"
 #include "platform/text/characters.h"
 #include "platform/text/path_text.h"
 
@@ -24,7 +30,7 @@ namespace {
 
 using Profiles = std::function<std::vector<EdgeProfile>()>;
 
-// The run was stopped by the user; nothing is to be said but that.
+// Thrown when the user stops the run.
 class Stopped {};
 
 std::optional<ClipCounts> chosenClip(const Options& options, const Profiles& profiles) {
@@ -40,7 +46,7 @@ std::optional<ClipCounts> chosenClip(const Options& options, const Profiles& pro
                       "\": there is no such profile; --list-profiles prints them all.");
 }
 
-// True when the user says yes; anything else, also no answer at all, is a no.
+// True if the user answers yes; anything else, including no answer, is a no.
 bool ask(Console& console, const std::string& question) {
     console.complain(question + " [y/N] ");
     const std::optional<std::string> answer = console.readLine();
@@ -51,26 +57,32 @@ bool ask(Console& console, const std::string& question) {
     return word == "y" || word == "yes";
 }
 
-// False: the user does not want it.
+// False if the user answers no.
 bool mayUseExisting(const Options& options, Console& console, const std::string& question,
                     const std::string& refusal) {
     if (options.yes) {
         return true;
     }
     if (!console.canAsk()) {
-        throw Error(refusal + "  Give --yes to do it all the same.");
+        throw Error(refusal + "  Use --yes to do it anyway.");
     }
     return ask(console, question);
 }
 
-// --yes lets tiles of an earlier run be overwritten, never what they are cut from.
+// A file that is not there may always be written.
+bool mayReplaceFile(const Options& options, Console& console, const std::string& file) {
+    std::error_code error;
+    return !std::filesystem::exists(textPath(file), error) ||
+           mayUseExisting(options, console,
+                          "The file \"" + file + "\" already exists.  Do you want to replace it?",
+                          "The file \"" + file + "\" already exists.");
+}
+
+// --yes allows overwriting tiles of an earlier run, but never the photo.
 void refuseTilesOverThePhoto(const JobPlan& plan, const Options& options) {
-    const std::filesystem::path photo = textPath(options.photo);
-    for (const std::filesystem::path& file : plan.files()) {
-        if (isSameFile(photo, file)) {
-            throw Error("The tile \"" + pathText(file) +
-                        "\" would take the photo's place: give another --base or --out.");
-        }
+    const std::string problem = photoOverwriteProblem(plan.poster.files(), textPath(options.photo));
+    if (!problem.empty()) {
+        throw Error(problem + ": give another --base or --out.");
     }
 }
 
@@ -92,9 +104,12 @@ std::string failureText(const TileStep& step) {
     switch (step.outcome) {
     case TileOutcome::compensationFailed:
         return compensationFailedMessage().text + ".  " + step.reason;
+    case TileOutcome::turnFailed:
+        return "A tile could not be turned.  " + step.reason;
     case TileOutcome::outOfSpace:
         return outOfDiskSpaceMessage().text;
     case TileOutcome::encodeFailed:
+        return "A tile could not be encoded.  " + step.reason;
     case TileOutcome::saveFailed:
         return tileNotSavedMessage().text + "  " + step.reason;
     case TileOutcome::sourceFailed:
@@ -104,49 +119,55 @@ std::string failureText(const TileStep& step) {
     return step.reason;
 }
 
-void writeAll(TileRun& run, Console& console, bool quiet) {
-    ProgressBar bar(console, !quiet);
-    bar.show(0, run.count());
+void writeAll(const JobPlan& plan, std::unique_ptr<EncodedTiles> tiles, Console& console,
+              bool quiet) {
+    TileRun run(std::move(tiles), plan.poster.tiles.size(),
+                std::make_unique<TileFolder>(plan.poster.files()));
+    ProgressLine progress(console, !quiet);
+    progress.show(0, run.count());
     while (!run.done()) {
         while (!run.waitReady(std::chrono::milliseconds(50))) {
             if (console.interrupted()) {
                 throw Stopped();
             }
         }
-        const TileStep step = run.next();
+        const TileStep step = run.next(freeSpaceIn(plan.folder));
         if (step.outcome != TileOutcome::written) {
             throw Error(failureText(step));
         }
-        bar.show(run.written(), run.count());
+        progress.show(run.written(), run.count());
         if (console.interrupted()) {
             throw Stopped();
         }
     }
 }
 
-// On a terminal only: what a script wants to know is the status.
-void tellEnd(const Options& options, Console& console, const std::string& text) {
+// Only on a terminal: a script needs only the status.
+void reportEnd(const Options& options, Console& console, const std::string& text) {
     if (!options.quiet && console.canDraw()) {
         console.complain(text + "\n");
     }
 }
 
-Error changedPhoto(const Options& options) {
-    return Error("The photo \"" + options.photo + "\" was changed while it was read.");
+void refuseChangedPhoto(int width, int height, const JobPlan& plan) {
+    if (width != plan.poster.layout.photoWidth || height != plan.poster.layout.photoHeight) {
+        throw Error("The photo \"" + plan.photoFile + "\" was changed while it was read.");
+    }
 }
 
-// A turned photo has to be had whole before its first row is known.
+// A turned photo has to be decoded completely before its first row is known.
 void writeTurnedPoster(const JobPlan& plan, const Options& options, Console& console) {
     Image photo = loadImage(textPath(options.photo));
     ColourProfile profile = std::move(photo.colourProfile);
     photo = turned(photo.view(), options.rotation);
     photo.colourProfile = std::move(profile);
-    if (photo.width() != plan.photoWidth || photo.height() != plan.photoHeight) {
-        throw changedPhoto(options);
-    }
-    WholePhotoSource source(photo, plan.rects());
-    TileRun run(source, {plan.files(), plan.treatment, plan.type, 0}, realDisk(plan.folder));
-    writeAll(run, console, options.quiet);
+    const PosterPlan& poster = plan.poster;
+    refuseChangedPhoto(photo.width(), photo.height(), plan);
+    WholePhotoSource source(photo, poster.rects());
+    writeAll(
+        plan,
+        std::make_unique<TilePool>(source, poster.tiles.size(), poster.treatment, poster.type, 0),
+        console, options.quiet);
 }
 
 void writePoster(const JobPlan& plan, const Options& options, Console& console) {
@@ -155,19 +176,65 @@ void writePoster(const JobPlan& plan, const Options& options, Console& console) 
         return;
     }
     std::unique_ptr<RowReader> photo = openRowReader(textPath(options.photo));
-    if (photo->header().width != plan.photoWidth || photo->header().height != plan.photoHeight) {
-        throw changedPhoto(options);
-    }
-    auto stream = std::make_unique<TileStream>(std::move(photo), plan.rects(),
-                                               plan.layout.tilesWide, plan.treatment, plan.type, 0);
-    TileRun run(std::move(stream), plan.files(), realDisk(plan.folder));
-    writeAll(run, console, options.quiet);
+    const PosterPlan& poster = plan.poster;
+    refuseChangedPhoto(photo->header().width, photo->header().height, plan);
+    writeAll(plan,
+             std::make_unique<TileStream>(std::move(photo), poster.rects(), poster.layout.tilesWide,
+                                          poster.treatment, poster.type, 0),
+             console, options.quiet);
 }
 
-int runPoster(const Options& options, Console& console, const Profiles& profiles) {
+int runDocument(const JobPlan& plan, const Options& options, Console& console) {
+    const PdfPlan pdf = planPdf(plan, options);
+    if (options.plan) {
+        console.print(planJson(plan, pdfPlanJson(pdf)));
+        return statusDone;
+    }
+    if (isSameFile(textPath(options.photo), pdf.file)) {
+        throw Error("The document \"" + options.pdf +
+                    "\" would take the photo's place: give it another name.");
+    }
+    if (!mayReplaceFile(options, console, options.pdf)) {
+        return statusFailed;
+    }
+    if (!writePdfPoster(pdf, options, console)) {
+        throw Stopped();
+    }
+    const std::size_t pages = pdf.pages.size();
+    reportEnd(options, console,
+              std::to_string(pages) + (pages == 1 ? " page" : " pages") + " written to " +
+                  options.pdf);
+    return statusDone;
+}
+
+// On standard error even without a terminal: the counts were not stated by whoever runs it.
+void reportChoice(const SizeChoices& choices, const Options& options, Console& console) {
+    if (!options.quiet) {
+        console.complain(
+            "veldara-tiles: " +
+            choiceLine(choices.found.best.front(), choices.limits, choices.papers, options.units) +
+            "\n");
+    }
+}
+
+int runPoster(Options options, Console& console, const Profiles& profiles) {
     const std::optional<ClipCounts> clip = chosenClip(options, profiles);
-    chosenPaper(options); // a wrong option is told before the photo is looked at
-    const JobPlan plan = planJob(options, readImageHeader(textPath(options.photo)), clip);
+    chosenPaper(options); // report a wrong option before opening the photo
+    const ImageHeader header = readImageHeader(textPath(options.photo));
+    if (choosesBySize(options)) {
+        const SizeChoices choices = chooseBySize(options, header, clip);
+        if (options.choices) {
+            console.print(options.plan ? choicesJson(options, choices)
+                                       : choicesText(options, choices));
+            return statusDone;
+        }
+        reportChoice(choices, options, console);
+        options = withChoice(options, choices);
+    }
+    const JobPlan plan = planJob(options, header, clip);
+    if (!options.pdf.empty()) {
+        return runDocument(plan, options, console);
+    }
     if (options.plan) {
         console.print(planJson(plan));
         return statusDone;
@@ -177,32 +244,28 @@ int runPoster(const Options& options, Console& console, const Profiles& profiles
         return statusFailed;
     }
     writePoster(plan, options, console);
-    tellEnd(options, console,
-            std::to_string(plan.tiles.size()) + (plan.tiles.size() == 1 ? " tile" : " tiles") +
-                " written to " + pathText(plan.folder));
+    reportEnd(options, console,
+              std::to_string(plan.poster.tiles.size()) +
+                  (plan.poster.tiles.size() == 1 ? " tile" : " tiles") + " written to " +
+                  pathText(plan.folder));
     return statusDone;
 }
 
 int runTestTarget(const Options& options, Console& console) {
-    const std::optional<FileType> type = fileTypeByName(options.testTarget);
+    const std::optional<TileFormat> type = tileFormatByName(options.testTarget);
     if (!type) {
         throw WrongOption("--test-target \"" + options.testTarget +
                           "\": " + testTargetFileTypeMessage().text + ".");
     }
     const PaperRecord paper = chosenPaper(options);
     const std::filesystem::path file = textPath(options.testTarget);
-    std::error_code error;
-    if (std::filesystem::exists(file, error) &&
-        !mayUseExisting(options, console,
-                        "The file \"" + options.testTarget +
-                            "\" already exists.  Do you want to replace it?",
-                        "The file \"" + options.testTarget + "\" already exists.")) {
+    if (!mayReplaceFile(options, console, options.testTarget)) {
         return statusFailed;
     }
     const Image image = createTestImage(ToInches(paper.tileHeight(), options.units),
                                         ToInches(paper.tileWidth(), options.units));
     writeWholeFile(file, encodeImage(image.view(), *type, testTargetDotsPerInch, {}));
-    tellEnd(options, console, "test image written to " + options.testTarget);
+    reportEnd(options, console, "test image written to " + options.testTarget);
     return statusDone;
 }
 
@@ -230,7 +293,7 @@ int runTilesProgram(const std::vector<std::string>& arguments, Console& console,
         return run(arguments, console, profiles);
     } catch (const WrongOption& error) {
         console.complain("veldara-tiles: " + std::string(error.what()) +
-                         "\nveldara-tiles --help tells all options.\n");
+                         "\nveldara-tiles --help lists all options.\n");
         return statusWrongOption;
     } catch (const Stopped&) {
         console.complain("veldara-tiles: " + canceledMessage().text + "\n");

@@ -1,10 +1,10 @@
 """Plans and tiles made a second time, in another language, for posters chosen at random."""
 
+import json
 import math
 import os
 import random
 import unittest
-from decimal import ROUND_HALF_UP, Decimal
 
 from PIL import Image
 
@@ -85,73 +85,12 @@ class Poster:
         return self.wide * tile[0], self.high * tile[1]
 
     def crop(self):
-        """Unrounded width and height without the zoom, and the zoom's share."""
+        """Unrounded width and height of the largest part of the photo that has the poster's shape,
+        and how often it is divided by the zoom."""
         width, height = self.photo_size()
-        poster = self.poster_inches()
-        ratio = poster[0] / poster[1]
-        share = 1 / (self.zoom / 100 + 1)
-        if width / height < ratio:
-            return width, width / ratio, share
-        return ratio * height, height, share
-
-    def tiles(self):
-        photo = self.photo_size()
-        width, height, share = self.crop()
-        cut = round(width * share), round(height * share)
-        start = [round((photo[i] - cut[i]) * (self.pan[i] / 200)) for i in range(2)]
-        rects = []
-        for row in range(self.high):
-            for column in range(self.wide):
-                left = round(column / self.wide * cut[0]) + start[0]
-                top = round(row / self.high * cut[1]) + start[1]
-                right = min(round(cut[0] / self.wide + left - 1), photo[0] - 1)
-                bottom = min(round(cut[1] / self.high + top - 1), photo[1] - 1)
-                rects.append((left, top, right, bottom))
-        return rects
-
-    def dots(self):
-        left, top, right, bottom = self.tiles()[0]
-        pixels = bottom - top + 1 if self.turned else right - left + 1
-        return pixels / self.tile_inches()[0]
-
-    def picture(self, rect):
-        size = [rect[2] - rect[0] + 1, rect[3] - rect[1] + 1]
-        if self.turned:
-            size.reverse()
-        if not self.clip:
-            return tuple(size)
-        dots = self.dots()
-        if dots < 64:
-            size = [round(side * (64 / dots)) for side in size]
-            dots = 64
-        top, right, bottom, left = (math.floor(dots * trim) for trim in self.trims())
-        return size[0] + left + right, size[1] + top + bottom
-
-    def figures(self):
-        width, height, share = self.crop()
-        poster = self.poster_inches()
-        dots = width / poster[0] * share
-        if self.metric:
-            size = " x ".join(shortened(side * 2.54, 1) for side in poster) + " cm"
-            resolution = rounded(dots / 2.54, 1) + " dots/cm"
-        else:
-            size = " x ".join(shortened(side, 2) for side in poster) + " inches"
-            resolution = rounded(dots, 1) + " dpi"
-        words = ((200, "Excellent"), (140, "Very Good"), (90, "Good"), (70, "Fair"),
-                 (35, "Good from a distance"), (-1, "Fair from a distance"))
-        return {"size": size, "megapixels": rounded(width * height * share / 1000000, 2),
-                "resolution": resolution,
-                "quality": next(word for least, word in words if dots > least)}
-
-
-def rounded(value, decimals):
-    """Half away from zero, on the decimal value."""
-    step = Decimal(1).scaleb(-decimals)
-    return str(Decimal(repr(float(value))).quantize(step, rounding=ROUND_HALF_UP))
-
-
-def shortened(value, decimals):
-    return rounded(value, decimals).rstrip("0").rstrip(".") or "0"
+        across, down = self.poster_inches()
+        fitting = min(width / across, height / down)
+        return fitting * across, fitting * down, 1 + self.zoom / 100
 
 
 def bordered(tile, margins):
@@ -215,8 +154,14 @@ class TilesAgain(TilesTest):
                 self.assertAlmostEqual(float(written.info["dpi"][0]), plan["dpi"], delta=0.02)
 
 
+QUALITY = ((200, "Excellent"), (140, "Very Good"), (90, "Good"), (70, "Fair"),
+           (35, "Good from a distance"), (-1, "Fair from a distance"))
+
+
 class PlanAgain(TilesTest):
-    def test_gives_the_same_numbers(self):
+    """What a plan must be, from what a poster is: not the program's arithmetic once more."""
+
+    def test_fits_the_photo_and_the_paper(self):
         for width, height in SIZES:
             self.photo(f"{width}x{height}.bmp", noise(width, height))
         source = random.Random(20261121)
@@ -225,22 +170,96 @@ class PlanAgain(TilesTest):
             poster = Poster(source)
             arguments = [*poster.arguments(), "{}x{}.bmp".format(*poster.photo)]
             with self.subTest(arguments):
-                if any(right < left or bottom < top for left, top, right, bottom in poster.tiles()):
-                    self.assertIn("fewer pixels", self.refused(1, *arguments))
+                width, height, divided = poster.crop()
+                pixels = min(width / divided / poster.wide, height / divided / poster.high)
+                result = self.run_tiles("--plan", *arguments)
+                if result.returncode != 0:
+                    self.assertIn(b"fewer pixels", result.stderr)
+                    self.assertLess(pixels, 2)
                     continue
-                self.compare(self.plan(*arguments), poster)
+                self.assertGreater(pixels, 0.24)
+                plan = json.loads(result.stdout)
+                self.check_tiles(plan, poster)
+                self.check_crop(plan, poster)
+                self.check_resolution(plan, poster)
+                self.check_pictures(plan, poster)
+                self.check_figures(plan, poster)
                 planned += 1
         self.assertGreater(planned, 300)
 
-    def compare(self, plan, poster):
-        rects = poster.tiles()
-        self.assertEqual([(tile["left"], tile["top"], tile["right"], tile["bottom"])
-                          for tile in plan["tiles"]], rects)
-        self.assertEqual([(tile["width"], tile["height"]) for tile in plan["tiles"]],
-                         [poster.picture(rect) for rect in rects])
-        self.assertEqual(tuple(plan["tile_inches"].values()), poster.tile_inches())
-        self.assertEqual(plan["dpi"], max(2, round(poster.dots())))
-        self.assertEqual(plan["figures"], poster.figures())
+    def check_tiles(self, plan, poster):
+        """They lie side by side, are of one size, and cover the crop."""
+        tiles = plan["tiles"]
+        self.assertEqual([tile["number"] for tile in tiles],
+                         list(range(1, poster.wide * poster.high + 1)))
+        rows = [tiles[start:start + poster.wide] for start in range(0, len(tiles), poster.wide)]
+        for first, last, lines in (("left", "right", list(zip(*rows))), ("top", "bottom", rows)):
+            sides = [(line[0][first], line[0][last]) for line in lines]
+            for line, side in zip(lines, sides):
+                self.assertEqual({(tile[first], tile[last]) for tile in line}, {side})
+            for before, after in zip(sides, sides[1:]):
+                self.assertLessEqual(abs(after[0] - before[1] - 1), 1)
+            lengths = [end - start + 1 for start, end in sides]
+            self.assertGreaterEqual(min(lengths), 1)
+            self.assertLessEqual(max(lengths) - min(lengths), 1)
+            self.assertEqual((plan["crop"][first], plan["crop"][last]), (sides[0][0], sides[-1][1]))
+
+    def check_crop(self, plan, poster):
+        """It has the poster's shape, is as large as the zoom lets it be, and lies as panned."""
+        crop = plan["crop"]
+        *full, divided = poster.crop()
+        for length, whole, start, end, pan in (
+                (full[0], poster.photo_size()[0], "left", "right", poster.pan[0]),
+                (full[1], poster.photo_size()[1], "top", "bottom", poster.pan[1])):
+            self.assertGreaterEqual(crop[start], 0)
+            self.assertLess(crop[end], whole)
+            pixels = crop[end] - crop[start] + 1
+            self.assertLess(abs(pixels - length / divided), 1.6)
+            self.assertLess(abs(crop[start] - (whole - length / divided) * pan / 200), 1.1)
+
+    def check_resolution(self, plan, poster):
+        for found, expected in zip(plan["tile_inches"].values(), poster.tile_inches()):
+            self.assertAlmostEqual(found, expected)
+        self.assertLessEqual(abs(plan["dpi"] - max(self.dots(plan, poster), 1.5)), 0.5)
+
+    def dots(self, plan, poster):
+        """The first tile's pixels in an inch of what it is printed on."""
+        first = plan["tiles"][0]
+        side = ("top", "bottom") if poster.turned else ("left", "right")
+        return (first[side[1]] - first[side[0]] + 1) / plan["tile_inches"]["width"]
+
+    def check_pictures(self, plan, poster):
+        """A file is its tile, and where edges are clipped a border of as many whole pixels as fit;
+        at 64 dots per inch at least."""
+        dots = self.dots(plan, poster)
+        larger = max(1, 64 / dots) if poster.clip else 1
+        top, right, bottom, left = (dots * larger * trim for trim in poster.trims())
+        for tile in plan["tiles"]:
+            size = [tile["right"] - tile["left"] + 1, tile["bottom"] - tile["top"] + 1]
+            if poster.turned:
+                size.reverse()
+            for found, pixels, border in ((tile["width"], size[0], left + right),
+                                          (tile["height"], size[1], top + bottom)):
+                if not poster.clip:
+                    self.assertEqual(found, pixels)
+                    continue
+                self.assertLess(found, pixels * larger + border + 0.51)
+                self.assertGreater(found, pixels * larger + border - 2.51)
+
+    def check_figures(self, plan, poster):
+        figures = plan["figures"]
+        unit, decimals = (2.54, 1) if poster.metric else (1, 2)
+        sides = figures["size"].removesuffix(" cm" if poster.metric else " inches").split(" x ")
+        for found, inches in zip(sides, poster.poster_inches(), strict=True):
+            self.assertLess(abs(float(found) - inches * unit), 0.5001 * 10 ** -decimals)
+            self.assertFalse(found.endswith((".0", ".00")), "no trailing zeros")
+        width, height, divided = poster.crop()
+        dots = width / poster.poster_inches()[0] / divided
+        found = figures["resolution"].removesuffix(" dots/cm" if poster.metric else " dpi")
+        self.assertRegex(found, r"^\d+\.\d$")
+        self.assertLess(abs(float(found) - dots / unit), 0.05001)
+        self.assertLess(abs(float(figures["megapixels"]) - width * height / divided / 1e6), 0.005001)
+        self.assertEqual(figures["quality"], next(word for least, word in QUALITY if dots > least))
 
 
 if __name__ == "__main__":

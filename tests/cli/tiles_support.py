@@ -13,6 +13,10 @@ from PIL import Image
 Image.MAX_IMAGE_PIXELS = None
 
 PROGRAM = os.environ["VELDARA_TILES"]
+# Set by the build; a sanitizer keeps freed memory and leaves no room for limits.
+SANITIZED = bool(os.environ.get("VELDARA_SANITIZED"))
+# Set by hand on a machine where users cannot mount a disk of their own.
+NO_MOUNTS = bool(os.environ.get("VELDARA_NO_MOUNTS"))
 
 
 def noise(width, height, seed=1):
@@ -61,6 +65,29 @@ class TilesTest(unittest.TestCase):
         return subprocess.run(
             [*under, PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.PIPE, env=self.environment, cwd=self.folder, timeout=300, **options)
+
+    def run_on_small_disk(self, size, *arguments):
+        """Runs it with a disk of that many bytes on the folder "disk", in a namespace of its own,
+        which needs no root. Returns the result; what the disk held is then in the folder "kept"."""
+        os.makedirs(self.path("disk"), exist_ok=True)
+        script = ('mount -t tmpfs -o size="$1" none disk || exit 99; shift; "$@"; status=$?; '
+                  "cp -R disk kept || exit 99; exit $status")
+        result = self.run_tiles(*arguments, under=("unshare", "--user", "--map-root-user",
+                                                   "--mount", "sh", "-c", script, "sh", str(size)))
+        self.assertNotEqual(result.returncode, 99, result.stderr)
+        return result
+
+    def system_calls(self, kinds, *arguments):
+        """Runs it under strace; returns its calls of those kinds, without the thread's number."""
+        # The leak sanitizer cannot work in a program that is watched.
+        self.environment["ASAN_OPTIONS"] = (self.environment.get("ASAN_OPTIONS", "")
+                                            + ":detect_leaks=0")
+        with tempfile.NamedTemporaryFile() as log:
+            watch = ["strace", "-f", "-y", "-s", "4096", "-e", "trace=" + kinds, "-o", log.name]
+            result = self.run_tiles(*arguments, under=watch)
+            self.assertEqual((result.returncode, result.stderr), (0, b""))
+            lines = log.read().decode("utf-8", "replace").splitlines()
+        return [line.split(maxsplit=1)[1] for line in lines]
 
     def done(self, *arguments):
         """Runs it and expects it to be done without a word on standard error."""

@@ -1,10 +1,10 @@
-#include "cli/progress_bar.h"
+#include "cli/progress_line.h"
 
 #include <algorithm>
 
 namespace veldara {
 
-std::string progressLine(std::size_t done, std::size_t count, int columns) {
+std::string progressText(std::size_t done, std::size_t count, int columns) {
     const std::size_t percent = count == 0 ? 100 : done * 100 / count;
     const std::string total = std::to_string(count);
     std::string number = std::to_string(done);
@@ -13,7 +13,7 @@ std::string progressLine(std::size_t done, std::size_t count, int columns) {
     share.insert(0, 3 - std::min<std::size_t>(3, share.size()), ' ');
     const std::string figures = " " + number + "/" + total + " " + share + "%";
 
-    // The last column stays free: some terminals break the line when it is filled.
+    // The last column stays free: some terminals wrap the line when it is used.
     const int room = columns - 1 - static_cast<int>(figures.size()) - 2;
     if (room < 4) {
         return figures.substr(1);
@@ -28,20 +28,20 @@ std::string progressLine(std::size_t done, std::size_t count, int columns) {
     return "[" + bar + "]" + figures;
 }
 
-ProgressBar::ProgressBar(Console& console, bool wanted)
+ProgressLine::ProgressLine(Console& console, bool wanted)
     : console_(console), shown_(wanted && console.canDraw()) {}
 
-ProgressBar::~ProgressBar() {
+ProgressLine::~ProgressLine() {
     if (drawn_ > 0) {
         console_.complain("\r" + std::string(drawn_, ' ') + "\r");
     }
 }
 
-void ProgressBar::show(std::size_t done, std::size_t count) {
+void ProgressLine::show(std::size_t done, std::size_t count) {
     if (!shown_) {
         return;
     }
-    std::string line = progressLine(done, count, console_.columns());
+    std::string line = progressText(done, count, console_.columns());
     const std::size_t length = line.size();
     line.resize(std::max(length, drawn_), ' ');
     drawn_ = length;

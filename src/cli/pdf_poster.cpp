@@ -1,0 +1,96 @@
+#include "cli/pdf_poster.h"
+
+#include "cli/plan_json.h"
+#include "cli/progress_line.h"
+#include "platform/error.h"
+#include "platform/text/path_text.h"
+#include "sheets/poster_pdf.h"
+#include "sheets/sheet_job.h"
+#include "sheets/sheet_numbers.h"
+
+namespace veldara {
+namespace {
+
+template <class Rectangle>
+std::string edges(const Rectangle& rectangle) {
+    return "[" + plainNumber(rectangle.left) + "," + plainNumber(rectangle.top) + "," +
+           plainNumber(rectangle.right) + "," + plainNumber(rectangle.bottom) + "]";
+}
+
+std::vector<int> chosenNumbers(const std::string& text, const PosterLayout& layout) {
+    try {
+        return readSheetNumbers(text, layout.tilesWide * layout.tilesHigh);
+    } catch (const Error& error) {
+        throw WrongOption("--sheets: " + std::string(error.what()));
+    }
+}
+
+std::string pageJson(const PlannedPage& page, std::size_t number) {
+    const bool guide = page.tile == 0;
+    return "{\"page\":" + std::to_string(number) +
+           ",\"kind\":" + (guide ? "\"guide\"" : "\"sheet\"") +
+           ",\"tile\":" + (guide ? "null" : std::to_string(page.tile)) +
+           ",\"width_pt\":" + plainNumber(page.width) +
+           ",\"height_pt\":" + plainNumber(page.height) +
+           ",\"own_pt\":" + (guide ? "null" : edges(page.own)) +
+           ",\"own_px\":" + (guide ? "null" : edges(page.ownPhoto)) + "}";
+}
+
+} // namespace
+
+PdfPlan planPdf(const JobPlan& plan, const Options& options) {
+    PdfPlan pdf;
+    pdf.file = textPath(options.pdf);
+    std::optional<EdgeTrims> trims;
+    if (plan.clip) {
+        trims = edgeTrims(*plan.clip);
+    }
+    pdf.job = sheetJob(plan.paper, plan.units, plan.poster.layout, trims,
+                       pathText(textPath(plan.photoFile).filename()), plan.figures.size);
+    pdf.job.choices.overlap = pointsOf(options.overlap, options.units);
+    pdf.job.choices.marks = options.marks;
+    pdf.job.choices.labels = !options.noLabels;
+    pdf.job.choices.guide = !options.noGuide;
+    pdf.job.choices.sheets = chosenNumbers(options.sheets, plan.poster.layout);
+    if (pdf.job.choices.guide) {
+        pdf.pages.push_back({0, pdf.job.paperWidth, pdf.job.paperHeight, {}, {}});
+    }
+    for (const int number : chosenSheets(pdf.job)) {
+        const SheetPlace place = sheetPlace(pdf.job, number);
+        pdf.pages.push_back(
+            {number, pdf.job.paperWidth, pdf.job.paperHeight, place.own, place.ownPhoto});
+    }
+    return pdf;
+}
+
+std::string pdfPlanJson(const PdfPlan& plan) {
+    std::string pages;
+    std::size_t number = 0;
+    for (const PlannedPage& page : plan.pages) {
+        pages += (pages.empty() ? "\n    " : ",\n    ") + pageJson(page, ++number);
+    }
+    return "{\"file\":" + jsonString(pathText(plan.file)) + ",\"pages\":[" + pages + "\n  ]}";
+}
+
+bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& console) {
+    const auto note = [&](const std::string& text) {
+        if (!options.quiet && !text.empty()) {
+            console.complain("veldara-tiles: " + text + "\n");
+        }
+    };
+    note(overlapProblem(plan.job).value_or(""));
+    PdfRun run({textPath(options.photo), options.rotation, plan.job, plan.file});
+    {
+        ProgressLine progress(console, !options.quiet);
+        do {
+            progress.show(run.written(), run.sheets());
+            if (console.interrupted()) {
+                return false;
+            }
+        } while (!run.waitDone(std::chrono::milliseconds(50)));
+    }
+    note(run.result());
+    return true;
+}
+
+} // namespace veldara
