@@ -58,7 +58,11 @@ void FolderList::setPath(const std::string& path) {
     if (path == path_) {
         return;
     }
-    std::vector<Entry> entries = entriesOf(path, drives_.subfolders(path));
+    enter(path, drives_.subfolders(path));
+}
+
+void FolderList::enter(const std::string& path, const std::vector<std::string>& subfolders) {
+    std::vector<Entry> entries = entriesOf(path, subfolders);
     path_ = path;
     entries_ = std::move(entries);
     changed(Property::items);
@@ -83,10 +87,16 @@ void FolderList::userOpen(int index) {
     if (!reachable() || index < 0 || index >= static_cast<int>(entries_.size())) {
         return;
     }
+    const std::string path = entries_[static_cast<std::size_t>(index)].path;
     try {
-        setPath(std::string(entries_[static_cast<std::size_t>(index)].path));
+        setPath(path);
     } catch (const Error&) {
-        refresh(); // it has gone or is not ours to read: the list stays where it was
+        refresh();
+        const bool present = std::any_of(entries_.begin(), entries_.end(),
+                                         [&](const Entry& entry) { return entry.path == path; });
+        if (present) { // it is there, and not ours to read: it is entered and shows nothing
+            enter(path, {});
+        }
     }
 }
 

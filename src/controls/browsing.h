@@ -5,6 +5,7 @@
 #include "platform/drives.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldara {
@@ -13,7 +14,9 @@ class DriveList : public Control {
   public:
     Handler onChange;
 
-    explicit DriveList(Drives& drives) : drives_(drives) { refresh(); }
+    DriveList(std::string name, Drives& drives) : Control(std::move(name)), drives_(drives) {
+        refresh();
+    }
 
     const std::vector<std::string>& items() const { return items_; }
     const std::string& drive() const { return drive_; } // empty: none chosen yet
@@ -32,7 +35,7 @@ class DriveList : public Control {
     std::string drive_;
 };
 
-// Shows the way from the drive's root down to the current folder and, below it, its subfolders.
+// Shows the folders from the drive's root down to the current one and, below it, its subfolders.
 class FolderList : public Control {
   public:
     Handler onChange;
@@ -45,7 +48,7 @@ class FolderList : public Control {
         bool operator==(const Entry&) const = default;
     };
 
-    explicit FolderList(Drives& drives) : drives_(drives) {}
+    FolderList(std::string name, Drives& drives) : Control(std::move(name)), drives_(drives) {}
 
     const std::string& path() const { return path_; } // empty: none chosen yet
     const std::vector<Entry>& entries() const { return entries_; }
@@ -58,10 +61,12 @@ class FolderList : public Control {
     // Reads the current folder's subfolders again (an unreadable one shows none).
     void refresh();
 
-    // Opening an entry, as a double click does. A folder that cannot be read is not opened.
+    // Opening an entry, as a double click does. A folder that cannot be read is entered and shows
+    // nothing; one that has gone is not entered.
     void userOpen(int index);
 
   private:
+    void enter(const std::string& path, const std::vector<std::string>& subfolders);
     std::vector<Entry> entriesOf(const std::string& path,
                                  const std::vector<std::string>& subfolders) const;
 

@@ -8,7 +8,7 @@
 
 namespace veldara {
 
-// What an observer is told has changed.
+// What has changed, for the observer.
 enum class Property {
     visible,
     enabled,
@@ -18,8 +18,10 @@ enum class Property {
     items,
     range,
     picture,
+    marks,
     pointer,
-    focus
+    focus,
+    refused // the user entered what the control does not take
 };
 
 using Handler = std::function<void()>;
@@ -27,10 +29,14 @@ using Handler = std::function<void()>;
 class Control {
   public:
     Control() = default;
+    // name: that of the member which the control is ("cmdSaveNow"), by which a native widget can be
+    // found in the running program.
+    explicit Control(std::string name) : name_(std::move(name)) {}
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
     virtual ~Control() = default;
 
+    const std::string& name() const { return name_; }
     bool visible() const { return visible_; }
     bool enabled() const { return enabled_; }
     const std::string& caption() const { return caption_; }
@@ -44,12 +50,12 @@ class Control {
     // Asks the view to give the control the keyboard.
     void setFocus() { changed(Property::focus); }
 
-    // The one observer; an empty one takes the last away.
+    // There is one observer; an empty function removes it.
     void observe(std::function<void(Property)> observer) { observer_ = std::move(observer); }
 
   protected:
-    // Whether the user can act on it at all: every door through which a view hands in what the user
-    // did asks this first, so that a late native event finds it shut.
+    // Whether the user can act on it: every userXxx function asks this first, because a native
+    // event may arrive late.
     bool reachable() const { return enabled_ && visible_; }
 
     void changed(Property property) {
@@ -58,7 +64,7 @@ class Control {
         }
     }
 
-    // Stores a value; tells the observer and returns true only when it is a new one.
+    // Stores a value; notifies the observer and returns true only when it is a new one.
     template <typename T>
     bool assign(T& member, const T& value, Property property) {
         if (member == value) {
@@ -76,6 +82,7 @@ class Control {
     }
 
   private:
+    std::string name_;
     bool visible_ = true;
     bool enabled_ = true;
     std::string caption_;

@@ -29,6 +29,19 @@ void OptionButton::setSelected(bool selected) {
     }
 }
 
+void TextBox::userSetText(const std::string& text) {
+    if (!reachable()) {
+        return;
+    }
+    std::string accepted = text;
+    std::erase_if(accepted, [this](char c) { return forbidden_.find(c) != std::string::npos; });
+    const bool refused = accepted != text;
+    setText(accepted);
+    if (refused) {
+        changed(Property::refused);
+    }
+}
+
 void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
     maximum = std::max(minimum, maximum);
     const bool isNew = minimum != minimum_ || maximum != maximum_ || smallChange != smallChange_ ||

@@ -1,6 +1,7 @@
 #include "controls/lists.h"
 
 #include "platform/error.h"
+#include "platform/text/characters.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,6 +9,8 @@
 namespace veldara {
 
 namespace {
+
+constexpr double typingPause = 1.0; // seconds
 
 void checkIndex(int index, std::size_t count) {
     if (index < -1 || index >= static_cast<int>(count)) {
@@ -24,6 +27,14 @@ std::string ListBox::selectedText() const {
 void ListBox::setItems(std::vector<std::string> items) {
     items_ = std::move(items);
     listIndex_ = -1;
+    changed(Property::items);
+}
+
+void ListBox::replaceItems(std::vector<std::string> items) {
+    const auto found = std::find(items.begin(), items.end(), selectedText());
+    const bool kept = listIndex_ >= 0 && found != items.end();
+    listIndex_ = kept ? static_cast<int>(found - items.begin()) : -1;
+    items_ = std::move(items);
     changed(Property::items);
 }
 
@@ -44,6 +55,39 @@ void ListBox::setListIndex(int index) {
     checkIndex(index, items_.size());
     if (assign(listIndex_, index, Property::value)) {
         raise(onClick);
+    }
+}
+
+void ListBox::userStep(int by) {
+    const int target =
+        listIndex_ < 0 ? 0 : std::clamp(listIndex_ + by, 0, std::max(count() - 1, 0));
+    if (target != listIndex_) {
+        userClick(target);
+    }
+}
+
+// The first entry from that index on, and then from the top, that begins with what was typed; -1
+// for none.
+int ListBox::findTyped(int first) const {
+    for (int i = 0; i < count(); ++i) {
+        const int index = (first + i) % count();
+        if (lowerCase(items_[static_cast<std::size_t>(index)]).starts_with(typed_)) {
+            return index;
+        }
+    }
+    return -1;
+}
+
+void ListBox::userType(const std::string& letter, double seconds) {
+    const std::string lower = lowerCase(letter);
+    const bool goesOn = seconds - typedAt_ < typingPause && typed_ != lower;
+    typed_ = goesOn ? typed_ + lower : lower;
+    typedAt_ = seconds;
+    const int here = std::max(listIndex_, 0);
+    const int next = listIndex_ < 0 ? 0 : listIndex_ + 1;
+    const int found = findTyped(goesOn ? here : next);
+    if (found >= 0 && found != listIndex_) {
+        userClick(found);
     }
 }
 

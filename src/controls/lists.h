@@ -5,12 +5,14 @@
 #include "controls/control.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldara {
 
 class ListBox : public Control {
   public:
+    using Control::Control;
     Handler onClick;
 
     const std::vector<std::string>& items() const { return items_; }
@@ -23,6 +25,9 @@ class ListBox : public Control {
     // Replaces the entries; nothing is chosen afterwards and no event is raised.
     void setItems(std::vector<std::string> items);
     void clear() { setItems({}); }
+    // Replaces the entries and keeps the chosen text chosen where it is still there, at whatever
+    // index; no event is raised.
+    void replaceItems(std::vector<std::string> items);
     void addItem(const std::string& item);
 
     // Replaces one entry's text in place; the choice stays. Throws Error for no such entry.
@@ -31,13 +36,26 @@ class ListBox : public Control {
     // -1 to count() - 1, otherwise throws Error. Raises onClick for a new choice.
     void setListIndex(int index);
 
+    // A typed letter: chooses the next entry that begins with what was typed, upper and lower case
+    // alike. Letters typed within a second of each other belong together; the same letter again
+    // goes on to the next such entry. Without a match the choice stays. seconds: any steady
+    // clock's.
+    void userType(const std::string& letter, double seconds);
+
+    // Moves the choice by so many entries, as far as there are any; from no choice to the first.
+    void userStep(int by);
+
     // A click on an entry: raises onClick also when it is the chosen one, so that a photo that
     // could not be read can be tried again.
     void userClick(int index);
 
   private:
+    int findTyped(int first) const;
+
     std::vector<std::string> items_;
     int listIndex_ = -1;
+    std::string typed_; // lower case
+    double typedAt_ = 0;
 };
 
 class ComboBox : public Control {
@@ -45,7 +63,8 @@ class ComboBox : public Control {
     Handler onClick;  // a new entry was chosen
     Handler onChange; // free text only: the text changed by typing or from code
 
-    explicit ComboBox(bool freeText = false) : freeText_(freeText) {}
+    explicit ComboBox(std::string name = {}, bool freeText = false)
+        : Control(std::move(name)), freeText_(freeText) {}
 
     bool freeText() const { return freeText_; }
     const std::vector<std::string>& items() const { return items_; }
@@ -69,8 +88,7 @@ class ComboBox : public Control {
 
     void userSelect(int index);
     void userSetText(const std::string& text);
-    // Goes on by so many entries; from a text that is none of them, to the first that begins with
-    // it.
+    // Moves by so many entries; from a text that is none of them, to the first that begins with it.
     void userStep(int by);
 
   private:

@@ -44,6 +44,12 @@ void Picture::userMouseDown(MouseButton button, int x, int y) {
     }
 }
 
+void Picture::userDoubleClick() {
+    if (reachable()) {
+        raise(onDoubleClick);
+    }
+}
+
 void Picture::userMouseMove(int x, int y) {
     if (reachable() && onMouseMove) {
         onMouseMove(x, y);
@@ -51,7 +57,7 @@ void Picture::userMouseMove(int x, int y) {
 }
 
 void Picture::userMouseUp(MouseButton button, int x, int y) {
-    // A release belongs to a press that came before: it must arrive whatever has happened since.
+    // A release belongs to an earlier press, so it arrives whatever has happened since.
     if (onMouseUp) {
         onMouseUp(button, x, y);
     }

@@ -5,6 +5,8 @@
 #include "platform/image/image.h"
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace veldara {
 
@@ -26,13 +28,27 @@ enum class Drawing {
     checkMark,
 };
 
+// What a view points out on the pixels without changing them: the part that counts, and lines
+// within it. In pixels of the picture; the right and the bottom edge belong to the part.
+struct PictureMarks {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    std::vector<int> columns;
+    std::vector<int> rows;
+    bool operator==(const PictureMarks&) const = default;
+};
+
 enum class MouseButton { left, middle, right };
 
 class Picture : public Control {
   public:
+    using Control::Control;
     std::function<void(MouseButton, int, int)> onMouseDown;
     std::function<void(int, int)> onMouseMove;
     std::function<void(MouseButton, int, int)> onMouseUp;
+    Handler onDoubleClick; // of the left button; comes in place of the second press
     Handler onResize;
 
     // What is shown: pixels (placed at the top-left corner, or centred by the view), or a drawing.
@@ -41,7 +57,12 @@ class Picture : public Control {
     void setPixels(std::shared_ptr<const Image> pixels);
     void setDrawing(Drawing drawing);
 
-    // The picture box's inner size in pixels of the screen, and where it stands in its window.
+    const std::optional<PictureMarks>& marks() const { return marks_; }
+    void setMarks(const std::optional<PictureMarks>& marks) {
+        assign(marks_, marks, Property::marks);
+    }
+
+    // The picture box's inner size in pixels of the screen, and its position in its window.
     int width() const { return width_; }
     int height() const { return height_; }
     int left() const { return left_; }
@@ -50,6 +71,7 @@ class Picture : public Control {
     void setPlace(int left, int top);
 
     void userMouseDown(MouseButton button, int x, int y);
+    void userDoubleClick();
     void userMouseMove(int x, int y);
     void userMouseUp(MouseButton button, int x, int y);
     void userResize(int width, int height) { setSize(width, height); }
@@ -57,6 +79,7 @@ class Picture : public Control {
   private:
     std::shared_ptr<const Image> pixels_;
     Drawing drawing_ = Drawing::none;
+    std::optional<PictureMarks> marks_;
     int width_ = 0;
     int height_ = 0;
     int left_ = 0;

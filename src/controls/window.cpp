@@ -8,7 +8,7 @@ void Window::load() {
         try {
             loadHandler();
         } catch (...) {
-            loaded_ = false; // the next attempt is to run the whole handler again
+            loaded_ = false; // so that the next attempt runs the whole handler again
             throw;
         }
     }

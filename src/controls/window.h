@@ -1,5 +1,5 @@
-// A window without pixels: its caption, pointer and life. The screen that it is given makes a real
-// window appear (src/gui) or plays the user (tests).
+// A window without pixels: its caption, its pointer, and when it is loaded and shown. The screen
+// shows a native window for it (src/gui) or plays the user (tests).
 #pragma once
 
 #include "controls/control.h"
@@ -30,11 +30,10 @@ class Screen {
 class Window : public Control {
   public:
     // The name tells the windows apart ("frmMain").
-    Window(std::string name, Screen& screen) : name_(std::move(name)), screen_(screen) {
+    Window(std::string name, Screen& screen) : Control(std::move(name)), screen_(screen) {
         setVisible(false);
     }
 
-    const std::string& name() const { return name_; }
     bool loaded() const { return loaded_; }
 
     // Loads the window: runs its load handler once, until it is unloaded.
@@ -59,7 +58,6 @@ class Window : public Control {
     Screen& screen() { return screen_; }
 
   private:
-    std::string name_;
     Screen& screen_;
     bool loaded_ = false;
     Pointer pointer_ = Pointer::arrow;

@@ -30,13 +30,13 @@ INSTANTIATE_TEST_SUITE_P(PathStyles, Browsing, ::testing::Values('/', '\\'),
                          [](const auto& style) { return style.param == '/' ? "unix" : "windows"; });
 
 TEST_P(Browsing, ADriveListShowsTheDrivesWithNoneChosen) {
-    const DriveList list(drives);
+    const DriveList list("list", drives);
     EXPECT_EQ(list.items(), (std::vector<std::string>{home(), stick()}));
     EXPECT_EQ(list.drive(), "");
 }
 
 TEST_P(Browsing, ADriveListRaisesChangeForANewDriveOnly) {
-    DriveList list(drives);
+    DriveList list("list", drives);
     Watch watch(list);
     list.onChange = watch.event("change");
     list.setDrive(home());
@@ -49,7 +49,7 @@ TEST_P(Browsing, ADriveListRaisesChangeForANewDriveOnly) {
 }
 
 TEST_P(Browsing, ADriveListRefusesADriveThatIsNotThere) {
-    DriveList list(drives);
+    DriveList list("list", drives);
     list.setDrive(home());
     EXPECT_THROW(list.setDrive("q"), Error);
     EXPECT_THROW(list.setDrive(""), Error);
@@ -57,7 +57,7 @@ TEST_P(Browsing, ADriveListRefusesADriveThatIsNotThere) {
 }
 
 TEST_P(Browsing, ADriveListFindsADriveThatWasPluggedIn) {
-    DriveList list(drives);
+    DriveList list("list", drives);
     const std::string fresh = letters ? "f" : "/media/card";
     drives.plug(fresh);
     list.setDrive(fresh);
@@ -66,7 +66,7 @@ TEST_P(Browsing, ADriveListFindsADriveThatWasPluggedIn) {
 }
 
 TEST_P(Browsing, ADriveListKeepsTheChosenDriveThatWasUnplugged) {
-    DriveList list(drives);
+    DriveList list("list", drives);
     list.setDrive(stick());
     Watch watch(list);
     drives.unplug(stick());
@@ -77,7 +77,7 @@ TEST_P(Browsing, ADriveListKeepsTheChosenDriveThatWasUnplugged) {
 }
 
 TEST_P(Browsing, ADriveListIsShutToTheUserWhileDisabled) {
-    DriveList list(drives);
+    DriveList list("list", drives);
     list.setEnabled(false);
     list.userSelect(1);
     list.setEnabled(true);
@@ -87,7 +87,7 @@ TEST_P(Browsing, ADriveListIsShutToTheUserWhileDisabled) {
 }
 
 TEST_P(Browsing, AFolderListShowsTheWayDownAndTheFoldersBelow) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(photos());
     ASSERT_EQ(list.entries().size(), 4U);
     const char separator = GetParam();
@@ -100,7 +100,7 @@ TEST_P(Browsing, AFolderListShowsTheWayDownAndTheFoldersBelow) {
 }
 
 TEST_P(Browsing, AFolderListShowsAVolumeAsTheTop) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(stickRoot());
     ASSERT_EQ(list.entries().size(), 1U);
     EXPECT_EQ(list.entries()[0].path, stickRoot());
@@ -108,7 +108,7 @@ TEST_P(Browsing, AFolderListShowsAVolumeAsTheTop) {
 }
 
 TEST_P(Browsing, AFolderListHasNothingBeforeAFolderIsChosen) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     EXPECT_EQ(list.path(), "");
     EXPECT_EQ(list.currentEntry(), -1);
     Watch watch(list);
@@ -117,7 +117,7 @@ TEST_P(Browsing, AFolderListHasNothingBeforeAFolderIsChosen) {
 }
 
 TEST_P(Browsing, AFolderListRaisesChangeForANewFolderOnly) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     Watch watch(list);
     list.onChange = watch.event("change");
     list.setPath(photos());
@@ -127,7 +127,7 @@ TEST_P(Browsing, AFolderListRaisesChangeForANewFolderOnly) {
 }
 
 TEST_P(Browsing, AFolderListStaysWhereItIsWhenAFolderCannotBeRead) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(root());
     const auto entries = list.entries();
     Watch watch(list);
@@ -140,7 +140,7 @@ TEST_P(Browsing, AFolderListStaysWhereItIsWhenAFolderCannotBeRead) {
 }
 
 TEST_P(Browsing, OpeningAnEntryGoesThere) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(photos());
     list.userOpen(3);
     EXPECT_EQ(list.path(), photos() + GetParam() + "lake");
@@ -149,7 +149,7 @@ TEST_P(Browsing, OpeningAnEntryGoesThere) {
 }
 
 TEST_P(Browsing, OpeningAFolderThatHasGoneStaysAndShowsThatItHasGone) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(photos());
     tree.remove(photos() + GetParam() + "lake");
     list.userOpen(3);
@@ -157,8 +157,22 @@ TEST_P(Browsing, OpeningAFolderThatHasGoneStaysAndShowsThatItHasGone) {
     EXPECT_EQ(list.entries().size(), 3U);
 }
 
-TEST_P(Browsing, OpeningIsShutWhileDisabledAndBesideTheEntries) {
-    FolderList list(drives);
+TEST_P(Browsing, OpeningAFolderWithoutRightsEntersItAndShowsNothing) {
+    FolderList list("list", drives);
+    list.setPath(photos());
+    const std::string lake = photos() + GetParam() + "lake";
+    tree.unreadable.insert(lake);
+    Watch watch(list);
+    list.onChange = watch.event("change");
+    list.userOpen(3);
+    EXPECT_EQ(list.path(), lake);
+    EXPECT_EQ(list.entries().back().path, lake);
+    EXPECT_TRUE(list.entries().back().onTheWay);
+    EXPECT_EQ(watch.taken(), (Log{"items", "value", "change"}));
+}
+
+TEST_P(Browsing, OpeningDoesNothingWhileDisabledAndBesideTheEntries) {
+    FolderList list("list", drives);
     list.setPath(photos());
     list.setEnabled(false);
     list.userOpen(0);
@@ -169,7 +183,7 @@ TEST_P(Browsing, OpeningIsShutWhileDisabledAndBesideTheEntries) {
 }
 
 TEST_P(Browsing, RefreshShowsNewFoldersAndSurvivesAFolderThatHasGone) {
-    FolderList list(drives);
+    FolderList list("list", drives);
     list.setPath(photos());
     Watch watch(list);
     list.onChange = watch.event("change");

@@ -14,7 +14,7 @@ TEST(AControl, StartsVisibleEnabledAndWithoutTexts) {
     EXPECT_EQ(control.toolTip(), "");
 }
 
-TEST(AControl, TellsItsObserverOnceOfEachNewValue) {
+TEST(AControl, NotifiesItsObserverOnceOfEachNewValue) {
     Control control;
     Watch watch(control);
     control.setVisible(false);
@@ -24,7 +24,7 @@ TEST(AControl, TellsItsObserverOnceOfEachNewValue) {
     EXPECT_EQ(watch.taken(), (Log{"visible", "enabled", "caption", "tool tip"}));
 }
 
-TEST(AControl, TellsNothingForTheValueThatItHas) {
+TEST(AControl, NotifiesNothingForTheValueThatItHas) {
     Control control;
     control.setCaption("Exit");
     Watch watch(control);

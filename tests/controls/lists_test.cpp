@@ -138,7 +138,7 @@ TEST(ADropDownList, RefusesAChoiceThatIsNotThereAndIgnoresOneOfTheUser) {
 
 class AComboBox : public ::testing::Test {
   protected:
-    AComboBox() : box(true), watch(box) {
+    AComboBox() : box("box", true), watch(box) {
         box.setItems({"0.25", "0.50"});
         box.onClick = watch.event("click");
         box.onChange = watch.event("change");
@@ -231,6 +231,83 @@ TEST_F(AComboBox, EmptiesItsTextWithTheChoice) {
     box.setListIndex(-1);
     EXPECT_EQ(watch.taken(), (Log{"value", "change", "click"}));
     EXPECT_EQ(box.text(), "");
+}
+
+TEST(ChoosingInAList, KeepsTheChosenTextWhenTheEntriesAreReplaced) {
+    ListBox list;
+    list.setItems({"a", "b", "c"});
+    list.setListIndex(1);
+    Watch watch(list);
+    list.onClick = watch.event("click");
+    list.replaceItems({"0", "a", "b"});
+    EXPECT_EQ(list.listIndex(), 2);
+    EXPECT_EQ(watch.taken(), Log{"items"});
+    list.replaceItems({"0", "a"});
+    EXPECT_EQ(list.listIndex(), -1);
+    list.replaceItems({"a", "b"});
+    EXPECT_EQ(list.listIndex(), -1);
+}
+
+TEST(ChoosingInAList, StepsAsFarAsThereAreEntries) {
+    ListBox list;
+    int clicks = 0;
+    list.onClick = [&] { ++clicks; };
+    list.userStep(1);
+    EXPECT_EQ(clicks, 0) << "an empty list";
+    list.setItems({"a", "b", "c"});
+    list.userStep(5);
+    EXPECT_EQ(list.listIndex(), 0) << "the first step chooses the first entry";
+    list.userStep(1);
+    list.userStep(5);
+    EXPECT_EQ(list.listIndex(), 2);
+    list.userStep(1);
+    EXPECT_EQ(clicks, 3) << "at the end nothing is chosen again";
+    list.userStep(-9);
+    EXPECT_EQ(list.listIndex(), 0);
+}
+
+class TypingInAList : public ::testing::Test {
+  protected:
+    TypingInAList() { list.setItems({"Apple", "banana", "Berry", "blueberry", "cherry"}); }
+    std::string type(const std::string& letters, double seconds) {
+        for (const char letter : letters) {
+            list.userType(std::string(1, letter), seconds);
+        }
+        return list.selectedText();
+    }
+    ListBox list;
+};
+
+TEST_F(TypingInAList, ChoosesTheNextEntryThatBeginsSo) {
+    EXPECT_EQ(type("b", 10), "banana");
+    EXPECT_EQ(type("b", 11.5), "Berry");
+    EXPECT_EQ(type("b", 13), "blueberry");
+    EXPECT_EQ(type("b", 15), "banana") << "round to the first";
+    EXPECT_EQ(type("A", 17), "Apple");
+}
+
+TEST_F(TypingInAList, LettersInQuickSuccessionBelongTogether) {
+    EXPECT_EQ(type("blu", 10), "blueberry");
+    EXPECT_EQ(type("be", 20), "Berry");
+}
+
+TEST_F(TypingInAList, SameLetterInQuickSuccessionGoesOn) {
+    EXPECT_EQ(type("bb", 10), "Berry");
+}
+
+TEST_F(TypingInAList, ChoiceStaysWithoutAMatch) {
+    type("ch", 10);
+    int clicks = 0;
+    list.onClick = [&] { ++clicks; };
+    EXPECT_EQ(type("x", 20), "cherry");
+    EXPECT_EQ(type("c", 30), "cherry") << "the only one";
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST(ATypingList, OfNoEntriesStaysEmpty) {
+    ListBox list;
+    list.userType("a", 1);
+    EXPECT_EQ(list.listIndex(), -1);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ TEST_F(APicture, ShowsEitherPixelsOrADrawing) {
     EXPECT_EQ(watch.taken(), (Log{"picture", "picture", "picture"}));
 }
 
-TEST_F(APicture, TellsNothingForTheDrawingThatItShows) {
+TEST_F(APicture, NotifiesNothingForTheDrawingThatItShows) {
     picture.setDrawing(Drawing::loading1);
     watch.taken();
     picture.setDrawing(Drawing::loading1);
@@ -49,6 +49,14 @@ TEST_F(APicture, TakesItsPixelsAwayForNoDrawing) {
     EXPECT_EQ(watch.taken(), Log{});
 }
 
+TEST_F(APicture, ReportsADoubleClickOnlyWhileItCanBeReached) {
+    picture.onDoubleClick = watch.event("double");
+    picture.userDoubleClick();
+    picture.setEnabled(false);
+    picture.userDoubleClick();
+    EXPECT_EQ(watch.taken(), (Log{"double", "enabled"}));
+}
+
 TEST_F(APicture, RaisesResizeForANewSizeOnly) {
     picture.setSize(400, 300);
     picture.userResize(400, 300);
@@ -58,7 +66,7 @@ TEST_F(APicture, RaisesResizeForANewSizeOnly) {
     EXPECT_EQ(picture.height(), 301);
 }
 
-TEST_F(APicture, TellsItsPlaceWithoutAnEvent) {
+TEST_F(APicture, NotifiesItsPlaceWithoutAnEvent) {
     picture.setPlace(10, 19);
     picture.setPlace(10, 20);
     picture.setPlace(10, 20);

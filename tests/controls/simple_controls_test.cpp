@@ -301,5 +301,50 @@ TEST(ATestClock, MovesItsTimeOfDay) {
     EXPECT_NEAR(clock.seconds() - before, 1.5, 1e-6);
 }
 
+TEST(ATextBox, LeavesForbiddenCharactersOutAndAnnouncesIt) {
+    TextBox box;
+    box.forbid("/:", "Not these.");
+    Watch watch(box);
+    box.userSetText("a/b:c");
+    EXPECT_EQ(box.text(), "abc");
+    EXPECT_EQ(watch.taken(), (Log{"value", "refused"}));
+    box.userSetText("abc/");
+    EXPECT_EQ(watch.taken(), Log{"refused"}) << "the view has to take the character back";
+    EXPECT_EQ(box.refusal(), "Not these.");
+    box.setText("/given/by/the/program");
+    EXPECT_EQ(box.text(), "/given/by/the/program");
+}
+
+TEST(AScrollBar, StepsAndPagesWithinItsRange) {
+    ScrollBar bar;
+    bar.setRange(0, 400, 1, 20);
+    bar.userStep(1);
+    EXPECT_EQ(bar.value(), 1);
+    bar.userPage(1);
+    EXPECT_EQ(bar.value(), 21);
+    bar.userPage(-2);
+    EXPECT_EQ(bar.value(), 0);
+    bar.userPage(30);
+    EXPECT_EQ(bar.value(), 400);
+}
+
+TEST(AListMenu, ReportsTheEntryAndItsOpening) {
+    ListMenu menu("mnuRecent");
+    EXPECT_EQ(menu.name(), "mnuRecent");
+    std::vector<int> clicked;
+    menu.onClick = [&](int index) { clicked.push_back(index); };
+    int opened = 0;
+    menu.onOpen = [&] { ++opened; };
+    menu.setItems({"a", "b"});
+    menu.userOpen();
+    menu.userClick(1);
+    menu.userClick(2);
+    menu.userClick(-1);
+    menu.setEnabled(false);
+    menu.userClick(0);
+    EXPECT_EQ(clicked, std::vector<int>{1});
+    EXPECT_EQ(opened, 1);
+}
+
 } // namespace
 } // namespace veldara::test

@@ -26,10 +26,14 @@ inline std::string nameOf(Property property) {
         return "range";
     case Property::picture:
         return "picture";
+    case Property::marks:
+        return "marks";
     case Property::pointer:
         return "pointer";
     case Property::focus:
         return "focus";
+    case Property::refused:
+        return "refused";
     }
     return "?";
 }
