@@ -15,7 +15,8 @@ constexpr int quarterStripesPerInch = 64;
 int parseCount(std::string_view text) {
     const std::optional<double> value = readNumber(text);
     if (!value) {
-        throw Error("A line of the edge calibration profiles has a clip count that is no number.");
+        throw Error(
+            "A line of the edge calibration profiles has a clip count that is not a number.");
     }
     return roundHalfEven(std::floor(*value));
 }
@@ -42,7 +43,7 @@ const std::vector<std::string>& stripeChoices() {
     static const std::vector<std::string> choices = [] {
         std::vector<std::string> all{"see all 4 lines"};
         for (int clipped = 1; clipped < largestClipCount; ++clipped) {
-            // Always with a point: these are the words of the list, not figures.
+            // Always with a point: these are fixed texts, not localised numbers.
             const double seen = (largestClipCount - clipped) / 4.0;
             all.push_back("see " + formatNumber(seen, "0.00") + " lines");
         }
@@ -94,7 +95,7 @@ std::string formatProfileLine(const EdgeProfile& profile) {
 EdgeProfile ParseProfileLine(std::string_view line) {
     const std::size_t tab = line.find('\t');
     if (tab == std::string_view::npos) {
-        throw Error("A line of the edge calibration profiles has no tab behind the name.");
+        throw Error("A line of the edge calibration profiles has no tab after the name.");
     }
     EdgeProfile profile;
     profile.name = line.substr(0, tab);

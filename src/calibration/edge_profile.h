@@ -1,5 +1,5 @@
 // Edge calibration profiles: how much of each edge a printer clips, counted in quarters of the
-// stripes of the printed test target, and the texts that speak of it.
+// stripes of the printed test target, and the texts that describe it.
 #pragma once
 
 #include "platform/measures.h"
@@ -24,7 +24,7 @@ struct EdgeProfile {
     bool operator==(const EdgeProfile&) const = default;
 };
 
-// The profiles of a program that was never calibrated.
+// The profiles before any calibration.
 std::vector<EdgeProfile> builtInProfiles();
 
 // A stripe is 1/16 inch, so a quarter stripe is 1/64 inch.
@@ -38,7 +38,7 @@ const std::vector<std::string>& stripeChoices();
 // The trim in words, with its blanks: " 3/64 inches " or " 1.2 mm ".
 std::string trimDescription(int clipCount, Units units, NumberStyle style = {});
 
-// What stands beside an edge list: "None of the image is clipped", or what the printer cuts off.
+// The text beside an edge list: "None of the image is clipped", or what the printer cuts off.
 std::string edgeDescription(int clipCount, Units units, NumberStyle style = {});
 
 // The width of one stripe as the dialog's first step names it: "1/16 inch" or "1.59 mm".
@@ -51,7 +51,7 @@ bool isInitialProfile(const std::vector<EdgeProfile>& profiles, std::size_t sele
 // digits followed by a comma each.
 std::string formatProfileLine(const EdgeProfile& profile);
 
-// Reads a line back: behind the first tab, two characters a count with one between them. Throws
+// Parses such a line: after the first tab, two characters for each count and one between. Throws
 // Error when there is no tab or a count is not a number.
 EdgeProfile ParseProfileLine(std::string_view line);
 

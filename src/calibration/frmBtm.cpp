@@ -3,7 +3,7 @@
 #include "calibration/profile_file.h"
 #include "calibration/profile_list.h"
 #include "calibration/profile_messages.h"
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "platform/error.h"
 
 #include <algorithm>
@@ -11,8 +11,8 @@
 
 namespace veldara {
 
-frmBtm::frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner, TestTargetDoors doors)
-    : Window("frmBtm", screen), platform_(platform), owner_(owner), doors_(std::move(doors)) {
+frmBtm::frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner, TestTargetHooks hooks)
+    : Window("frmBtm", screen), platform_(platform), owner_(owner), hooks_(std::move(hooks)) {
     fillTexts();
     bindHandlers();
 }
@@ -49,7 +49,7 @@ void frmBtm::cmdOk_Click() {
     closeBox();
 }
 
-// A test target that is being made ends first.
+// The dialog stays open while a test target is being made.
 void frmBtm::closeBox() {
     if (!working_) {
         hide();
@@ -60,30 +60,26 @@ void frmBtm::closeBox() {
 // The profile file
 
 int frmBtm::ReadBorderPrefs() {
-    try {
-        const std::unique_ptr<FileSystemObject> files = platform_.fileSystem.create();
-        const std::string path = GetProfileFilePath();
-        if (!files->fileExists(path)) {
-            return profilesUnreadable;
-        }
-        const std::unique_ptr<TextReader> reader = files->openTextFile(path);
-        ProfileFileContent content = readProfiles([&]() -> std::optional<std::string> {
-            return reader->atEndOfStream() ? std::nullopt : std::optional(reader->readLine());
-        });
-        if (content.status > 0) {
-            profiles_ = std::move(content.profiles);
-        }
-        return content.status;
-    } catch (const Error&) {
-        return profilesUnreadable;
+    ProfileFileContent content = readProfileFile(platform_.fileSystem, GetProfileFilePath());
+    profileFileUnread_ = content.status == profilesUnreadable;
+    if (content.status > 0) {
+        profiles_ = std::move(content.profiles);
     }
+    return content.status;
 }
 
-// A file that cannot be written leaves the old one, or none: the profiles still hold for this run.
+// If the file cannot be written, the old one stays and the profiles still apply until the end.
 void frmBtm::WriteBorderPrefs() {
     try {
-        const std::unique_ptr<FileSystemObject> files = platform_.fileSystem.create();
-        const std::unique_ptr<TextWriter> writer = files->createTextFile(GetProfileFilePath());
+        const std::unique_ptr<FileSystemObject> files = platform_.fileSystem.createOrSubstitute();
+        const std::string path = GetProfileFilePath();
+        // Somebody's profiles may be in a file that could not be read: never replaced without a
+        // copy.
+        if (profileFileUnread_ && files->fileExists(path)) {
+            files->keepCopy(path);
+        }
+        profileFileUnread_ = false;
+        const std::unique_ptr<TextWriter> writer = files->createTextFile(path);
         for (const std::string& line : profileLines(profiles_)) {
             writer->writeLine(line);
         }
@@ -102,7 +98,7 @@ std::string frmBtm::GetProfileFilePath() const {
                            platform_.drives.separator());
 }
 
-// What the main window asks
+// Queries of the main window
 
 const EdgeProfile& frmBtm::active() const {
     const int position = owner_.activeProfile();
@@ -139,7 +135,7 @@ std::vector<std::string> frmBtm::profileNames() const {
 }
 
 void frmBtm::fillConfigurations(int select) {
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     lstConfigurations.setItems(profileNames());
     lstConfigurations.setListIndex(select);
     UpdateForNewPref();
@@ -175,12 +171,12 @@ void frmBtm::UpdateForNewPref() {
     UpdateDescriptions();
 }
 
-// A count that was edited by hand and has no choice in the list shows as none.
+// A count that was edited by hand and is not in the list selects nothing.
 void frmBtm::UpdateComboboxes() {
     if (!isSelected()) {
         return;
     }
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     const std::array<ComboBox*, 4> lists = edgeLists();
     for (std::size_t edge = 0; edge < lists.size(); ++edge) {
         const int count = selected().clipCounts[edge];

@@ -1,6 +1,6 @@
-// The edge calibration dialog: makes the test print, and keeps the profiles that say how much a
-// printer cuts off each edge. The profile list lives here for the whole run; the file is read once
-// and rewritten after every change.
+// The edge calibration dialog: makes the test image, and edits the profiles that say how much a
+// printer cuts off each edge. The profile list is kept here for the whole run; the file is read
+// once and rewritten after every change.
 #pragma once
 
 #include "calibration/edge_profile.h"
@@ -8,6 +8,7 @@
 #include "controls/controls.h"
 #include "controls/lists.h"
 #include "controls/window.h"
+#include "platform/files/whole_file.h"
 #include "platform/image/codec.h"
 #include "platform/measures.h"
 #include "platform/platform.h"
@@ -34,15 +35,15 @@ class CalibrationOwner {
     virtual double getConstMaxTileSize() const = 0;   // inches
     virtual std::string tileSizeAreaName() const = 0; // caption of the main window's size area
 
-    // Refills cmbCurBtm and selects an entry. This is no choice of the user's: nothing is saved.
+    // Refills cmbCurBtm and selects an entry; saves the settings when that moves the selection.
     virtual void fillProfileList(const std::vector<std::string>& names, int selected) = 0;
     virtual int activeProfile() const = 0; // cmbCurBtm's selected position, -1: none
     // The folder recorded in the preferences under "app_dir"; empty: none.
     virtual std::string applicationFolder() const = 0;
 };
 
-// What making a test target does to memory and disk, as doors that a test can shut.
-struct TestTargetDoors {
+// What making a test target does to memory and disk; tests replace it.
+struct TestTargetHooks {
     std::function<Image(double, double)> create = createTestImage; // height, width in inches
     std::function<void(const std::filesystem::path&, const std::vector<std::uint8_t>&)> write =
         writeWholeFile;
@@ -50,40 +51,40 @@ struct TestTargetDoors {
 
 class frmBtm : public Window {
   public:
-    Label lblStep1;
-    Label lblStep1Desc;
-    Button cmdGenerateTest;
+    Label lblStep1{"lblStep1"};
+    Label lblStep1Desc{"lblStep1Desc"};
+    Button cmdGenerateTest{"cmdGenerateTest"};
 
-    Label lblConfigurations;
-    ListBox lstConfigurations;
-    Button cmdNew;
-    Button cmdRename;
-    Button cmdDel;
+    Label lblConfigurations{"lblConfigurations"};
+    ListBox lstConfigurations{"lstConfigurations"};
+    Button cmdNew{"cmdNew"};
+    Button cmdRename{"cmdRename"};
+    Button cmdDel{"cmdDel"};
 
-    Label lblStep2;
-    Label lblStep2Desc;
-    Label lblTopEdge;
-    ComboBox cmbTopEdge;
-    Label lblTopEdgeDesc;
-    Label lblRightEdge;
-    ComboBox cmbRightEdge;
-    Label lblRightEdgeDesc;
-    Label lblBottomEdge;
-    ComboBox cmbBottomEdge;
-    Label lblBottomEdgeDesc;
-    Label lblLeftEdge;
-    ComboBox cmbLeftEdge;
-    Label lblLeftEdgeDesc;
+    Label lblStep2{"lblStep2"};
+    Label lblStep2Desc{"lblStep2Desc"};
+    Label lblTopEdge{"lblTopEdge"};
+    ComboBox cmbTopEdge{"cmbTopEdge"};
+    Label lblTopEdgeDesc{"lblTopEdgeDesc"};
+    Label lblRightEdge{"lblRightEdge"};
+    ComboBox cmbRightEdge{"cmbRightEdge"};
+    Label lblRightEdgeDesc{"lblRightEdgeDesc"};
+    Label lblBottomEdge{"lblBottomEdge"};
+    ComboBox cmbBottomEdge{"cmbBottomEdge"};
+    Label lblBottomEdgeDesc{"lblBottomEdgeDesc"};
+    Label lblLeftEdge{"lblLeftEdge"};
+    ComboBox cmbLeftEdge{"cmbLeftEdge"};
+    Label lblLeftEdgeDesc{"lblLeftEdgeDesc"};
 
-    Button cmdOk;
+    Button cmdOk{"cmdOk"};
 
-    frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner, TestTargetDoors doors = {});
+    frmBtm(Platform& platform, Screen& screen, CalibrationOwner& owner, TestTargetHooks hooks = {});
 
     // Opens the dialog as the main window does for its button and its menu entry.
     void Open();
 
     // Fills the controls and the main window's list. The profiles are read the first time only:
-    // from then on the list here is the truth.
+    // from then on the list in memory is used.
     void initControls();
     // Puts the stripe's width into the step 1 text, in the current units.
     void SetStep1DescUnits();
@@ -102,7 +103,7 @@ class frmBtm : public Window {
     // when there is no such edge or no profile is active.
     void GetCurEdgeTrimInches(int iEdge, double& dEdgeInches) const;
     void FillCurEdgeTrimInches(EdgeTrims& adTrim) const;
-    // No profile was ever made, and the active one cuts nothing off.
+    // Whether there are only built-in profiles and the active one clips nothing.
     void IsInitialProfile(bool& bResult) const;
 
     void lstConfigurations_Click();
@@ -139,14 +140,15 @@ class frmBtm : public Window {
     bool makeTestTarget(double heightInches, double widthInches, Image& image);
     // The chosen path; empty: none.
     std::string getSaveTestFileName(const std::string& defaultName);
-    void saveTestTarget(const Image& image, const std::string& name, FileType type);
+    void saveTestTarget(const Image& image, const std::string& name, TileFormat type);
 
     Platform& platform_;
     CalibrationOwner& owner_;
-    TestTargetDoors doors_;
+    TestTargetHooks hooks_;
     std::vector<EdgeProfile> profiles_;
-    bool loading_ = false; // controls are being filled: handlers do nothing
-    bool working_ = false; // a test target is being made
+    bool profileFileUnread_ = false; // the file was there and none of its profiles could be taken
+    bool loading_ = false;           // controls are being filled: handlers do nothing
+    bool working_ = false;           // a test target is being made
 };
 
 } // namespace veldara

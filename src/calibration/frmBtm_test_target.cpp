@@ -1,7 +1,7 @@
-// The button of the calibration dialog that makes the test print.
+// The button of the calibration dialog that makes the test image.
 #include "calibration/frmBtm.h"
-#include "controls/loading_mark.h"
-#include "platform/image/file_ending.h"
+#include "controls/scoped_flag.h"
+#include "platform/image/tile_format.h"
 #include "platform/text/characters.h"
 #include "platform/text/path_text.h"
 
@@ -14,7 +14,7 @@ void frmBtm::cmdGenerateTest_Click() {
     if (working_) {
         return;
     }
-    const LoadingMark mark(working_);
+    const ScopedFlag flag(working_);
     double height = 0;
     double width = 0;
     Image image;
@@ -29,7 +29,7 @@ void frmBtm::cmdGenerateTest_Click() {
     if (characterCount(name) < 4) {
         return;
     }
-    const std::optional<FileType> type = fileTypeByName(name);
+    const std::optional<TileFormat> type = tileFormatByName(name);
     if (!type) {
         platform_.dialogs.showMessage(testTargetFileTypeMessage());
         return;
@@ -54,7 +54,7 @@ bool frmBtm::makeTestTarget(double heightInches, double widthInches, Image& imag
     setPointer(Pointer::hourglass);
     try {
         platform_.eventPump.runWhileServing(
-            [&] { image = doors_.create(heightInches, widthInches); });
+            [&] { image = hooks_.create(heightInches, widthInches); });
     } catch (const std::exception& error) {
         problem = error.what();
     }
@@ -71,10 +71,10 @@ std::string frmBtm::getSaveTestFileName(const std::string& defaultName) {
     return platform_.dialogs.askSaveFile(request);
 }
 
-void frmBtm::saveTestTarget(const Image& image, const std::string& name, FileType type) {
+void frmBtm::saveTestTarget(const Image& image, const std::string& name, TileFormat type) {
     try {
         platform_.eventPump.runWhileServing([&] {
-            doors_.write(textPath(name), encodeImage(image.view(), type, testTargetDotsPerInch,
+            hooks_.write(textPath(name), encodeImage(image.view(), type, testTargetDotsPerInch,
                                                      image.colourProfile));
         });
     } catch (const std::exception& error) {

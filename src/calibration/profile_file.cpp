@@ -3,6 +3,9 @@
 #include "platform/error.h"
 #include "platform/text/characters.h"
 
+#include <memory>
+#include <utility>
+
 namespace veldara {
 
 std::string profileFilePath(const std::string& applicationFolder, const std::string& programFolder,
@@ -27,6 +30,26 @@ ProfileFileContent readProfiles(const std::function<std::optional<std::string>()
     content.status =
         content.profiles.empty() ? profileFileEmpty : static_cast<int>(content.profiles.size());
     return content;
+}
+
+ProfileFileContent readProfileFile(FileSystem& fileSystem, const std::string& path) {
+    try {
+        const std::unique_ptr<FileSystemObject> files = fileSystem.createOrSubstitute();
+        if (!files->fileExists(path)) {
+            return {};
+        }
+        const std::unique_ptr<TextReader> reader = files->openTextFile(path);
+        return readProfiles([&]() -> std::optional<std::string> {
+            return reader->atEndOfStream() ? std::nullopt : std::optional(reader->readLine());
+        });
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+std::vector<EdgeProfile> loadProfiles(FileSystem& fileSystem, const std::string& path) {
+    ProfileFileContent content = readProfileFile(fileSystem, path);
+    return content.status > 0 ? std::move(content.profiles) : builtInProfiles();
 }
 
 ProfileFileContent readProfileText(std::string_view text) {

@@ -1,7 +1,8 @@
-// The edge calibration profile file: its place, its lines into profiles, and back.
+// The edge calibration profile file: its path, reading and writing its lines.
 #pragma once
 
 #include "calibration/edge_profile.h"
+#include "platform/file_system.h"
 #include "platform/text/path_text.h"
 
 #include <functional>
@@ -12,7 +13,7 @@
 
 namespace veldara {
 
-// The reader takes no more.
+// Further lines are ignored.
 constexpr std::size_t mostProfiles = 199;
 
 constexpr int profilesUnreadable = 0; // no file, or a line that is no profile
@@ -29,11 +30,18 @@ struct ProfileFileContent {
 std::string profileFilePath(const std::string& applicationFolder, const std::string& programFolder,
                             char separator = platformSeparator);
 
-// Takes line after line from nextLine until it gives nothing or 199 profiles are read. One bad
-// line, or an Error thrown by nextLine, loses the whole file.
+// Reads lines from nextLine until it returns nothing or 199 profiles are read. One bad line, or an
+// Error thrown by nextLine, makes the whole file unreadable.
 ProfileFileContent readProfiles(const std::function<std::optional<std::string>()>& nextLine);
 
-// The same from the whole text of a file.
+// The same from a file. One that is not there or cannot be read is profilesUnreadable.
+ProfileFileContent readProfileFile(FileSystem& fileSystem, const std::string& path);
+
+// The profiles to work with: those of the file, or the built-in ones when it has none that can be
+// read.
+std::vector<EdgeProfile> loadProfiles(FileSystem& fileSystem, const std::string& path);
+
+// The same as readProfiles from the whole text of a file.
 ProfileFileContent readProfileText(std::string_view text);
 
 // The lines to be written, without line ends.

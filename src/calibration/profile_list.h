@@ -1,4 +1,4 @@
-// Rules of a list of edge profiles that is edited.
+// Rules for editing a list of edge profiles.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace veldara {
 
-// A name as it can stand in the profile file: characters that end the name or the line there become
+// A name that the profile file can hold: characters that would end the name or the line become
 // blanks.
 std::string profileName(std::string_view entered);
 

@@ -1,4 +1,4 @@
-// What the calibration dialog says of its profile list.
+// Messages of the calibration dialog about its profile list.
 #pragma once
 
 #include "platform/dialogs.h"

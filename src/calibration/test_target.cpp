@@ -1,6 +1,7 @@
 #include "calibration/test_target.h"
 
 #include "platform/image/operations.h"
+#include "platform/image/tile_format.h"
 #include "platform/text/rounding.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ constexpr int largestText = 200;
 
 using Colour = std::array<std::uint8_t, 3>;
 
-// From the edge inwards.
+// From the edge inward.
 constexpr std::array<Colour, 4> stripeColours{Colour{180, 120, 0}, Colour{0, 0, 255},
                                               Colour{0, 255, 0}, Colour{255, 0, 0}};
 
@@ -95,8 +96,9 @@ void drawTestImageText(const MutablePixelView& pixels, double fraction) {
 SaveFileRequest testTargetSaveRequest(const std::string& defaultName) {
     SaveFileRequest request;
     request.title = "Save Test Target";
-    request.filters = {
-        {"Bitmap (*.bmp)", "*.bmp"}, {"Tiff (*.tif)", "*.tif"}, {"Jpeg (*.jpg)", "*.jpg"}};
+    for (const TileFormatRow& row : tileFormats()) {
+        request.filters.push_back({std::string(row.filterText), "*" + std::string(row.ending)});
+    }
     request.defaultName = defaultName.empty() ? "edge_clipping_test" : defaultName;
     return request;
 }

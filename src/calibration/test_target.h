@@ -1,5 +1,5 @@
 // The edge calibration test target: four coloured stripes along every edge of a picture of exactly
-// one tile, and the texts that go with making one.
+// one tile, and the messages shown when one is made.
 #pragma once
 
 #include "platform/dialogs.h"
@@ -27,10 +27,10 @@ void drawTestImageText(const MutablePixelView& pixels, double fraction = 0.5);
 // The size used for the words: the first from 6 up to 200 that does not fit, or 201 when all do.
 int testTextSize(int imageWidth, int imageHeight, double fraction);
 
-// The save-file dialog. Without a name of the caller's the proposed one is "edge_clipping_test".
+// The save-file dialog; without a default name it proposes "edge_clipping_test".
 SaveFileRequest testTargetSaveRequest(const std::string& defaultName);
 
-// The messages in the order in which the work may show them.
+// The messages in the order in which they may appear.
 Message invalidPrintDimensionsMessage(double minInches, double maxInches,
                                       const std::string& tileSizeArea, NumberStyle style = {});
 Message testTargetAnnouncement(double heightInches, double widthInches, Units units,

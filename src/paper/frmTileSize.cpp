@@ -1,6 +1,6 @@
 #include "paper/frmTileSize.h"
 
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "paper/margin_lists.h"
 #include "paper/paper_line.h"
 
@@ -23,6 +23,15 @@ void frmTileSize::OpenWith(const std::string& sRegLine, bool marginsLocked) {
     setMarginLock(marginsLocked);
     setPrefFromRegLine(sRegLine);
     showModal();
+}
+
+void frmTileSize::ApplyPaper(const std::string& sRegLine, bool marginsLocked, int paper) {
+    unload();
+    load();
+    setMarginLock(marginsLocked);
+    setPrefFromRegLine(sRegLine);
+    lstPaperSize.userClick(paper);
+    cmdOk_Click();
 }
 
 void frmTileSize::initPaperSizes() {
@@ -51,7 +60,7 @@ void frmTileSize::getWhuValues(double& dGetTileWidth, double& dGetTileHeight,
 }
 
 void frmTileSize::setMarginLock(bool locked) {
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     chkLock.setChecked(locked);
 }
 
@@ -60,7 +69,7 @@ void frmTileSize::loadHandler() {
     showAll();
 }
 
-// The dialog is hidden, never lost; what was entered and not applied is forgotten.
+// The dialog is only hidden; what was entered but not applied is discarded.
 void frmTileSize::close() {
     current_ = applied_;
     hide();
@@ -73,7 +82,7 @@ void frmTileSize::closeBox() {
 // Showing
 
 void frmTileSize::showAll() {
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     (current_.units == Units::inches ? opbInches : opbMm).setSelected(true);
     showMarginLists();
     showPapers();
@@ -118,7 +127,7 @@ void frmTileSize::showEntries() {
 }
 
 void frmTileSize::setMarginTexts(const Margins& margins) {
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     for (std::size_t edge = 0; edge < margins.size(); ++edge) {
         cmbMargins[edge].setText(
             paperLengthText(margins[edge], current_.units, platform_.numberStyle));
@@ -145,7 +154,7 @@ void frmTileSize::showResults() {
 }
 
 void frmTileSize::showBorderless(const PaperEntries& entries) {
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     chkBorderless.setChecked(
         std::all_of(entries.margins.begin(), entries.margins.end(),
                     [](const std::optional<double>& margin) { return margin == 0.0; }));
@@ -195,7 +204,7 @@ void frmTileSize::entriesChanged() {
     showResults();
 }
 
-// Of entries that have passed the check.
+// The entries must have passed the check.
 void frmTileSize::store(const PaperEntries& entries) {
     PaperRecord& paper = current_.current();
     if (current_.isCustom(current_.units, current_.index(current_.units))) {
@@ -207,7 +216,7 @@ void frmTileSize::store(const PaperEntries& entries) {
     }
 }
 
-// The user's acts
+// Events
 
 void frmTileSize::opbInches_Click() {
     chooseUnits(Units::inches);
@@ -228,7 +237,7 @@ void frmTileSize::chooseUnits(Units units) {
         showAll();
         return;
     }
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     (current_.units == Units::inches ? opbInches : opbMm).setSelected(true);
 }
 
@@ -244,7 +253,7 @@ void frmTileSize::lstPaperSize_Click() {
         showAll();
         return;
     }
-    const LoadingMark mark(loading_);
+    const ScopedFlag flag(loading_);
     lstPaperSize.setListIndex(current);
 }
 
@@ -265,9 +274,9 @@ void frmTileSize::cmbMargins_Change(int Index) {
         return;
     }
     if (chkLock.checked()) {
-        const LoadingMark mark(loading_);
+        const ScopedFlag flag(loading_);
         const auto edge = static_cast<std::size_t>(Index);
-        cmbMargins[(edge + 2) % 4].setText(cmbMargins[edge].text()); // the edge opposite
+        cmbMargins[(edge + 2) % 4].setText(cmbMargins[edge].text()); // the opposite edge
     }
     entriesChanged();
 }
@@ -277,14 +286,14 @@ void frmTileSize::chkLock_Click() {
         return;
     }
     {
-        const LoadingMark mark(loading_);
+        const ScopedFlag flag(loading_);
         cmbMargins[edgeBottom].setText(cmbMargins[edgeTop].text());
         cmbMargins[edgeRight].setText(cmbMargins[edgeLeft].text());
     }
     entriesChanged();
 }
 
-// Switched off, it gives the paper its margins back. A paper that has none stays borderless.
+// Unchecking restores the paper's default margins. A paper without any stays borderless.
 void frmTileSize::chkBorderless_Click() {
     if (loading_) {
         return;

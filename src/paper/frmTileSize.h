@@ -1,6 +1,6 @@
 // The paper and margins dialog: units, paper and margins of the sheets, and the print size of a
-// tile that results. Its paper catalogues, with what was applied to every paper, are its memory for
-// the whole run; its controls are filled afresh whenever it is loaded.
+// tile that results. Its paper catalogues, with what was applied to every paper, are kept for
+// the whole run; its controls are filled again whenever it is loaded.
 #pragma once
 
 #include "controls/controls.h"
@@ -35,49 +35,60 @@ class PaperOwner {
 
 class frmTileSize : public Window {
   public:
-    Frame fraUnits;
-    OptionButton opbInches;
-    OptionButton opbMm;
+    Frame fraUnits{"fraUnits"};
+    OptionButton opbInches{"opbInches"};
+    OptionButton opbMm{"opbMm"};
 
-    Frame fraPaperSize;
-    ListBox lstPaperSize;
-    Label lblWidth;
-    TextBox txtWidth;
-    Label lblHeight;
-    TextBox txtHeight;
-    std::array<Label, 2> lblUnits; // behind the width and the height
+    Frame fraPaperSize{"fraPaperSize"};
+    ListBox lstPaperSize{"lstPaperSize"};
+    Label lblWidth{"lblWidth"};
+    TextBox txtWidth{"txtWidth"};
+    Label lblHeight{"lblHeight"};
+    TextBox txtHeight{"txtHeight"};
+    std::array<Label, 2> lblUnits{
+        {Label("lblUnits0"), Label("lblUnits1")}}; // behind the width and the height
 
-    Frame fraMargins;
-    std::array<Label, 4> lblMargins; // top, right, bottom, left
+    Frame fraMargins{"fraMargins"};
+    std::array<Label, 4> lblMargins{{Label("lblMargins0"), Label("lblMargins1"),
+                                     Label("lblMargins2"),
+                                     Label("lblMargins3")}}; // top, right, bottom, left
     std::array<ComboBox, 4> cmbMargins{
-        {ComboBox(true), ComboBox(true), ComboBox(true), ComboBox(true)}};
-    Label lblMarginUnits;
-    CheckBox chkLock;
-    Button cmdBorderless;
-    Button cmdReset;
-    CheckBox chkBorderless;
+        {ComboBox("cmbMargins0", true), ComboBox("cmbMargins1", true),
+         ComboBox("cmbMargins2", true), ComboBox("cmbMargins3", true)}};
+    Label lblMarginUnits{"lblMarginUnits"};
+    CheckBox chkLock{"chkLock"};
+    Button cmdBorderless{"cmdBorderless"};
+    Button cmdReset{"cmdReset"};
+    CheckBox chkBorderless{"chkBorderless"};
 
-    Frame fraResults;
-    Label lblSizeWithBordersCaption;
-    Label lblSizeWithBorders;
-    Label lblSizeWithoutBordersCaption;
-    Label lblSizeWithoutBorders;
+    Frame fraResults{"fraResults"};
+    Label lblSizeWithBordersCaption{"lblSizeWithBordersCaption"};
+    Label lblSizeWithBorders{"lblSizeWithBorders"};
+    Label lblSizeWithoutBordersCaption{"lblSizeWithoutBordersCaption"};
+    Label lblSizeWithoutBorders{"lblSizeWithoutBorders"};
 
-    Button cmdOk;
-    Button cmdApply;
-    Button cmdCancel;
+    Button cmdOk{"cmdOk"};
+    Button cmdApply{"cmdApply"};
+    Button cmdCancel{"cmdCancel"};
 
     frmTileSize(Platform& platform, Screen& screen, PaperOwner& owner);
 
-    // Opens the dialog afresh, as the main window does for its button and its menu entry: unloads,
+    // Opens the dialog again, as the main window does for its button and its menu entry: unloads,
     // loads, takes the margin lock and the current paper preference line, and shows it modally.
     void OpenWith(const std::string& sRegLine, bool marginsLocked);
 
-    // Builds both catalogues anew and rests on the first photo paper in inches. For the start of
+    // Chooses another paper of the line's units and accepts it, as a person does with the list and
+    // OK, without the dialog being seen.
+    void ApplyPaper(const std::string& sRegLine, bool marginsLocked, int paper);
+
+    // What was accepted, of every paper.
+    const PaperTables& papers() const { return applied_; }
+
+    // Builds both catalogues again and selects the first photo paper in inches. For the start of
     // the program: what was applied to any paper is forgotten.
     void initPaperSizes();
 
-    // Makes a paper preference line the current state; a line that is not right gives the state of
+    // Makes a paper preference line the current state; an invalid line gives the state of
     // initPaperSizes.
     void setPrefFromRegLine(const std::string& sRegLine);
 
@@ -117,7 +128,7 @@ class frmTileSize : public Window {
     void showResults();
     void showBorderless(const PaperEntries& entries);
 
-    // What stands in the boxes. A box that still shows a stored length stands for it unrounded.
+    // What the boxes hold. A box that still shows a stored length means its unrounded value.
     PaperEntries readEntries() const;
     PaperCheck check(const PaperEntries& entries, Units units) const;
     // The same of a paper with its stored margins; shows what is wrong with it.
@@ -130,7 +141,7 @@ class frmTileSize : public Window {
 
     Platform& platform_;
     PaperOwner& owner_;
-    PaperTables applied_;              // what was accepted, of every paper
+    PaperTables applied_;              // what was accepted for every paper
     PaperTables current_;              // what the dialog shows and works on
     std::optional<Units> listedUnits_; // of the margin lists
     bool loading_ = false;             // controls are being filled: handlers do nothing

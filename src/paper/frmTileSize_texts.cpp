@@ -10,6 +10,7 @@ void frmTileSize::fillTexts() {
     opbMm.setCaption("Millimeters");
 
     fraPaperSize.setCaption("(2) Select Paper Size");
+    lstPaperSize.setCaption("Paper sizes");
     lstPaperSize.setToolTip("Choose paper size (or select Custom Size)");
     lblWidth.setCaption("Width:");
     txtWidth.setToolTip("Full paper width (including margins)");

@@ -8,7 +8,7 @@ std::vector<std::string> marginList(Units units, NumberStyle style) {
     const double stepsPerUnit = inches ? 100 : 10;
     std::vector<std::string> entries;
     entries.reserve(static_cast<std::size_t>(last) + 1);
-    // Divided, not summed: a sum of tenths drifts away from the tenths.
+    // Divided, not summed: rounding errors of a sum add up.
     for (int step = 0; step <= last; ++step) {
         entries.push_back(
             formatNumber(step / stepsPerUnit, inches ? "####0.00" : "####0.0", style));

@@ -55,8 +55,8 @@ struct PaperFound {
     bool isCustom = false;
 };
 
-// By the exact name, upper and lower case told apart. Units flag 0 inches, 1 millimetres; any other
-// finds nothing.
+// By the exact name, case-sensitive. Units flag 0 inches, 1 millimetres; any other finds
+// nothing.
 PaperFound findPaperIndex(const PaperTables& tables, const std::string& name, int units);
 
 } // namespace veldara

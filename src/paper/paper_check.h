@@ -1,4 +1,4 @@
-// The checks of the paper and margins dialog, in their order, and what is told of the first that
+// The checks of the paper and margins dialog, in their order, and the message for the first that
 // fails.
 #pragma once
 
@@ -17,7 +17,7 @@ enum class PaperFault { none, paper, margin };
 
 struct PaperCheck {
     PaperFault fault = PaperFault::none; // which of the entries is wrong
-    std::string text;                    // what is told of it
+    std::string text;                    // the message for it
     bool ok() const { return fault == PaperFault::none; }
 };
 

@@ -13,7 +13,7 @@ std::string makePaperRegLine(const PaperTables& tables, NumberStyle style = {});
 
 // Makes the line the current state of the tables. A line that is rejected (too short, unknown units
 // or paper, a number that cannot be read, a tile outside the limits, which are in inches) builds
-// the tables anew; false is returned then.
+// the tables again; false is returned then.
 bool setPrefFromRegLine(PaperTables& tables, const std::string& line, double leastInches,
                         double mostInches, NumberStyle style = {});
 
