@@ -11,7 +11,7 @@ namespace veldara {
 frmAbout::frmAbout(Platform& platform, Screen& screen, const std::string& webAddress)
     : Window("frmAbout", screen), platform_(platform) {
     setCaption("About " + programTitle());
-    lblVersion.setCaption("Version 1.20");
+    lblVersion.setCaption("Version " + programVersion());
     lblDisclaimer.setCaption("Visit us at:");
     lnkWeb.setCaption(webAddress);
     lnkWeb.setTarget(webAddress);
@@ -29,6 +29,8 @@ void frmAbout::loadHandler() {
     lblTitle.setCaption(programTitle());
     lblVersion.setCaption("Version " + programVersion());
     lblCopyright.setCaption(copyrightText(platform_.clock.year()));
+    const auto program = platform_.launcher.systemInformationProgram();
+    cmdSysInfo.setVisible(!program || !program->empty());
 }
 
 void frmAbout::lnkWeb_Click() {
@@ -52,6 +54,9 @@ bool frmAbout::GetKeyValue(RegistryRoot root, const std::string& key, const std:
 }
 
 std::string frmAbout::systemInformationProgram() {
+    if (const auto program = platform_.launcher.systemInformationProgram()) {
+        return *program;
+    }
     std::string path;
     if (GetKeyValue(RegistryRoot::localMachine, R"(SOFTWARE\Microsoft\Shared Tools\MSINFO)", "PATH",
                     path)) {
@@ -62,7 +67,7 @@ std::string frmAbout::systemInformationProgram() {
         return "";
     }
     path += R"(\MSINFO32.EXE)";
-    return platform_.fileSystem.create()->fileExists(path) ? path : "";
+    return platform_.fileSystem.createOrSubstitute()->fileExists(path) ? path : "";
 }
 
 void frmAbout::StartSysInfo() {
@@ -73,7 +78,7 @@ void frmAbout::StartSysInfo() {
             return;
         }
     } catch (const Error&) {
-        // not having it and not being able to start it are one and the same to the user
+        // whether it is missing or does not start makes no difference to the user
     }
     platform_.dialogs.showMessage({"System Information Is Unavailable At This Time", ""});
 }

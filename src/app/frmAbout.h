@@ -1,5 +1,5 @@
-// The About box: title, version, copyright, the maker's web address, and the way to the operating
-// system's System Information.
+// The About box: title, version, copyright, the maker's web address, and a
+// button for the operating system's System Information.
 #pragma once
 
 #include "controls/controls.h"
@@ -15,13 +15,13 @@ class frmAbout : public Window {
     // webAddress: what the link opens; the link and the words beside it are hidden without one.
     frmAbout(Platform& platform, Screen& screen, const std::string& webAddress);
 
-    Label lblTitle;
-    Label lblVersion;
-    Label lblCopyright;
-    Label lblDisclaimer;
-    LinkLabel lnkWeb;
-    Button cmdOk;
-    Button cmdSysInfo;
+    Label lblTitle{"lblTitle"};
+    Label lblVersion{"lblVersion"};
+    Label lblCopyright{"lblCopyright"};
+    Label lblDisclaimer{"lblDisclaimer"};
+    LinkLabel lnkWeb{"lnkWeb"};
+    Button cmdOk{"cmdOk"};
+    Button cmdSysInfo{"cmdSysInfo"};
 
     // Starts System Information, or says that it is not available.
     void StartSysInfo();

@@ -14,7 +14,7 @@ class frmAppEnd : public Window {
         Timer1.onTick = [] {};
     }
 
-    Timer Timer1;
+    Timer Timer1{"Timer1"};
 };
 
 } // namespace veldara

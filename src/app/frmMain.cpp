@@ -8,14 +8,16 @@
 
 namespace veldara {
 
-frmMain::frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto)
-    : Window("frmMain", screen), Drive1(platform.drives), Dir1(platform.drives),
-      platform_(platform), loadPhoto_(std::move(loadPhoto)),
+frmMain::frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto,
+                 PhotoCopyHooks copyHooks)
+    : Window("frmMain", screen), Drive1("Drive1", platform.drives), Dir1("Dir1", platform.drives),
+      platform_(platform), loadPhoto_(std::move(loadPhoto)), copyHooks_(std::move(copyHooks)),
       preferences_(platform.registry, platform.numberStyle), storage_(screen), appEnd_(screen),
       about_(platform, screen, programWebAddress()), progress_(platform, screen),
       result_(platform, screen), saveTiles_(platform, screen, *this, progress_, result_),
-      tileSize_(platform, screen, *this), btm_(platform, screen, *this),
-      preview_(platform, screen, *this) {
+      sheets_(platform, screen, *this, progress_, result_), tileSize_(platform, screen, *this),
+      posterSize_(platform, screen, *this), btm_(platform, screen, *this),
+      previewWindow_(platform, screen, *this) {
     fillControlTexts();
     bindMenus();
     bindBrowser();
@@ -24,16 +26,27 @@ frmMain::frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto)
 }
 
 void frmMain::bindMenus() {
+    mnuOpenPhoto.onClick = [this] { mnuOpenPhoto_Click(); };
+    mnuOpenRecent.onClick = [this](int index) { mnuOpenRecent_Click(index); };
+    mnuOpenRecent.onOpen = [this] { mnuOpenRecent_Open(); };
     mnuExit.onClick = [this] { EndNow(); };
     cmdQuit.onClick = [this] { EndNow(); };
     mnuPaperSize.onClick = [this] { openPaperDialog(); };
     cmdEditPaperSize.onClick = [this] { openPaperDialog(); };
     mnuEdgeClip.onClick = [this] { openCalibrationDialog(); };
     cmdConfig.onClick = [this] { openCalibrationDialog(); };
+    mnuPosterSize.onClick = [this] { openPosterSizeDialog(); };
+    mnuDimOutside.onClick = [this] {
+        if (!bSkipSettingWrite) {
+            preferences_.write(prefDimOutside, mnuDimOutside.checked() ? "1" : "0");
+        }
+    };
     mnuContent.onClick = [this] { OpenHelpFile(); };
     mnuAbout.onClick = [this] { mnuAbout_Click(); };
     cmdLargePreview.onClick = [this] { cmdLargePreview_Click(); };
     cmdSaveNow.onClick = [this] { cmdSaveNow_Click(); };
+    cmdSheets.onClick = [this] { cmdSheets_Click(); };
+    mnuSavePdf.onClick = [this] { cmdSheets_Click(); };
 }
 
 void frmMain::bindBrowser() {
@@ -63,6 +76,7 @@ void frmMain::bindPreview() {
     };
     picCur.onMouseMove = [this](int x, int y) { picCur_MouseMove(x, y); };
     picCur.onMouseUp = [this](MouseButton, int x, int y) { picCur_MouseUp(x, y); };
+    picCur.onDoubleClick = [this] { picCur_DoubleClick(); };
     picCur.onResize = [this] { picCur_Resize(); };
     imgArrow.onMouseDown = [this](MouseButton, int x, int y) { imgArrow_MouseDown(x, y); };
     for (Picture* pad :
@@ -104,10 +118,15 @@ void frmMain::unloadHandler() {
     unloadOtherWindows();
 }
 
+std::vector<Timer*> frmMain::timers() {
+    return {&tmrImg,    &tmrLoadingImg,  &tmrAppEnd,
+            &tmrResize, &appEnd_.Timer1, &progress_.tmrProgBar};
+}
+
 void frmMain::unloadOtherWindows() {
-    for (Window* window :
-         std::initializer_list<Window*>{&storage_, &appEnd_, &about_, &progress_, &result_,
-                                        &saveTiles_, &tileSize_, &btm_, &preview_}) {
+    for (Window* window : std::initializer_list<Window*>{
+             &storage_, &appEnd_, &about_, &progress_, &result_, &saveTiles_, &sheets_, &tileSize_,
+             &posterSize_, &btm_, &previewWindow_}) {
         window->unload();
     }
 }

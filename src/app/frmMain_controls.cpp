@@ -1,5 +1,7 @@
-// What stands on the main window's controls, and their state before anything is loaded.
+// The main window's texts, and the state of its controls before anything is loaded.
 #include "app/frmMain.h"
+#include "app/main_messages.h"
+#include "app/photo_file.h"
 
 #include <vector>
 
@@ -7,16 +9,15 @@ namespace veldara {
 
 namespace {
 
-constexpr int maxTilesPerSide = 25;
-
 std::vector<std::string> tileCounts() {
     std::vector<std::string> counts;
-    for (int count = 1; count <= maxTilesPerSide; ++count) {
+    for (int count = 1; count <= maximumTilesPerSide; ++count) {
         counts.push_back(std::to_string(count));
     }
     return counts;
 }
 
+// The caption of a control that shows no text of its own is its name for screen readers.
 void describe(Control& control, const char* caption, const char* toolTip) {
     control.setCaption(caption);
     control.setToolTip(toolTip);
@@ -36,10 +37,17 @@ void frmMain::fillControlTexts() {
 
 void frmMain::fillMenuTexts() {
     mnuFile.setCaption("&File");
+    mnuOpenPhoto.setCaption("&Open Photo...");
+    mnuOpenRecent.setCaption("Open &Recent");
+    mnuSavePdf.setCaption("Save Poster as P&DF...");
+    mnuSavePdf.setEnabled(false);
     mnuExit.setCaption("E&xit");
     mnuTools.setCaption("&Tools");
     mnuPaperSize.setCaption("&Select Paper/Margins...");
     mnuEdgeClip.setCaption("E&dge Calibration...");
+    mnuPosterSize.setCaption("Choose by &Poster Size...");
+    mnuView.setCaption("&View");
+    mnuDimOutside.setCaption("&Dim Outside of Crop");
     mnuHelp.setCaption("&Help");
     mnuContent.setCaption("C&ontents...");
     mnuAbout.setCaption("&About...");
@@ -51,22 +59,24 @@ void frmMain::fillStepTexts() {
     lblStep3.setCaption("Step (3) - Adjust Tiles, View Results");
     lblStep4.setCaption("Step (4) - Click to Save Tile Image Files-->");
     describe(cmdSaveNow, "Save Poster Tile Images", "Generate and save poster tile images now");
+    describe(cmdSheets, "Print or PDF...",
+             "Show the sheets as they are printed, and save them as one PDF");
+    cmdSheets.setEnabled(false);
     describe(cmdQuit, "Exit", "Exit program");
     cmdSaveNow.setEnabled(false);
 }
 
 void frmMain::fillBrowserTexts() {
-    Drive1.setToolTip("Change the current drive");
-    Dir1.setToolTip("Select folder containing the image that you want to make a poster out of");
-    lstFiles.setToolTip("Filtered list of files in selected folder");
-    cmbFileType.setToolTip("File list filter");
-    cmbFileType.setItems({"Image Files (*.jpg, *.tif, *.bmp)", "Jpeg Files Only (*.jpg)",
-                          "Tiff Files Only (*.tif)", "BMP Files Only (*.bmp)",
-                          "Show All Files (*.*)"});
+    describe(Drive1, "Drive", "Change the current drive");
+    describe(Dir1, "Folders",
+             "Select folder containing the image that you want to make a poster out of");
+    describe(lstFiles, "Image files", "Filtered list of files in selected folder");
+    describe(cmbFileType, "File type", "File list filter");
+    cmbFileType.setItems(fileFilterTexts());
     cmbFileType.setListIndex(0);
     describe(cmdMyDoc, "My Documents", "Navigate to My Documents folder");
     describe(cmdDesktop, "Desktop", "Navigate to Desktop folder");
-    picCur.setToolTip("Currently selected image");
+    describe(picCur, noPhotoCaption, "Currently selected image");
 }
 
 void frmMain::fillPrintInfoTexts() {
@@ -77,7 +87,7 @@ void frmMain::fillPrintInfoTexts() {
     lblUnitsCaption.setCaption("Units:");
     describe(cmdEditPaperSize, "Edit", "Edit paper/margins");
     chkPrinterClips.setCaption("Adjust for clipped edges:");
-    cmbCurBtm.setToolTip("Select active Edge Calibration Profile");
+    describe(cmbCurBtm, "Edge calibration profile", "Select active Edge Calibration Profile");
     cmbCurBtm.setEnabled(false); // as long as the box beside it is off
     describe(cmdConfig, "Edit", "Edit Edge Calibration Profiles");
 }
@@ -94,7 +104,7 @@ void frmMain::fillTilesTexts() {
              "Force number of tiles high to equal number of tiles wide");
     cmbRotate.setItems({"No Rotate", "CW Rotate", "CCW Rotate", "180 Rotate"});
     cmbRotate.setListIndex(0);
-    cmbRotate.setToolTip("Rotate image 90, 180, or 270 degrees");
+    describe(cmbRotate, "Rotation", "Rotate image 90, 180, or 270 degrees");
     describe(chkRotateTiles, "Rotate Tiles", "Rotate Tiles 90 degrees");
     describe(chkPreviewTiles, "Show Tiles", "Show locations of poster tiles");
     describe(cmdLargePreview, "Preview", "View full screen preview of your poster");
@@ -120,6 +130,7 @@ void frmMain::fillPlacementTexts() {
     scrZoom.setToolTip("Zoom amount");
     lbl4x.setCaption("4x");
     lblZoomAmount.setCaption("(0%)");
+    imgArrow.setCaption("Move the tiles over the photo");
     imgArrow.setDrawing(Drawing::arrowPad);
     imgArrow_Up.setDrawing(Drawing::arrowPadUp);
     imgArrow_right.setDrawing(Drawing::arrowPadRight);

@@ -1,17 +1,24 @@
-// The main window's hand-over to its other windows and to the help.
+// How the main window opens its other windows and the help.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
+#include "layout/output_figures.h"
+#include "paper/paper_line.h"
 #include "platform/error.h"
+#include "platform/preference_keys.h"
+#include "platform/text/path_text.h"
+#include "sheets/sheet_job.h"
+
+#include <cmath>
 
 namespace veldara {
 
 void frmMain::openPaperDialog() {
-    tileSize_.OpenWith(sPaperRegLine, iMarginsLocked == 1);
+    tileSize_.OpenWith(paper_.preferenceLine, paper_.marginsLocked == 1);
 }
 
 void frmMain::openCalibrationDialog() {
     btm_.Open();
-    // the trims may have become others
+    // the trims may have changed
     ShowMainPreview();
     UpdatePlacementLabels();
 }
@@ -21,26 +28,86 @@ void frmMain::cmdLargePreview_Click() {
         platform_.dialogs.showMessage(noImageSelectedMessage());
         return;
     }
-    SetPointer(3);
-    preview_.show();
-    preview_.setFocus(); // it may have been left open behind this window
-    preview_.Fill();
-    SetPointer(0);
+    SetPointer(Pointer::hourglass);
+    previewWindow_.show();
+    previewWindow_.setFocus(); // it may be open already, behind this window
+    previewWindow_.Fill();
+    SetPointer(Pointer::arrow);
+}
+
+bool frmMain::posterCanBeMade() {
+    const PosterPlan plan = planTiles({});
+    if (plan.problem == PlanProblem::tileSize) {
+        ShowTileSizeError();
+        return false;
+    }
+    if (!bImgSelected || plan.tiles.empty()) {
+        platform_.dialogs.showMessage(invalidPosterMessage());
+        return false;
+    }
+    return true;
 }
 
 void frmMain::cmdSaveNow_Click() {
-    double width = 0.0;
-    double height = 0.0;
-    if (!CheckTileSizes(width, height)) {
-        ShowTileSizeError();
-        return;
+    if (posterCanBeMade()) {
+        saveTiles_.OpenForPhoto(Drive1.drive(), Dir1.path(), lstFiles.selectedText());
     }
-    std::vector<TileRect> tiles;
-    if (!bImgSelected || CalcTileCoord(tiles) < 1 || !everyTileHasPixels(tiles)) {
+}
+
+void frmMain::cmdSheets_Click() {
+    if (posterCanBeMade() && !sheets_.Open()) {
         platform_.dialogs.showMessage(invalidPosterMessage());
-        return;
     }
-    saveTiles_.OpenForPhoto(Drive1.drive(), Dir1.path(), lstFiles.selectedText());
+}
+
+std::optional<SheetJob> frmMain::posterSheets() const {
+    const std::optional<PosterLayout> layout = posterLayout();
+    if (!layout || !bImgSelected) {
+        return std::nullopt;
+    }
+    std::optional<EdgeTrims> trims;
+    if (chkPrinterClips.checked()) {
+        trims.emplace();
+        FillCurEdgeTrimInches(*trims);
+    }
+    const Units units = unitsOf(iCurUnits);
+    PaperTables tables = buildPaperTables();
+    setPrefFromRegLine(tables, paper_.preferenceLine, minTileInches, maxTileInches,
+                       platform_.numberStyle);
+    PaperRecord paper = tables.current();
+    constexpr double nothing = 1e-6;
+    if (std::abs(paper.tileWidth() - paper_.tileWidth) > nothing ||
+        std::abs(paper.tileHeight() - paper_.tileHeight) > nothing) {
+        throw Error("The paper is not the one that the tiles were laid out for.");
+    }
+    const OutputFigures figures = outputFigures(*layout, true, units, platform_.numberStyle);
+    return sheetJob(paper, units, *layout, trims, lstFiles.selectedText(), figures.size);
+}
+
+std::filesystem::path frmMain::photoPath() const {
+    return textPath(Dir1.path()) / textPath(lstFiles.selectedText());
+}
+
+Turn frmMain::photoTurn() const {
+    switch (photo_.rotation) {
+    case 90:
+        return Turn::clockwise;
+    case 180:
+        return Turn::half;
+    case 270:
+        return Turn::counterClockwise;
+    default:
+        return Turn::none;
+    }
+}
+
+std::string frmMain::storedChoice(const std::string& name) const {
+    return preferences_.queryValue(RegistryRoot::localMachine, preferencesKey, name);
+}
+
+void frmMain::storeChoice(const std::string& name, const std::string& value) {
+    preferences_.ensureKeys();
+    preferences_.setValue(RegistryRoot::localMachine, preferencesKey, name, value);
 }
 
 void frmMain::mnuAbout_Click() {

@@ -2,20 +2,12 @@
 // that follow from them.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "layout/output_figures.h"
+#include "paper/margin_lists.h"
 #include "platform/error.h"
 
 namespace veldara {
-
-namespace {
-
-std::string sizeText(double width, double height, Units units, NumberStyle style) {
-    const char* pattern = units == Units::inches ? "#####0.00" : "#####0.0";
-    return formatNumber(width, pattern, style) + " x " + formatNumber(height, pattern, style);
-}
-
-} // namespace
 
 double frmMain::GetFinalImgWhRatio() const {
     const std::optional<PosterLayout> layout = posterLayout();
@@ -51,24 +43,20 @@ std::string frmMain::GetTileMax() const {
 }
 
 bool frmMain::CheckTileSizes(double& widthInches, double& heightInches) const {
-    try {
-        std::optional<EdgeTrims> trims;
-        if (chkPrinterClips.checked()) {
-            FillCurEdgeTrimInches(trims.emplace());
-        }
-        const auto size = checkTileSizes(dCurTileWidth, dCurTileHeight, unitsOf(iCurUnits), trims);
-        if (size) {
-            widthInches = size->width;
-            heightInches = size->height;
-        }
-        return size.has_value();
-    } catch (const Error&) {
-        return false; // no profile is active
+    const std::optional<PosterLayout> layout = posterLayout();
+    if (layout) {
+        widthInches = layout->tileWidthInches;
+        heightInches = layout->tileHeightInches;
     }
+    return layout.has_value();
+}
+
+bool frmMain::hasValidTileSize() const {
+    return posterLayout().has_value();
 }
 
 bool frmMain::CheckTileSizesNoTrim(double& widthInches, double& heightInches) const {
-    const auto size = checkTileSizesNoTrim(dCurTileWidth, dCurTileHeight, unitsOf(iCurUnits));
+    const auto size = checkTileSizesNoTrim(paper_.tileWidth, paper_.tileHeight, unitsOf(iCurUnits));
     if (size) {
         widthInches = size->width;
         heightInches = size->height;
@@ -79,15 +67,13 @@ bool frmMain::CheckTileSizesNoTrim(double& widthInches, double& heightInches) co
 // The repeated check is a loop that serves events and not a call of itself: it lasts as long as the
 // size stays invalid, and neither the stack nor the window may pay for that.
 bool frmMain::bTileSizesOk(bool bShowWarning) {
-    double width = 0.0;
-    double height = 0.0;
-    if (CheckTileSizes(width, height)) {
+    if (hasValidTileSize()) {
         return true;
     }
     if (bShowWarning) {
         ShowTileSizeError();
     }
-    while (!ended_ && !CheckTileSizes(width, height)) {
+    while (!ended_ && !hasValidTileSize()) {
         platform_.eventPump.doEvents();
     }
     return false;
@@ -97,20 +83,44 @@ void frmMain::ShowTileSizeError() {
     platform_.dialogs.showMessage(tileSizeMessage(unitsOf(iCurUnits), platform_.numberStyle));
 }
 
-std::optional<PosterLayout> frmMain::posterLayout() const {
-    PosterLayout layout;
-    if (!CheckTileSizes(layout.tileWidthInches, layout.tileHeightInches)) {
-        return std::nullopt;
+PosterRequest frmMain::posterRequest() const {
+    PosterRequest request;
+    request.layout.photoWidth = lImgWidth;
+    request.layout.photoHeight = lImgHeight;
+    request.layout.tilesWide = GetNumTilesWide();
+    request.layout.tilesHigh = GetNumTilesHigh();
+    request.layout.tilesTurned = bTileRotated;
+    request.layout.zoom = scrZoom.value();
+    request.layout.horzPos = preview_.pan.horzPos;
+    request.layout.vertPos = preview_.pan.vertPos;
+    request.tileWidth = paper_.tileWidth;
+    request.tileHeight = paper_.tileHeight;
+    request.units = unitsOf(iCurUnits);
+    if (chkPrinterClips.checked()) {
+        FillCurEdgeTrimInches(request.trims.emplace());
     }
-    layout.photoWidth = lImgWidth;
-    layout.photoHeight = lImgHeight;
-    layout.tilesWide = GetNumTilesWide();
-    layout.tilesHigh = GetNumTilesHigh();
-    layout.tilesTurned = bTileRotated;
-    layout.zoom = scrZoom.value();
-    layout.horzPos = pan_.horzPos;
-    layout.vertPos = pan_.vertPos;
-    return layout;
+    return request;
+}
+
+std::optional<PosterLayout> frmMain::posterLayout() const {
+    try {
+        return effectiveLayout(posterRequest());
+    } catch (const Error&) {
+        return std::nullopt; // no profile is active
+    }
+}
+
+PosterPlan frmMain::planTiles(const TileFileParts& files) const {
+    try {
+        PosterRequest request = posterRequest();
+        request.files = files;
+        return planPoster(request);
+    } catch (const Error& error) {
+        PosterPlan plan;
+        plan.problem = PlanProblem::tileSize;
+        plan.reason = error.what();
+        return plan;
+    }
 }
 
 void frmMain::UpdateOutputSize() {
@@ -135,10 +145,10 @@ void frmMain::UpdateOutputSize() {
 }
 
 void frmMain::UpdateActionButtons() {
-    double width = 0.0;
-    double height = 0.0;
-    const bool ready = bImgSelected && CheckTileSizes(width, height);
-    cmdSaveNow.setEnabled(ready);
+    const bool ready = bImgSelected && hasValidTileSize();
+    for (Control* control : std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf}) {
+        control->setEnabled(ready);
+    }
     cmdLargePreview.setEnabled(ready);
 }
 
@@ -186,9 +196,7 @@ void frmMain::chkPreviewTiles_Click() {
     if (bSkipSettingWrite) {
         return;
     }
-    double width = 0.0;
-    double height = 0.0;
-    if (chkPreviewTiles.checked() && !CheckTileSizes(width, height)) {
+    if (chkPreviewTiles.checked() && !hasValidTileSize()) {
         ShowTileSizeError();
         chkPreviewTiles.setChecked(false);
         return;
@@ -227,7 +235,7 @@ void frmMain::cmbCurBtm_Click() {
 void frmMain::fillProfileList(const std::vector<std::string>& names, int selected) {
     const int before = cmbCurBtm.listIndex();
     {
-        const LoadingMark mark(fillingProfiles_);
+        const ScopedFlag flag(fillingProfiles_);
         cmbCurBtm.setItems(names);
         selectProfile(selected);
     }
@@ -240,7 +248,7 @@ void frmMain::fillProfileList(const std::vector<std::string>& names, int selecte
     }
 }
 
-void frmMain::FillCurEdgeTrimInches(std::array<double, 4>& trims) const {
+void frmMain::FillCurEdgeTrimInches(EdgeTrims& trims) const {
     btm_.FillCurEdgeTrimInches(trims);
 }
 
@@ -255,13 +263,13 @@ void frmMain::setNewTileVals(const std::string& sNewCurPaperName, int iNewCurUni
                              double dNewCurTileWidth, double dNewCurTileHeight,
                              double dNewCurPaperWidth, double dNewCurPaperHeight,
                              const std::string& sNewPaperRegLine, int& iNewVal) {
-    sCurPaperName = sNewCurPaperName;
+    paper_.name = sNewCurPaperName;
     iCurUnits = iNewCurUnits;
-    dCurTileWidth = dNewCurTileWidth;
-    dCurTileHeight = dNewCurTileHeight;
-    dCurPaperWidth = dNewCurPaperWidth;
-    dCurPaperHeight = dNewCurPaperHeight;
-    sPaperRegLine = sNewPaperRegLine;
+    paper_.tileWidth = dNewCurTileWidth;
+    paper_.tileHeight = dNewCurTileHeight;
+    paper_.width = dNewCurPaperWidth;
+    paper_.height = dNewCurPaperHeight;
+    paper_.preferenceLine = sNewPaperRegLine;
     refreshPaperLabels();
     UpdateOutputSize();
     if (!bSkipSettingWrite) {
@@ -275,11 +283,22 @@ void frmMain::setNewTileVals(const std::string& sNewCurPaperName, int iNewCurUni
 
 void frmMain::refreshPaperLabels() {
     const Units units = unitsOf(iCurUnits);
-    lblPaperName.setCaption(sCurPaperName);
+    lblPaperName.setCaption(paper_.name);
     lblPaperSize.setCaption(
-        sizeText(dCurPaperWidth, dCurPaperHeight, units, platform_.numberStyle));
-    lblTileSize.setCaption(sizeText(dCurTileWidth, dCurTileHeight, units, platform_.numberStyle));
-    lblUnits.setCaption(units == Units::inches ? "Inches" : "Millimeters");
+        paperSizeText(paper_.width, paper_.height, units, platform_.numberStyle));
+    lblTileSize.setCaption(
+        paperSizeText(paper_.tileWidth, paper_.tileHeight, units, platform_.numberStyle));
+    lblUnits.setCaption(mainUnitsText(units));
+}
+
+std::string frmMain::FiguresText() const {
+    const auto line = [](const Label& caption, const Label& value) {
+        return caption.caption() + " " + value.caption() + "\n";
+    };
+    return line(lblFinalSizeCaption, lblFinalSize) + line(lblMPixCaption, lblMPixVal) +
+           line(lblResolutionCaption, lblResolution) + line(lblQualityCaption, lblQuality) +
+           line(lblZoom, lblZoomAmount) + line(lblLrCaption, lblLrValue) +
+           line(lblTbCaption, lblTbValue) + line(lblPaperNameCaption, lblPaperName);
 }
 
 } // namespace veldara

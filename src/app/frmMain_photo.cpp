@@ -1,12 +1,12 @@
 // The photo: loaded from the chosen file, turned, and copied to the size of the preview. All of
-// this takes its time on a worker while window events run, so any handler may run in the middle of
-// it. Only one piece of such work is under way at a time; what is asked for meanwhile is noted down
-// and done afterwards.
+// this runs on a worker while window events are served, so any handler may run in the middle of it.
+// Only one such piece of work runs at a time; requests that arrive in the middle are kept and done
+// afterwards.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
 #include "app/photo_file.h"
 #include "app/photo_turn.h"
-#include "controls/loading_mark.h"
+#include "controls/scoped_flag.h"
 #include "layout/preview_resize.h"
 #include "platform/error.h"
 #include "platform/image/operations.h"
@@ -33,7 +33,7 @@ struct LoadFailure {
 
 void frmMain::lstFiles_Click() {
     if (lstFiles.listIndex() >= 0) {
-        loadWanted_ = true;
+        work_.requestLoad();
         workOnPhoto();
     }
 }
@@ -45,24 +45,24 @@ void frmMain::cmbRotate_Click() {
 }
 
 void frmMain::picCur_Resize() {
-    tmrResize.setEnabled(false); // the moment of rest starts anew
+    tmrResize.setEnabled(false); // the pause starts again
     tmrResize.setEnabled(true);
 }
 
 void frmMain::tmrResize_Timer() {
-    if (photoBusy_) {
+    if (work_.running()) {
         return; // asked again at the next tick
     }
     tmrResize.setEnabled(false);
-    previewWanted_ = true;
+    work_.requestPreview();
     workOnPhoto();
 }
 
 void frmMain::workOnPhoto() {
-    if (photoBusy_) {
-        return; // the run under way takes it up
+    if (work_.running()) {
+        return; // the running call serves the request
     }
-    const LoadingMark mark(photoBusy_);
+    const ScopedFlag running = work_.start();
     while (workOnPhotoOnce()) {
     }
 }
@@ -72,15 +72,15 @@ bool frmMain::workOnPhotoOnce() {
     if (ended_ || !loaded()) {
         return false;
     }
-    if (std::exchange(loadWanted_, false)) {
+    if (work_.takeLoadRequest()) {
         loadSelectedPhoto();
         return true;
     }
-    if (bImgSelected && rotationAngle(cmbRotate.listIndex()) != iCurRotation) {
+    if (bImgSelected && rotationAngle(cmbRotate.listIndex()) != photo_.rotation) {
         turnPhoto();
         return true;
     }
-    if (std::exchange(previewWanted_, false) && bImgSelected) {
+    if (work_.takePreviewRequest() && bImgSelected) {
         rebuildPreview();
         return true;
     }
@@ -93,7 +93,7 @@ void frmMain::loadSelectedPhoto() {
     UpdateActionButtons();
     UpdatePlacementLabels();
     const std::string name = lstFiles.selectedText();
-    const int generation = listGeneration_;
+    const int generation = work_.listGeneration();
     std::optional<LoadFailure> failure;
     try {
         loadPhotoFile(name);
@@ -105,8 +105,8 @@ void frmMain::loadSelectedPhoto() {
         failure = LoadFailure{photoUnusable, photoMemoryMessage(name)};
     }
     loadError_ = failure ? failure->number : 0;
-    if (isSuperseded() || generation != listGeneration_) {
-        return; // nobody waits for this photo any more
+    if (isSuperseded() || generation != work_.listGeneration()) {
+        return; // its result is no longer wanted
     }
     stopLoadingAnimation();
     if (failure) {
@@ -118,38 +118,43 @@ void frmMain::loadSelectedPhoto() {
 
 void frmMain::loadPhotoFile(const std::string& name) {
     if (!isPhotoFile(name)) {
-        throw LoadFailure{photoUnusable, photoNameMessage(name)};
+        throw LoadFailure{photoUnusable, hasPictureEnding(name) ? photoNotListedMessage(name)
+                                                                : photoNameMessage(name)};
     }
     startLoadingAnimation();
-    const int generation = listGeneration_;
+    const int generation = work_.listGeneration();
     const std::string path = withSeparator(Dir1.path(), platform_.drives.separator()) + name;
     std::shared_ptr<const Image> photo;
     platform_.eventPump.runWhileServing(
         [&] { photo = std::make_shared<const Image>(loadPhoto_(textPath(path))); });
     const int angle = rotationAngle(cmbRotate.listIndex());
-    if (angle != 0 && !isSuperseded() && generation == listGeneration_) {
+    if (angle != 0 && !isSuperseded() && generation == work_.listGeneration()) {
         platform_.eventPump.runWhileServing(
             [&] { photo = std::make_shared<const Image>(turnedBy(*photo, angle)); });
     }
-    if (isSuperseded() || generation != listGeneration_) {
+    if (isSuperseded() || generation != work_.listGeneration()) {
         return;
     }
+    photoName_ = name;
     takePhoto(std::move(photo), angle);
     if (!isPhotoLargeEnough(lImgWidth, lImgHeight)) {
         throw LoadFailure{photoTooSmall, photoTooSmallMessage()};
     }
     MakePreviewImage();
+    if (bImgSelected) {
+        rememberPhoto(path);
+    }
 }
 
 void frmMain::takePhoto(std::shared_ptr<const Image> photo, int angle) {
-    img = std::move(photo);
-    lImgWidth = img->width();
-    lImgHeight = img->height();
-    iCurRotation = angle;
+    photo_.image = std::move(photo);
+    lImgWidth = photo_.image->width();
+    lImgHeight = photo_.image->height();
+    photo_.rotation = angle;
 }
 
 void frmMain::turnPhoto() {
-    SetPointer(3);
+    SetPointer(Pointer::hourglass);
     std::optional<Message> failure;
     try {
         RotateImageTo(rotationAngle(cmbRotate.listIndex()));
@@ -159,34 +164,36 @@ void frmMain::turnPhoto() {
     } catch (const std::exception&) { // no memory, or no thread
         failure = turnMemoryMessage();
     }
-    SetPointer(0);
+    SetPointer(Pointer::arrow);
     if (failure) {
-        cmbRotate.setListIndex(rotationIndex(iCurRotation)); // as the photo stands
+        cmbRotate.setListIndex(rotationIndex(photo_.rotation)); // as the photo is turned
         platform_.dialogs.showMessage(*failure);
     }
 }
 
 // Always from the photo as it was turned before; the file is not read again.
 void frmMain::RotateImageTo(int angle) {
-    const int delta = rotationDelta(iCurRotation, angle);
+    const int delta = rotationDelta(photo_.rotation, angle);
     if (delta == 0) {
         return;
     }
-    const std::shared_ptr<const Image> photo = img;
+    const std::shared_ptr<const Image> photo = photo_.image;
     std::shared_ptr<const Image> result;
+    ScaledPreview preview;
     bImgSelected = false; // no handler may work on a photo that is about to be another one
     UpdateActionButtons();
     try {
         platform_.eventPump.runWhileServing(
             [&] { result = std::make_shared<const Image>(turnedBy(*photo, delta)); });
+        preview = scaledToBox(*result);
     } catch (...) {
-        bImgSelected = img == photo;
+        bImgSelected = photo_.image == photo;
         UpdateActionButtons();
         throw;
     }
-    if (img == photo && !isSuperseded()) {
+    if (photo_.image == photo && !isSuperseded()) {
         takePhoto(std::move(result), angle);
-        MakePreviewImage();
+        showPhoto(std::move(preview));
     }
 }
 
@@ -199,47 +206,63 @@ void frmMain::rebuildPreview() {
 }
 
 void frmMain::MakePreviewImage() {
-    const std::shared_ptr<const Image> photo = img;
-    const PreviewSize size =
-        previewSize(photo->width(), photo->height(), std::max(picCur.width(), 1),
-                    std::max(picCur.height(), 1)); // a box may have no size yet
-    std::shared_ptr<const Image> preview;
-    platform_.eventPump.runWhileServing([&] {
-        preview = std::make_shared<const Image>(resampled(photo->view(), size.width, size.height));
-    });
-    if (img != photo || isSuperseded()) {
-        return; // another photo is on its way
+    const std::shared_ptr<const Image> photo = photo_.image;
+    ScaledPreview preview = scaledToBox(*photo);
+    if (photo_.image == photo && !isSuperseded()) {
+        showPhoto(std::move(preview));
     }
+}
+
+// Serves events meanwhile. Throws Error, or what a lack of memory or threads throws.
+frmMain::ScaledPreview frmMain::scaledToBox(const Image& photo) {
+    const PreviewSize size =
+        previewSize(photo.width(), photo.height(), std::max(picCur.width(), 1),
+                    std::max(picCur.height(), 1)); // a box may have no size yet
+    std::shared_ptr<const Image> image;
+    platform_.eventPump.runWhileServing([&] {
+        image = std::make_shared<const Image>(resampled(photo.view(), size.width, size.height));
+    });
+    return {std::move(image), size.scale};
+}
+
+// Makes the preview of photo_ the one that is shown; the photo counts as selected from now on.
+void frmMain::showPhoto(ScaledPreview preview) {
     stopLoadingAnimation();
     if (bImgSelected) {
         // the same photo in another size: with the grid off nothing else would move the crop
-        crop_ = rescaledCrop(crop_, dPreviewScale, size.scale);
-        bDragging = false;
+        preview_.crop = rescaledCrop(preview_.crop, preview_.scale, preview.scale);
+        preview_.drag.reset();
     }
-    imgPreview = std::move(preview);
-    dPreviewScale = size.scale;
+    preview_.image = std::move(preview.image);
+    preview_.scale = preview.scale;
     bImgSelected = true;
+    picCur.setCaption(photoCaption(photoName_, lImgWidth, lImgHeight));
     ShowMainPreview();
     UpdateOutputSize();
     UpdatePlacementLabels();
-    cmdSaveNow.setEnabled(true);
+    for (Control* control : std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf}) {
+        control->setEnabled(true);
+    }
     cmdLargePreview.setEnabled(true);
 }
 
 void frmMain::forgetPhoto() {
     bImgSelected = false;
-    bDragging = false;
-    if (iArrowDir != arrowNone) {
+    bPreviewOn = false;
+    preview_.drag.reset();
+    if (arrowPad_.direction != arrowNone) {
         SetArrowState(arrowNone);
     }
-    img = std::make_shared<const Image>();
-    imgPreview.reset();
-    iCurRotation = 0;
+    photo_.image = std::make_shared<const Image>();
+    preview_.image.reset();
+    photo_.rotation = 0;
+    picCur.setCaption(noPhotoCaption);
+    picCur.setMarks({});
 }
 
-// Whether the work under way was overtaken: by a click on another file, or by the end.
+// Whether the running work was overtaken: by a click on another file, or by the end.
 bool frmMain::isSuperseded() const {
-    return loadWanted_ || ended_ || !loaded();
+    return work_.loadRequested() || ended_ || !loaded();
 }
 
 void frmMain::startLoadingAnimation() {
@@ -255,7 +278,7 @@ void frmMain::tmrLoadingImg_Timer() {
     if (animationTickRuns_) {
         return;
     }
-    const LoadingMark mark(animationTickRuns_);
+    const ScopedFlag flag(animationTickRuns_);
     picCur.setDrawing(storage_.loadingFrameAfter(picCur.drawing()).drawing());
     platform_.eventPump.doEvents();
 }

@@ -1,5 +1,5 @@
-// The preview: the photo with the tile grid over it, where the crop stands, and how it is moved
-// with the mouse and the arrow pad.
+// The preview: the photo with the tile grid over it, the position of the crop, and how the mouse
+// and the arrow pad move it.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
 #include "layout/full_preview.h"
@@ -8,7 +8,6 @@
 #include "platform/image/operations.h"
 
 #include <exception>
-#include <new>
 
 namespace veldara {
 
@@ -30,12 +29,12 @@ void frmMain::ShowMainPreview() {
     }
     bPreviewOn = false;
     if (!chkPreviewTiles.checked()) {
-        picCur.setPixels(imgPreview);
+        markCrop();
+        picCur.setPixels(preview_.image);
         return;
     }
-    double width = 0.0;
-    double height = 0.0;
-    if (!CheckTileSizes(width, height)) {
+    picCur.setMarks({});
+    if (!hasValidTileSize()) {
         ShowTileSizeError();
         chkPreviewTiles.setChecked(false);
         return;
@@ -43,20 +42,37 @@ void frmMain::ShowMainPreview() {
     std::vector<TileRect> tiles;
     if (CalcTileCoord(tiles) < 1) {
         platform_.dialogs.showMessage(invalidTileConfigurationMessage());
-        picCur.setPixels(imgPreview);
+        picCur.setPixels(preview_.image);
         return;
     }
-    const PreviewGrid grid = previewGrid(tiles, GetNumTilesWide(), GetNumTilesHigh(), dPreviewScale,
-                                         imgPreview->width(), imgPreview->height());
-    crop_ = grid.crop;
+    const PreviewGrid grid =
+        previewGrid(tiles, GetNumTilesWide(), GetNumTilesHigh(), preview_.scale,
+                    preview_.image->width(), preview_.image->height());
+    preview_.crop = grid.crop;
     try {
-        auto imgGrid = std::make_shared<Image>(Image::copyOf(imgPreview->view()));
+        auto imgGrid = std::make_shared<Image>(Image::copyOf(preview_.image->view()));
         drawPreviewGrid(imgGrid->mutableView(), grid);
         picCur.setPixels(std::move(imgGrid));
+        picCur.setMarks(PictureMarks{grid.crop.left, grid.crop.top, grid.crop.right,
+                                     grid.crop.bottom, grid.columns, grid.rows});
         bPreviewOn = true;
     } catch (const std::exception&) {
-        picCur.setPixels(imgPreview); // no memory for a second picture: better without the grid
+        picCur.setPixels(preview_.image); // no memory for a second picture: better without the grid
     }
+}
+
+// Without the grid the crop is only pointed out: the hit test keeps to the one last drawn.
+void frmMain::markCrop() {
+    std::vector<TileRect> tiles;
+    if (!hasValidTileSize() || CalcTileCoord(tiles) < 1) {
+        picCur.setMarks({});
+        return;
+    }
+    const PreviewCrop crop =
+        previewGrid(tiles, GetNumTilesWide(), GetNumTilesHigh(), preview_.scale,
+                    preview_.image->width(), preview_.image->height())
+            .crop;
+    picCur.setMarks(PictureMarks{crop.left, crop.top, crop.right, crop.bottom, {}, {}});
 }
 
 void frmMain::UpdatePlacementLabels() {
@@ -65,56 +81,83 @@ void frmMain::UpdatePlacementLabels() {
         lblTbValue.setCaption(noPlacement);
         return;
     }
-    const Placement place = placement(lImgWidth, lImgHeight, dPreviewScale, crop_, pan_);
-    pan_ = place.pan;
+    const Placement place =
+        placement(lImgWidth, lImgHeight, preview_.scale, preview_.crop, preview_.pan);
+    preview_.pan = place.pan;
     lblLrValue.setCaption(place.horizontal);
     lblTbValue.setCaption(place.vertical);
 }
 
 bool frmMain::IsInCropRect(int x, int y) const {
-    return bImgSelected && crop_.contains(x, y);
+    return bImgSelected && preview_.crop.contains(x, y);
 }
 
-void frmMain::SetPointer(int code) {
-    setPointer(static_cast<Pointer>(code));
+Pointer frmMain::pointerAt(int x, int y) const {
+    return IsInCropRect(x, y) ? Pointer::crossHair : Pointer::arrow;
+}
+
+void frmMain::SetPointer(Pointer pointer) {
+    setPointer(pointer);
 }
 
 void frmMain::picCur_MouseDown(MouseButton button, int x, int y) {
     if (button == MouseButton::left && IsInCropRect(x, y)) {
-        bDragging = true;
-        dragStart_ = {x, y, pan_};
-        SetPointer(2);
+        preview_.drag = DragStart{x, y, preview_.pan};
+        SetPointer(Pointer::move);
     }
 }
 
 void frmMain::picCur_MouseMove(int x, int y) {
-    if (bDragging) {
-        SetPointer(2);
+    if (preview_.drag) {
+        SetPointer(Pointer::move);
         DragPanTo(x, y);
     } else if (pointer() != Pointer::hourglass) {
-        SetPointer(IsInCropRect(x, y) ? 1 : 0);
+        SetPointer(pointerAt(x, y));
     }
 }
 
 void frmMain::picCur_MouseUp(int x, int y) {
-    if (bDragging) {
-        SetPointer(IsInCropRect(x, y) ? 1 : 0);
+    if (preview_.drag) {
+        SetPointer(pointerAt(x, y));
         DragPanTo(x, y);
-        bDragging = false;
+        preview_.drag.reset();
     }
 }
 
 void frmMain::DragPanTo(int x, int y) {
-    pan_ = dragPan(lImgWidth, lImgHeight, dPreviewScale, crop_, dragStart_, x, y);
+    preview_.pan =
+        dragPan(lImgWidth, lImgHeight, preview_.scale, preview_.crop, *preview_.drag, x, y);
     UpdatePlacementLabels();
     ShowMainPreview();
+}
+
+void frmMain::picCur_DoubleClick() {
+    if (bImgSelected) {
+        preview_.drag.reset();
+        centreCrop();
+    }
+}
+
+void frmMain::centreCrop() {
+    preview_.pan = Pan{};
+    UpdatePlacementLabels();
+    ShowMainPreview();
+}
+
+void frmMain::ResetZoomAndPan() {
+    if (!bImgSelected) {
+        return;
+    }
+    preview_.drag.reset();
+    scrZoom.setValue(scrZoom.minimum());
+    centreCrop();
 }
 
 void frmMain::imgArrow_MouseDown(int x, int y) {
     if (!bImgSelected) {
         return;
     }
-    iArrowRepeat = 0;
+    arrowPad_.repeat = 0;
     const ArrowDirection direction = arrowDirectionAt(x, y, imgArrow.width(), imgArrow.height());
     if (direction != arrowNone) {
         SetArrowState(direction);
@@ -131,7 +174,7 @@ void frmMain::tmrImg_Timer() {
     ShowMainPreview();
 }
 
-// The pads are arranged out of sight, so that no two of them are seen at once.
+// The pads are hidden while they are rearranged, so that no two of them are seen at once.
 void frmMain::SetArrowState(int direction) {
     const std::array<Picture*, 5> pads{&imgArrow, &imgArrow_Up, &imgArrow_right, &imgArrow_down,
                                        &imgArrow_left};
@@ -140,9 +183,10 @@ void frmMain::SetArrowState(int direction) {
     }
     for (std::size_t i = 0; i < pads.size(); ++i) {
         const bool home = static_cast<int>(i) == direction;
-        pads[i]->setPlace(home ? arrowHomeLeft_ : arrowHomeLeft_ + outOfSight, imgArrow.top());
+        pads[i]->setPlace(home ? arrowPad_.homeLeft : arrowPad_.homeLeft + outOfSight,
+                          imgArrow.top());
     }
-    iArrowDir = direction;
+    arrowPad_.direction = direction;
     tmrImg.setInterval(arrowInterval);
     tmrImg.setEnabled(direction != arrowNone);
     for (Picture* pad : pads) {
@@ -151,13 +195,13 @@ void frmMain::SetArrowState(int direction) {
 }
 
 void frmMain::StepPan() {
-    const PanStepResult step = stepPan(iArrowDir, iArrowRepeat, pan_);
+    const PanStepResult step = stepPan(arrowPad_.direction, arrowPad_.repeat, preview_.pan);
     if (!step.stepped) {
         return;
     }
-    pan_ = step.pan;
+    preview_.pan = step.pan;
     ShowMainPreview();
-    ++iArrowRepeat;
+    ++arrowPad_.repeat;
 }
 
 void frmMain::FillPreview(Picture& box) {
@@ -171,7 +215,7 @@ void frmMain::FillPreview(Picture& box) {
     }
     const int tilesWide = GetNumTilesWide();
     const int tilesHigh = GetNumTilesHigh();
-    const std::shared_ptr<const Image> photo = img; // it may be replaced while events run
+    const std::shared_ptr<const Image> photo = photo_.image; // it may be replaced while events run
     std::shared_ptr<Image> poster;
     try {
         platform_.eventPump.runWhileServing([&] {
@@ -184,7 +228,7 @@ void frmMain::FillPreview(Picture& box) {
         box.setPixels(std::move(poster));
     } catch (const Error& error) {
         platform_.dialogs.showMessage(errorMessage(error.what()));
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) { // out of memory, or no thread
         platform_.dialogs.showMessage(previewMemoryMessage());
     }
 }

@@ -30,17 +30,18 @@ void frmMain::loadHandler() {
     initControls();
     forgetPhoto();
     ClearPreview();
-    bDragging = false;
-    bPreviewOn = false;
     cmbRotate.setListIndex(0);
     cmbFileType.setListIndex(0);
     FillFileList();
     UpdateMainFormCaption();
     unloadOtherWindows();
+    appEnd_.load();
     show();
-    pan_ = Pan{};
-    arrowHomeLeft_ = imgArrow.left();
+    preview_.pan = Pan{};
+    arrowPad_.homeLeft = imgArrow.left();
     bSkipSettingWrite = false;
+    recent_ = RecentPhotos(preferences_.readRecentPhotos());
+    showRecentPhotos();
     findHelpFile();
     findSpecialFolders();
 }
@@ -61,6 +62,9 @@ void frmMain::initControls() {
 void frmMain::restoreLastFolder() {
     try {
         const std::string folder = preferences_.read(prefLastFolder);
+        if (!platform_.drives.answersSoon(folder)) {
+            throw Error("The folder \"" + folder + "\" does not answer.");
+        }
         sCurDrive = platform_.drives.driveOf(folder);
         Drive1.setDrive(sCurDrive);
         Dir1.setPath(folder);
@@ -68,12 +72,30 @@ void frmMain::restoreLastFolder() {
     } catch (const Error&) {
         sCurDrive = startDrive(platform_.drives);
     }
-    try {
-        Drive1.setDrive(sCurDrive);
-        Dir1.setPath(platform_.drives.rootOf(sCurDrive));
-    } catch (const Error&) {
-        return; // not even that drive can be read: the browser starts empty
+    for (const std::string& folder : firstFolders()) {
+        try {
+            Drive1.setDrive(platform_.drives.driveOf(folder));
+            Dir1.setPath(folder);
+            sCurDrive = Drive1.drive();
+            return;
+        } catch (const Error&) {
+            continue; // when none of them can be read the browser starts empty
+        }
     }
+}
+
+// Where the browser starts without a remembered folder: where the user's photos are likely to be.
+// Where drives have letters it is the start drive's root.
+std::vector<std::string> frmMain::firstFolders() const {
+    std::vector<std::string> folders;
+    if (platform_.drives.separator() == '/') {
+        for (const int identifier : {picturesIdentifier, homeIdentifier}) {
+            folders.push_back(platform_.specialFolders.path(identifier));
+        }
+        std::erase(folders, "");
+    }
+    folders.push_back(platform_.drives.rootOf(sCurDrive));
+    return folders;
 }
 
 void frmMain::applySettings() {
@@ -83,16 +105,17 @@ void frmMain::applySettings() {
     applyTileCounts();
     applyEdgeAdjust();
     chkPreviewTiles.setChecked(readSwitch(preferences_.read(prefShowTiles), 1) == 1);
-    iMarginsLocked = readSwitch(preferences_.read(prefMarginLocked), 0);
+    paper_.marginsLocked = readSwitch(preferences_.read(prefMarginLocked), 0);
+    mnuDimOutside.setChecked(readSwitch(preferences_.read(prefDimOutside), 1) == 1);
     bSkipSettingWrite = false;
 }
 
 void frmMain::applyPaperLine() {
-    sPaperRegLine = preferences_.read(prefPaperRegLine);
+    paper_.preferenceLine = preferences_.read(prefPaperRegLine);
     tileSize_.initPaperSizes();
-    tileSize_.setPrefFromRegLine(sPaperRegLine);
-    tileSize_.getWhuValues(dCurTileWidth, dCurTileHeight, dCurPaperWidth, dCurPaperHeight,
-                           iCurUnits, sCurPaperName);
+    tileSize_.setPrefFromRegLine(paper_.preferenceLine);
+    tileSize_.getWhuValues(paper_.tileWidth, paper_.tileHeight, paper_.width, paper_.height,
+                           iCurUnits, paper_.name);
     refreshPaperLabels();
     tileSize_.unload();
 }
@@ -133,7 +156,7 @@ void frmMain::saveSettings() {
                        edgeAdjustText({chkPrinterClips.value(), cmbCurBtm.listIndex()}));
     preferences_.write(prefShowTiles, std::to_string(chkPreviewTiles.value()));
     preferences_.write(prefHeightEqualsWidth, std::to_string(chkLockWh.value()));
-    preferences_.write(prefMarginLocked, std::to_string(iMarginsLocked));
+    preferences_.write(prefMarginLocked, std::to_string(paper_.marginsLocked));
     bSkipSettingWrite = false;
 }
 
@@ -144,12 +167,15 @@ void frmMain::saveSettingsUnlessSkipped() {
 }
 
 std::string frmMain::applicationFolder() const {
-    return preferences_.read(prefAppDir);
+    // Any user of the machine can change this value. A folder of another machine would make every
+    // start ask that machine, and what lies on a stick goes with it.
+    const std::string folder = preferences_.read(prefAppDir);
+    return platform_.drives.isOnFixedDrive(folder) ? folder : std::string();
 }
 
 bool frmMain::fileExists(const std::string& path) const {
     try {
-        return platform_.fileSystem.create()->fileExists(path);
+        return platform_.fileSystem.createOrSubstitute()->fileExists(path);
     } catch (const Error&) {
         return false;
     }
@@ -170,7 +196,7 @@ void frmMain::findHelpFile() {
     }
 }
 
-// One mark for both folders: where either is missing, neither button moves the lists.
+// One flag for both folders: where either is missing, neither button moves the lists.
 void frmMain::findSpecialFolders() {
     foldersKnown_ = false;
     const auto lookUp = [this](int kind, const char* otherwise) {
@@ -178,7 +204,7 @@ void frmMain::findSpecialFolders() {
         return path.empty() ? std::string(otherwise) : path;
     };
     try {
-        const auto files = platform_.fileSystem.create();
+        const auto files = platform_.fileSystem.createOrSubstitute();
         const std::string desktop = lookUp(desktopKind, defaultDesktop);
         if (!files->folderExists(desktop)) {
             return;

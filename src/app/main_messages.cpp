@@ -34,6 +34,12 @@ Message photoNameMessage(const std::string& fileName) {
                          "\" can not be used: the names of image files end in .jpg, .tif or .bmp.");
 }
 
+Message photoNotListedMessage(const std::string& fileName) {
+    Message message = photoNameMessage(fileName);
+    message.text += "  \"Open Photo...\" in the File menu can take it.";
+    return message;
+}
+
 Message photoMemoryMessage(const std::string& fileName) {
     return unusablePhoto("The file \"" + fileName +
                          "\" can not be loaded: there is not enough memory for it.");
@@ -41,6 +47,10 @@ Message photoMemoryMessage(const std::string& fileName) {
 
 Message photoUnreadableMessage(const std::string& reason) {
     return unusablePhoto(reason);
+}
+
+std::string photoCaption(const std::string& fileName, int width, int height) {
+    return fileName + ", " + std::to_string(width) + " x " + std::to_string(height) + " pixels";
 }
 
 Message invalidTileConfigurationMessage() {

@@ -1,4 +1,4 @@
-// What the main window tells the user in message boxes.
+// What the main window says to the user: its message boxes, and what a screen reader speaks.
 #pragma once
 
 #include "platform/dialogs.h"
@@ -14,8 +14,14 @@ Message folderNotKnownMessage(const std::string& folderName); // "Desktop", "My 
 // A photo that cannot be used; each names the file or says what is wrong with it.
 Message photoTooSmallMessage();
 Message photoNameMessage(const std::string& fileName);
+// The same for a photo that can be opened, but not from the list.
+Message photoNotListedMessage(const std::string& fileName);
 Message photoMemoryMessage(const std::string& fileName);
 Message photoUnreadableMessage(const std::string& reason);
+
+// What a screen reader calls the picture of the photo.
+constexpr const char* noPhotoCaption = "No photo";
+std::string photoCaption(const std::string& fileName, int width, int height); // in pixels
 
 // Layout and preview
 Message invalidTileConfigurationMessage();

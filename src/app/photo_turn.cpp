@@ -2,9 +2,14 @@
 
 #include "platform/image/operations.h"
 
+#include <array>
+#include <cstddef>
+
 namespace veldara {
 
 namespace {
+
+constexpr std::array<int, 4> rotationAngles{0, 90, 270, 180}; // of the list's entries
 
 Turn turnOf(int degrees) {
     switch (degrees) {
@@ -20,6 +25,25 @@ Turn turnOf(int degrees) {
 }
 
 } // namespace
+
+int rotationAngle(int listIndex) {
+    const bool chosen = listIndex >= 0 && listIndex < static_cast<int>(rotationAngles.size());
+    return chosen ? rotationAngles[static_cast<std::size_t>(listIndex)] : 0;
+}
+
+int rotationIndex(int angle) {
+    for (std::size_t i = 0; i < rotationAngles.size(); ++i) {
+        if (rotationAngles[i] == angle) {
+            return static_cast<int>(i);
+        }
+    }
+    return 0;
+}
+
+int rotationDelta(int from, int to) {
+    const int delta = to - from;
+    return delta < 0 ? delta + 360 : delta;
+}
 
 Image turnedBy(const Image& photo, int degrees) {
     Image result = turned(photo.view(), turnOf(degrees));

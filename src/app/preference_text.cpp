@@ -36,6 +36,10 @@ std::string preferenceName(int id) {
         return "paperRegLine";
     case prefMarginLocked:
         return "cmbMarginLocked";
+    case prefWindowPlace:
+        return "window_place";
+    case prefDimOutside:
+        return "dim_outside";
     default:
         return {};
     }

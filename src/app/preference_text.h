@@ -23,6 +23,8 @@ enum PreferenceId {
     prefUnits = 11,
     prefPaperRegLine = 12,
     prefMarginLocked = 13,
+    prefWindowPlace = 101, // the main window's, with its splitter
+    prefDimOutside = 102,
 };
 
 // The name of the value; empty for a number that stands for none.

@@ -1,11 +1,16 @@
 #include "app/preferences.h"
 
+#include <algorithm>
+
 namespace veldara {
 
 namespace {
 
 // Machine-wide on purpose: all users of the machine share one set of settings.
 constexpr RegistryRoot preferenceRoot = RegistryRoot::localMachine;
+
+// One path per line.
+constexpr const char* recentPhotosName = "recent_photos";
 
 } // namespace
 
@@ -60,6 +65,28 @@ int Preferences::write(PreferenceId id, const std::string& value) {
     ensureKeys();
     setValue(preferenceRoot, preferencesKey, preferenceName(id), value);
     return 1;
+}
+
+std::vector<std::string> Preferences::readRecentPhotos() {
+    std::vector<std::string> paths;
+    std::string rest = queryValue(preferenceRoot, preferencesKey, recentPhotosName);
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        paths.push_back(rest.substr(0, end));
+        rest.erase(0, end + 1);
+    }
+    return paths;
+}
+
+void Preferences::writeRecentPhotos(const std::vector<std::string>& paths) {
+    std::string text;
+    for (const std::string& path : paths) {
+        if (path.find('\n') == std::string::npos) { // no path on Windows has one
+            text += path + "\n";
+        }
+    }
+    ensureKeys();
+    lastResult_ = registry_.setString(preferenceRoot, preferencesKey, recentPhotosName, text);
 }
 
 } // namespace veldara

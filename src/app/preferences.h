@@ -7,6 +7,7 @@
 #include "platform/text/number_text.h"
 
 #include <string>
+#include <vector>
 
 namespace veldara {
 
@@ -32,6 +33,10 @@ class Preferences {
     // Neither ever fails: what cannot be read is empty, what cannot be written is left undone.
     std::string read(PreferenceId id);
     int write(PreferenceId id, const std::string& value); // returns 1
+
+    // The photos that were opened last, the newest first: one value beside the numbered ones.
+    std::vector<std::string> readRecentPhotos();
+    void writeRecentPhotos(const std::vector<std::string>& paths);
 
     // The platform's code of the last call; 0 is success.
     long lastResult() const { return lastResult_; }

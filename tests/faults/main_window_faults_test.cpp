@@ -1,6 +1,7 @@
 // The main window over real folders, photos, drives and settings of which something is wrong: it
 // says so where there is something to say, and goes on.
 #include "app/frmMain.h"
+#include "platform/files/whole_file.h"
 #include "platform/linux/disk_file_system.h"
 #include "platform/linux/mounted_drives.h"
 #include "platform/linux/value_file_registry.h"
@@ -39,7 +40,7 @@ class TheMainWindow : public ::testing::Test {
         registry.setString(RegistryRoot::localMachine, settingsKey, "last_folder", folder);
         return start();
     }
-    static void addPhoto(const std::string& path, int width, int height, FileType type) {
+    static void addPhoto(const std::string& path, int width, int height, TileFormat type) {
         writeWholeFile(pathOf(path),
                        encodeImage(patternedImage(width, height).view(), type, 72, {}));
     }
@@ -82,8 +83,8 @@ void leaveMemory(rlim_t bytes) {
 }
 
 TEST_F(TheMainWindow, NamesAPhotoThatIsTooLargeForTheMemoryAndLoadsTheNextOne) {
-    addPhoto(disk / "large.jpg", 8000, 6000, FileType::jpeg);
-    addPhoto(disk / "small.bmp", 60, 50, FileType::bmp);
+    addPhoto(disk / "large.jpg", 8000, 6000, TileFormat::jpeg);
+    addPhoto(disk / "small.bmp", 60, 50, TileFormat::bmp);
     EXPECT_TRUE(succeedsInChild([&] {
         startIn(disk.text());
         leaveMemory(50'000'000);
@@ -106,7 +107,7 @@ TEST_F(TheMainWindow, NamesAPhotoThatIsTooLargeForTheMemoryAndLoadsTheNextOne) {
 }
 
 TEST_F(TheMainWindow, KeepsAPhotoThatTheMemoryIsTooSmallToTurn) {
-    addPhoto(disk / "photo.bmp", 6000, 4000, FileType::bmp);
+    addPhoto(disk / "photo.bmp", 6000, 4000, TileFormat::bmp);
     EXPECT_TRUE(succeedsInChild([&] {
         startIn(disk.text());
         click("photo.bmp");
@@ -127,7 +128,7 @@ TEST_F(TheMainWindow, ListsFiftyThousandFilesAndLoadsTheLast) {
     for (int i = 0; i < 50'000; ++i) {
         std::ofstream(pathOf(folder + "/p" + std::to_string(i) + ".jpg"));
     }
-    addPhoto(folder + "/p50000.bmp", 60, 50, FileType::bmp);
+    addPhoto(folder + "/p50000.bmp", 60, 50, TileFormat::bmp);
     startIn(folder);
     ASSERT_EQ(window->lstFiles.count(), 50'001);
     EXPECT_EQ(window->lstFiles.items().front(), "p0.jpg");
@@ -138,7 +139,7 @@ TEST_F(TheMainWindow, ListsFiftyThousandFilesAndLoadsTheLast) {
 
 TEST_F(TheMainWindow, MakesTilesOfAPhotoWhoseNameIsNoText) {
     const std::string name = "\xFF\xFE\xC3.bmp";
-    addPhoto(disk / name, 60, 50, FileType::bmp);
+    addPhoto(disk / name, 60, 50, TileFormat::bmp);
     startIn(disk.text());
     click(name);
     saveInto("\xC0tiles");
@@ -147,7 +148,7 @@ TEST_F(TheMainWindow, MakesTilesOfAPhotoWhoseNameIsNoText) {
 }
 
 TEST_F(TheMainWindow, GoesRoundACircleOfLinksOnlyAsFarAsTheSystemDoes) {
-    addPhoto(disk / "photo.bmp", 60, 50, FileType::bmp);
+    addPhoto(disk / "photo.bmp", 60, 50, TileFormat::bmp);
     std::filesystem::create_symlink(".", disk.path() / "self");
     startIn(disk.text());
     for (int round = 0; round < 60; ++round) {
@@ -166,11 +167,11 @@ TEST_F(TheMainWindow, GoesRoundACircleOfLinksOnlyAsFarAsTheSystemDoes) {
 }
 
 TEST_F(TheMainWindow, WorksOnWithTheLoadedPhotoWhateverBecomesOfItsFile) {
-    addPhoto(disk / "photo.bmp", 60, 50, FileType::bmp);
+    addPhoto(disk / "photo.bmp", 60, 50, TileFormat::bmp);
     startIn(disk.text());
     click("photo.bmp");
     saveInto("before");
-    addPhoto(disk / "photo.bmp", 90, 80, FileType::bmp);
+    addPhoto(disk / "photo.bmp", 90, 80, TileFormat::bmp);
     saveInto("changed");
     std::filesystem::remove(disk.path() / "photo.bmp");
     saveInto("removed");
@@ -190,8 +191,8 @@ TEST_F(TheMainWindow, OutlivesTheDriveThatItWorksOn) {
         std::filesystem::create_directory("/mnt/stick");
         ASSERT_EQ(::mount("stick", "/mnt/stick", "tmpfs", 0, nullptr), 0);
         tables.addFile("mounts", "/dev/stick /mnt/stick ext4 rw 0 0\n");
-        addPhoto("/mnt/stick/one.bmp", 60, 50, FileType::bmp);
-        addPhoto("/mnt/stick/two.bmp", 60, 50, FileType::bmp);
+        addPhoto("/mnt/stick/one.bmp", 60, 50, TileFormat::bmp);
+        addPhoto("/mnt/stick/two.bmp", 60, 50, TileFormat::bmp);
         startIn("/mnt/stick");
         EXPECT_EQ(window->Drive1.drive(), "/mnt/stick");
         click("one.bmp");
@@ -229,7 +230,7 @@ class TheMainWindowsSettings : public TheMainWindow {
         double width = 0;
         double height = 0;
         EXPECT_TRUE(window->CheckTileSizes(width, height)) << why;
-        addPhoto(disk / "photo.bmp", 60, 50, FileType::bmp);
+        addPhoto(disk / "photo.bmp", 60, 50, TileFormat::bmp);
         window->Dir1.setPath(disk.text());
         click("photo.bmp");
         EXPECT_TRUE(window->bImgSelected) << why;

@@ -2,6 +2,7 @@
 // defaults, says nothing, and loses nothing that it could not replace.
 #include "app/preferences.h"
 #include "calibration/frmBtm.h"
+#include "platform/files/whole_file.h"
 #include "platform/linux/disk_file_system.h"
 #include "platform/linux/mounted_drives.h"
 #include "platform/linux/value_file_registry.h"
@@ -183,9 +184,9 @@ TEST_F(ThePreferences, AreSilentlyNotKeptWhereNothingCanBeWritten) {
 TEST(APhotoThatIsTooLargeForTheMemory, IsRefusedAndTheNextOneLoads) {
     const TempFolder disk;
     const Image large = Image::filled(8000, 6000, 90, 120, 150);
-    writeWholeFile(disk.path() / "large.jpg", encodeImage(large.view(), FileType::jpeg, 72, {}));
+    writeWholeFile(disk.path() / "large.jpg", encodeImage(large.view(), TileFormat::jpeg, 72, {}));
     const Image small = Image::filled(60, 50, 1, 2, 3);
-    writeWholeFile(disk.path() / "small.bmp", encodeImage(small.view(), FileType::bmp, 72, {}));
+    writeWholeFile(disk.path() / "small.bmp", encodeImage(small.view(), TileFormat::bmp, 72, {}));
     EXPECT_TRUE(succeedsInChild([&] {
         long pages = 0;
         std::ifstream("/proc/self/statm") >> pages;

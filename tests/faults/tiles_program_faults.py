@@ -3,6 +3,8 @@
 import os
 import random
 import resource
+import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -45,6 +47,15 @@ class FaultTest(TilesTest):
 
 
 class Killed(FaultTest):
+    def kill_at(self, run, event):
+        """Kills the run as soon as the event has come; True when that was before its end."""
+        end = time.monotonic() + 120
+        while not event() and run.poll() is None and time.monotonic() < end:
+            pass
+        run.kill()
+        run.communicate()
+        return run.returncode == -signal.SIGKILL
+
     def test_at_a_hundred_moments_leaves_whole_files(self):
         photo = self.photo("photo.bmp", noise(600, 400))
         arguments = (photo, "--wide", "5", "--high", "4", "--format", "tif")
@@ -62,22 +73,30 @@ class Killed(FaultTest):
         self.assertGreater(seen, 20, "the moments were too early to show anything")
 
     def test_while_it_writes_over_old_tiles_keeps_each_old_or_new(self):
-        old = self.photo("old.bmp", noise(600, 400, 1))
-        new = self.photo("new.bmp", noise(600, 400, 2))
-        arguments = ("--wide", "4", "--high", "3", "--base", "tile", "--quiet", "--yes")
+        old = self.photo("old.bmp", noise(1200, 900, 1))
+        new = self.photo("new.bmp", noise(1200, 900, 2))
+        arguments = ("--wide", "6", "--high", "5", "--base", "tile", "--format", "tif", "--quiet",
+                     "--yes")
         self.done(old, *arguments, "--out", self.path("old"))
         self.done(new, *arguments, "--out", self.path("new"))
         before, after = content_of(self.path("old")), content_of(self.path("new"))
-        chance = random.Random(5)
-        for _ in range(20):
-            run = self.start(new, *arguments, "--out", self.path("old"))
-            time.sleep(chance.random() * 0.1)
-            run.kill()
-            run.communicate()
-            found = content_of(self.path("old"))
+        killed, mixed = 0, 0
+        for number in range(1, 26):
+            folder = self.path(f"both{number}")
+            shutil.copytree(self.path("old"), folder)
+            tile = os.path.join(folder, f"tile{number:03}.tif")
+            file = os.stat(tile).st_ino
+            run = self.start(new, *arguments, "--out", folder)
+            killed += self.kill_at(run, lambda: os.stat(tile).st_ino != file)
+            found = content_of(folder)
             self.assertEqual(sorted(found), sorted(before))
             for name, content in found.items():
                 self.assertTrue(content in (before[name], after[name]), f"{name} is neither")
+            news = sum(found[name] == after[name] for name in found)
+            self.assertGreaterEqual(news, number)
+            mixed += news < len(found)
+        self.assertGreater(killed, 10, "most runs had ended before they were killed")
+        self.assertGreater(mixed, 10, "hardly any run left old tiles beside new ones")
 
 
 class TwoPrograms(FaultTest):
@@ -98,18 +117,21 @@ class ThePhoto(FaultTest):
     """Changed under the program's hands: it ends with a sentence or is done, and never crashes."""
 
     def disturb(self, name, act):
+        """Runs it 25 times; returns how many were under way when they were disturbed, and the
+        statuses they ended with."""
         arguments = (name, "--wide", "4", "--high", "4", "--format", "bmp", "--yes", "--quiet")
         expected, duration = self.undisturbed(*arguments)
         chance = random.Random(6)
         with open(name, "rb") as file:
             original = file.read()
-        ended = set()
+        under_way, ended = 0, set()
         for moment in range(25):
             with open(name, "wb") as file:
                 file.write(original)
             folder = self.path(f"{os.path.basename(name)}{moment}")
             run = self.start(*arguments, "--out", folder)
             time.sleep(chance.random() * duration)
+            under_way += run.poll() is None
             act(name, len(original))
             _, said = run.communicate(timeout=120)
             self.assertIn(run.returncode, (0, 1), said)
@@ -119,6 +141,7 @@ class ThePhoto(FaultTest):
                 self.assertEqual(self.assertWhole(folder, expected), 16)
             else:
                 self.assertWhole(folder, expected)
+        self.assertGreater(under_way, 5, "hardly any run was disturbed")
         return ended
 
     def photos(self):
@@ -130,17 +153,20 @@ class ThePhoto(FaultTest):
     def test_is_cut_short(self):
         for name in self.photos():
             with self.subTest(name):
-                self.disturb(name, lambda path, size: os.truncate(path, size // 3))
+                ended = self.disturb(name, lambda path, size: os.truncate(path, size // 3))
+                self.assertIn(1, ended, "no run noticed")
 
     def test_is_emptied(self):
         for name in self.photos():
             with self.subTest(name):
-                self.disturb(name, lambda path, size: os.truncate(path, 0))
+                self.assertIn(1, self.disturb(name, lambda path, size: os.truncate(path, 0)),
+                              "no run noticed")
 
     def test_is_removed(self):
         for name in self.photos():
             with self.subTest(name):
-                self.disturb(name, lambda path, size: os.remove(path))
+                # What is open stays readable.
+                self.assertIn(0, self.disturb(name, lambda path, size: os.remove(path)))
 
 
 class TheFolder(FaultTest):

@@ -5,7 +5,7 @@
 #include "paper/paper_check.h"
 #include "paper/paper_line.h"
 #include "platform/error.h"
-#include "platform/image/file_ending.h"
+#include "platform/image/tile_format.h"
 
 #include <gtest/gtest.h>
 
@@ -72,13 +72,12 @@ TEST(Compensation, byLessThanNothingIsRefusedFromTheFirstPixel) {
 }
 
 TEST(ATilesType, canBeThatOfANameThatIsNothingElse) {
-    EXPECT_EQ(fileTypeByName("bmp"), FileType::bmp);
-    EXPECT_EQ(fileTypeByName("mp"), std::nullopt);
+    EXPECT_EQ(tileFormatByName("bmp"), TileFormat::bmp);
+    EXPECT_EQ(tileFormatByName("mp"), std::nullopt);
 }
 
 TEST(ATilesName, missesItsTypeBeforeItsFolder) {
-    EXPECT_EQ(getTileFileName({"", "", "a", std::nullopt}, 1).problem,
-              "File extension not selected");
+    EXPECT_EQ(getTileFileName({"", "a", std::nullopt}, 1).problem, "File extension not selected");
 }
 
 TEST(StoredIndices, mayEndWithTheirFirstDigit) {

@@ -45,7 +45,7 @@ TEST(OutputFigures, inMillimetreUnits) {
     const OutputFigures figures = outputFigures(example(), true, Units::millimetres);
     EXPECT_EQ(figures.size, "61 x 50.8 cm");
     EXPECT_EQ(figures.resolution, "39.4 dots/cm");
-    EXPECT_EQ(figures.quality, "Good"); // by dots per inch all the same
+    EXPECT_EQ(figures.quality, "Good"); // by dots per inch nevertheless
 }
 
 TEST(OutputFigures, withoutAPhotoKeepTheSize) {

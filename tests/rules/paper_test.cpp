@@ -270,7 +270,7 @@ TEST(PaperCheck, refusesMarginsThatTakeTheWholeSheet) {
               "Invalid Top / Bottom Margins.  Together they are larger than the paper height.");
     EXPECT_EQ(check("8.5", "11", {"5.5", "1", "5.5", "1"}).text,
               "Invalid Top / Bottom Margins.  Together they are larger than the paper height.");
-    // Left and right are told of first.
+    // Left and right are reported first.
     EXPECT_EQ(check("8.5", "11", {"6", "5", "6", "5"}).text, sides.text);
 }
 

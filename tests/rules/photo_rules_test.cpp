@@ -3,7 +3,7 @@
 #include "app/photo_turn.h"
 #include "app/program_identity.h"
 #include "app/registry_text.h"
-#include "output/progress_bar.h"
+#include "output/progress_picture.h"
 #include "platform/text/version_text.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +35,14 @@ TEST(TheFileList, looksAtTheLastThreeCharactersOnly) {
     }
     EXPECT_FALSE(isListedFile("abc.jpg", -1));
     EXPECT_FALSE(isListedFile("abc.jpg", 5));
+}
+
+TEST(TheOpenDialog, offersEveryKind) {
+    const FileFilter filter = openPhotoFilter();
+    EXPECT_EQ(filter.label, "Photos (JPEG, TIFF, BMP, PNG, WebP, HEIC, AVIF)");
+    EXPECT_EQ(filter.pattern.rfind("*.jpg;*.JPG;*.jpeg;*.JPEG;", 0), 0U);
+    EXPECT_NE(filter.pattern.find(";*.heic;*.HEIC;"), std::string::npos);
+    EXPECT_NE(filter.pattern.find(";*.avif;*.AVIF"), std::string::npos);
 }
 
 TEST(APhotosName, hasFourCharactersAndAnEnding) {
@@ -138,7 +146,7 @@ TEST(ARegistryValuesText, isThatOfItsType) {
 TEST(TheProgram, namesItsVersionAndItsMaker) {
     EXPECT_EQ(versionText(1, 2, 0), "1.20");
     EXPECT_EQ(versionText(10, 3, 14), "10.314");
-    EXPECT_EQ(programVersion(), "1.20");
+    EXPECT_EQ(programVersion(), VELDARA_VERSION);
     EXPECT_EQ(programTitle(), "Veldara");
     EXPECT_EQ(copyrightText(2026), "Copyright \u00A9 2026 Korvane Software, LLC");
     EXPECT_EQ(copyrightText(987), "Copyright \u00A9 0987 Korvane Software, LLC");
@@ -156,12 +164,12 @@ int bluePixels(const Image& bar) {
 }
 
 TEST(TheProgressBar, isBlueAsFarAsTheWorkIsDone) {
-    EXPECT_EQ(bluePixels(progressBar(200, 3, 0.0)), 0);
-    EXPECT_EQ(bluePixels(progressBar(200, 3, 0.5)), 300);
-    EXPECT_EQ(bluePixels(progressBar(200, 3, 1.0)), 600);
-    EXPECT_EQ(bluePixels(progressBar(200, 3, -0.2)), 0);
-    EXPECT_EQ(bluePixels(progressBar(200, 3, 1.5)), 600);
-    const Image half = progressBar(10, 1, 0.5);
+    EXPECT_EQ(bluePixels(progressPicture(200, 3, 0.0)), 0);
+    EXPECT_EQ(bluePixels(progressPicture(200, 3, 0.5)), 300);
+    EXPECT_EQ(bluePixels(progressPicture(200, 3, 1.0)), 600);
+    EXPECT_EQ(bluePixels(progressPicture(200, 3, -0.2)), 0);
+    EXPECT_EQ(bluePixels(progressPicture(200, 3, 1.5)), 600);
+    const Image half = progressPicture(10, 1, 0.5);
     EXPECT_EQ(half.row(0)[3 * 4], 0);
     EXPECT_EQ(half.row(0)[3 * 5], 255);
 }

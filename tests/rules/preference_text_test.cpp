@@ -16,6 +16,8 @@ TEST(Preferences, haveTheirNames) {
     EXPECT_EQ(preferenceName(11), "prefs_units");
     EXPECT_EQ(preferenceName(12), "paperRegLine");
     EXPECT_EQ(preferenceName(13), "cmbMarginLocked");
+    EXPECT_EQ(preferenceName(101), "window_place");
+    EXPECT_EQ(preferenceName(102), "dim_outside");
     for (const int id : {-1, 0, 4, 5, 6, 14, 100}) {
         EXPECT_EQ(preferenceName(id), "") << id;
     }

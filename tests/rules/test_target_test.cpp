@@ -1,10 +1,8 @@
 #include "calibration/test_target.h"
 #include "platform/image/operations.h"
-#include "platform/text/rounding.h"
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -89,38 +87,62 @@ TEST(TestTargetText, takesTheFirstSizeThatDoesNotFit) {
     EXPECT_TRUE(chosen.width > 512 || chosen.height > 672);
 }
 
-// Even where the words at the size that is used no longer fit.
-TEST(TestTargetText, standsInTheMiddle) {
-    for (const auto& [width, height] : {std::pair{301, 208}, std::pair{640, 97}, std::pair{9, 7}}) {
-        Image image = Image::filled(width, height, 255, 255, 255);
-        drawTestImageText(image.mutableView());
-        const int size = testTextSize(width, height, 0.5);
-        const TextSize words = measureText("Edge Test Print", size);
-        Image expected = Image::filled(width, height, 255, 255, 255);
-        drawText(expected.mutableView(), roundHalfEven((width - words.width) / 2.0),
-                 roundHalfEven((height - words.height) / 2.0), "Edge Test Print", size, 0, 0, 0,
-                 100);
-        for (int y = 0; y < height; ++y) {
-            ASSERT_TRUE(std::equal(image.row(y), image.row(y) + 3 * width, expected.row(y)));
-        }
-    }
-}
+// The ink of the words: the box around all dark pixels, borders included.
+struct Ink {
+    int left = 1 << 20;
+    int top = 1 << 20;
+    int right = -1;
+    int bottom = -1;
+    int width() const { return right - left + 1; }
+    int height() const { return bottom - top + 1; }
+};
 
-// The largest size is one that was never measured: its words are placed by those of the size
-// before.
-TEST(TestTargetText, beyondTheLargestSizeIsPlacedByTheSizeBefore) {
-    constexpr int width = 4000;
-    constexpr int height = 800;
-    ASSERT_EQ(testTextSize(width, height, 0.5), 201);
+Ink inkOf(int width, int height) {
     Image image = Image::filled(width, height, 255, 255, 255);
     drawTestImageText(image.mutableView());
-    const TextSize words = measureText("Edge Test Print", 200);
-    Image expected = Image::filled(width, height, 255, 255, 255);
-    drawText(expected.mutableView(), roundHalfEven((width - words.width) / 2.0),
-             roundHalfEven((height - words.height) / 2.0), "Edge Test Print", 201, 0, 0, 0, 100);
+    Ink ink;
     for (int y = 0; y < height; ++y) {
-        ASSERT_TRUE(std::equal(image.row(y), image.row(y) + 3 * width, expected.row(y)));
+        for (int x = 0; x < width; ++x) {
+            if (at(image, x, y)[0] < 128) {
+                ink.left = std::min(ink.left, x);
+                ink.top = std::min(ink.top, y);
+                ink.right = std::max(ink.right, x);
+                ink.bottom = std::max(ink.bottom, y);
+            }
+        }
     }
+    return ink;
+}
+
+// The blank beside a letter, and the room above and below the letters of a line, are a part of the
+// line's height that depends on the font.
+void expectCentred(int width, int height) {
+    const Ink ink = inkOf(width, height);
+    ASSERT_GT(ink.width(), 0);
+    EXPECT_NEAR(ink.left, width - 1 - ink.right, ink.height() / 4.0) << width << " x " << height;
+    EXPECT_NEAR(ink.top, height - 1 - ink.bottom, ink.height() / 2.0) << width << " x " << height;
+}
+
+TEST(TestTargetText, standsInTheMiddle) {
+    expectCentred(301, 208);
+    expectCentred(640, 97);
+    expectCentred(200, 900);
+}
+
+TEST(TestTargetText, isAboutHalfAsWideAsThePicture) {
+    EXPECT_NEAR(inkOf(1024, 1344).width(), 512, 25);
+    EXPECT_NEAR(inkOf(400, 400).width(), 200, 25);
+    EXPECT_LT(inkOf(2000, 80).height(), 45) << "where the height is what limits it";
+}
+
+TEST(TestTargetText, doesNotGrowBeyondItsLargestSize) {
+    ASSERT_EQ(testTextSize(4000, 800, 0.5), 201);
+    expectCentred(4000, 800);
+    const Ink large = inkOf(4000, 800);
+    const Ink larger = inkOf(6000, 1200);
+    EXPECT_EQ(large.width(), larger.width());
+    EXPECT_EQ(large.height(), larger.height());
+    EXPECT_LT(large.width(), 2000);
 }
 
 TEST(TestTargetText, hasItsLimits) {

@@ -1,7 +1,7 @@
 #include "output/save_messages.h"
 #include "output/split_path_label.h"
 #include "output/tile_files.h"
-#include "platform/image/file_ending.h"
+#include "platform/image/tile_format.h"
 
 #include <gtest/gtest.h>
 
@@ -17,17 +17,17 @@ TEST(TileFiles, takeTheirBaseFromThePhoto) {
     EXPECT_EQ(defaultFolderName("IMG_0001"), "IMG_0001_poster_images");
 }
 
-TEST(FileType, isToldByTheLastThreeCharactersOfAName) {
-    EXPECT_EQ(fileTypeByName("IMG_0001.JPG"), FileType::jpeg);
-    EXPECT_EQ(fileTypeByName("a.tif"), FileType::tiff);
-    EXPECT_EQ(fileTypeByName("a.BmP"), FileType::bmp);
-    EXPECT_EQ(fileTypeByName("x.jpeg"), std::nullopt);
-    EXPECT_EQ(fileTypeByName("x.tiff"), std::nullopt);
-    EXPECT_EQ(fileTypeByName("ajpg"), FileType::jpeg);
-    EXPECT_EQ(fileTypeByName("jp"), std::nullopt);
-    EXPECT_EQ(extensionOf(FileType::bmp), ".bmp");
-    EXPECT_EQ(extensionOf(FileType::tiff), ".tif");
-    EXPECT_EQ(extensionOf(FileType::jpeg), ".jpg");
+TEST(TileFormat, isToldByTheLastThreeCharactersOfAName) {
+    EXPECT_EQ(tileFormatByName("IMG_0001.JPG"), TileFormat::jpeg);
+    EXPECT_EQ(tileFormatByName("a.tif"), TileFormat::tiff);
+    EXPECT_EQ(tileFormatByName("a.BmP"), TileFormat::bmp);
+    EXPECT_EQ(tileFormatByName("x.jpeg"), std::nullopt);
+    EXPECT_EQ(tileFormatByName("x.tiff"), std::nullopt);
+    EXPECT_EQ(tileFormatByName("ajpg"), TileFormat::jpeg);
+    EXPECT_EQ(tileFormatByName("jp"), std::nullopt);
+    EXPECT_EQ(extensionOf(TileFormat::bmp), ".bmp");
+    EXPECT_EQ(extensionOf(TileFormat::tiff), ".tif");
+    EXPECT_EQ(extensionOf(TileFormat::jpeg), ".jpg");
 }
 
 TEST(TileFiles, areNumberedInAtLeastThreeDigits) {
@@ -41,42 +41,52 @@ TEST(TileFiles, areNumberedInAtLeastThreeDigits) {
     EXPECT_EQ(tileNumberText(1000), "1000");
 }
 
+std::string fileIn(const std::string& parent, const std::string& newFolder, int number,
+                   char separator) {
+    return getTileFileName(
+               {tileFolderPrefix(parent, newFolder, separator), "img", TileFormat::jpeg}, number)
+        .path;
+}
+
 TEST(TileFiles, goIntoTheNewFolder) {
-    const TileFileParts parts{"C:\\photos", "poster", "img", FileType::jpeg};
-    EXPECT_EQ(getTileFileName(parts, 1, '\\').path, "C:\\photos\\poster\\img001.jpg");
-    EXPECT_EQ(getTileFileName(parts, 1000, '\\').path, "C:\\photos\\poster\\img1000.jpg");
+    EXPECT_EQ(fileIn("C:\\photos", "poster", 1, '\\'), "C:\\photos\\poster\\img001.jpg");
+    EXPECT_EQ(fileIn("C:\\photos", "poster", 1000, '\\'), "C:\\photos\\poster\\img1000.jpg");
     EXPECT_EQ(tileFolderPath("C:\\photos", "poster", '\\'), "C:\\photos\\poster");
     EXPECT_EQ(tileFolderPrefix("C:\\photos", "poster", '\\'), "C:\\photos\\poster\\");
 }
 
 TEST(TileFiles, goIntoTheParentWithoutANewFolder) {
-    const TileFileParts parts{"/home/me", "", "img", FileType::tiff};
-    EXPECT_EQ(getTileFileName(parts, 2, '/').path, "/home/me/img002.tif");
+    EXPECT_EQ(fileIn("/home/me", "", 2, '/'), "/home/me/img002.jpg");
     EXPECT_EQ(tileFolderPath("/home/me", "", '/'), "/home/me/");
     EXPECT_EQ(tileFolderPrefix("/home/me", "", '/'), "/home/me/");
 }
 
 TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
-    EXPECT_EQ(getTileFileName({"C:\\", "", "a", FileType::bmp}, 1, '\\').path, "C:\\a001.bmp");
-    EXPECT_EQ(getTileFileName({"/", "p", "a", FileType::bmp}, 1, '/').path, "/p/a001.bmp");
+    EXPECT_EQ(fileIn("C:\\", "", 1, '\\'), "C:\\img001.jpg");
+    EXPECT_EQ(fileIn("/", "p", 1, '/'), "/p/img001.jpg");
 }
 
 // Also behind one that the user typed: only the parent folder may bring its own.
 TEST(TileFiles, haveASeparatorBehindTheNewFoldersName) {
     EXPECT_EQ(tileFolderPath("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\");
     EXPECT_EQ(tileFolderPrefix("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\\\");
-    EXPECT_EQ(getTileFileName({"C:\\photos", "poster\\", "a", FileType::bmp}, 1, '\\').path,
-              "C:\\photos\\poster\\\\a001.bmp");
+    EXPECT_EQ(fileIn("C:\\photos", "poster\\", 1, '\\'), "C:\\photos\\poster\\\\img001.jpg");
 }
 
-TEST(TileFiles, tellWhatIsMissing) {
-    EXPECT_EQ(getTileFileName({"/", "p", "a", std::nullopt}, 1, '/').problem,
+TEST(TileFiles, haveTheEndingOfTheirType) {
+    EXPECT_EQ(getTileFileName({"/p/", "a", TileFormat::bmp}, 1).path, "/p/a001.bmp");
+    EXPECT_EQ(getTileFileName({"/p/", "a", TileFormat::tiff}, 1).path, "/p/a001.tif");
+}
+
+TEST(TileFiles, sayWhatIsMissing) {
+    EXPECT_EQ(getTileFileName({"/p/", "a", std::nullopt}, 1).problem,
               "File extension not selected");
-    EXPECT_EQ(getTileFileName({"", "p", "a", FileType::bmp}, 1, '/').problem,
+    const std::string withoutPlace = tileFolderPrefix("", "p", '/');
+    EXPECT_EQ(getTileFileName({withoutPlace, "a", TileFormat::bmp}, 1).problem,
               "You must select the location where the new poster tile image folder will be "
               "created");
-    EXPECT_FALSE(getTileFileName({"", "p", "a", FileType::bmp}, 1, '/').ok());
-    EXPECT_TRUE(getTileFileName({"/", "p", "a", FileType::bmp}, 1, '/').ok());
+    EXPECT_FALSE(getTileFileName({withoutPlace, "a", TileFormat::bmp}, 1).ok());
+    EXPECT_TRUE(getTileFileName({"/p/", "a", TileFormat::bmp}, 1).ok());
 }
 
 TEST(SplitPathLabel, breaksAtTheLimit) {

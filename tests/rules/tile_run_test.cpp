@@ -1,3 +1,5 @@
+#include "output/tile_folder.h"
+#include "output/tile_pool.h"
 #include "output/tile_run.h"
 #include "platform/error.h"
 #include "platform/text/path_text.h"
@@ -43,30 +45,51 @@ struct MemoryDisk {
     std::optional<std::uint64_t> space;
     std::string failing; // a name that cannot be written
 
-    TileDisk doors() {
-        TileDisk disk;
-        disk.freeSpace = [this] { return space; };
-        disk.write = [this](const std::filesystem::path& file, const Bytes& bytes) {
-            const std::string name = pathText(file);
-            if (name == failing) {
-                throw Error("The disk does not want it.");
-            }
-            files[name] = bytes;
-            order.push_back(name);
-        };
-        return disk;
+    std::unique_ptr<TileDestination> folder(std::size_t tiles) {
+        std::vector<std::filesystem::path> names;
+        for (std::size_t i = 0; i < tiles; ++i) {
+            names.push_back(textPath("t" + std::to_string(i)));
+        }
+        return std::make_unique<TileFolder>(
+            std::move(names), [this](const std::filesystem::path& file, const Bytes& bytes) {
+                const std::string name = pathText(file);
+                if (name == failing) {
+                    throw Error("The disk does not want it.");
+                }
+                files[name] = bytes;
+                order.push_back(name);
+            });
     }
 };
 
-TileJob job(std::size_t tiles, FileType type = FileType::bmp) {
-    TileJob result;
-    for (std::size_t i = 0; i < tiles; ++i) {
-        result.files.push_back(textPath("t" + std::to_string(i)));
-    }
-    result.treatment.resolution = 150;
-    result.type = type;
-    return result;
+struct Work {
+    std::size_t tiles = 0;
+    TileTreatment treatment;
+    TileFormat type = TileFormat::bmp;
+    int workers = 0;
+};
+
+Work job(std::size_t tiles, TileFormat type = TileFormat::bmp) {
+    Work work;
+    work.tiles = tiles;
+    work.treatment.resolution = 150;
+    work.type = type;
+    return work;
 }
+
+// A run of tiles that are whole in memory.
+class TestRun : public TileRun {
+  public:
+    TestRun(TileSource& source, const Work& work, MemoryDisk& disk)
+        : TileRun(std::make_unique<TilePool>(source, work.tiles, work.treatment, work.type,
+                                             work.workers),
+                  work.tiles, disk.folder(work.tiles)),
+          disk_(disk) {}
+    TileStep next() { return TileRun::next(disk_.space); }
+
+  private:
+    MemoryDisk& disk_;
+};
 
 // As much of a profile as is looked at: its length, whose colours it describes, and its mark.
 ColourProfile bareProfile() {
@@ -80,7 +103,7 @@ ColourProfile bareProfile() {
 }
 
 // The outcome of the step that ended it.
-TileStep runAll(TileRun& run) {
+TileStep runAll(TestRun& run) {
     TileStep step;
     while (!run.done() && step.outcome == TileOutcome::written) {
         step = run.next();
@@ -93,7 +116,7 @@ TEST(TileRun, writesEveryTileInOrder) {
     const std::vector<TileRect> tiles = strips(photo, 12);
     WholePhotoSource source(photo, tiles);
     MemoryDisk disk;
-    TileRun run(source, job(12), disk.doors());
+    TestRun run(source, job(12), disk);
     EXPECT_EQ(run.count(), 12U);
     EXPECT_EQ(runAll(run).outcome, TileOutcome::written);
     EXPECT_TRUE(run.done());
@@ -101,7 +124,7 @@ TEST(TileRun, writesEveryTileInOrder) {
     for (std::size_t i = 0; i < 12; ++i) {
         EXPECT_EQ(disk.order[i], "t" + std::to_string(i));
         const PixelView cut = photo.view().cut(0, tiles[i].top, 40, 10);
-        EXPECT_EQ(disk.files["t" + std::to_string(i)], encodeImage(cut, FileType::bmp, 150, {}));
+        EXPECT_EQ(disk.files["t" + std::to_string(i)], encodeImage(cut, TileFormat::bmp, 150, {}));
     }
     EXPECT_THROW(run.next(), Error);
 }
@@ -112,12 +135,12 @@ TEST(TileRun, writesTheSameBytesWithAnyNumberOfWorkers) {
     for (const int workers : {1, 2, 3, 8, 100}) {
         WholePhotoSource source(photo, strips(photo, 9));
         MemoryDisk disk;
-        TileJob work = job(9, FileType::jpeg);
+        Work work = job(9, TileFormat::jpeg);
         work.workers = workers;
         work.treatment.turned = true;
         work.treatment.trims = EdgeTrims{0.1, 0.1, 0.1, 0.1};
         work.treatment.dotsPerInch = 50;
-        TileRun run(source, work, disk.doors());
+        TestRun run(source, work, disk);
         ASSERT_EQ(runAll(run).outcome, TileOutcome::written);
         ASSERT_EQ(disk.files.size(), 9U);
         if (first.empty()) {
@@ -131,10 +154,10 @@ TEST(TileRun, stopsBeforeATileThatDoesNotFit) {
     const Image photo = noise(40, 40);
     WholePhotoSource source(photo, strips(photo, 4));
     const std::size_t tileBytes =
-        encodeImage(photo.view().cut(0, 0, 40, 10), FileType::bmp, 150, {}).size();
+        encodeImage(photo.view().cut(0, 0, 40, 10), TileFormat::bmp, 150, {}).size();
     MemoryDisk disk;
     disk.space = tileBytes; // just enough
-    TileRun run(source, job(4), disk.doors());
+    TestRun run(source, job(4), disk);
     EXPECT_EQ(run.next().outcome, TileOutcome::written);
     disk.space = tileBytes - 1;
     EXPECT_EQ(run.next().outcome, TileOutcome::outOfSpace);
@@ -145,7 +168,7 @@ TEST(TileRun, writesWhenTheSpaceCannotBeTold) {
     const Image photo = noise(40, 40);
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
-    TileRun run(source, job(2), disk.doors());
+    TestRun run(source, job(2), disk);
     EXPECT_EQ(runAll(run).outcome, TileOutcome::written);
     EXPECT_EQ(disk.files.size(), 2U);
 }
@@ -155,7 +178,7 @@ TEST(TileRun, tellsWhyATileCouldNotBeWritten) {
     WholePhotoSource source(photo, strips(photo, 6));
     MemoryDisk disk;
     disk.failing = "t2";
-    TileRun run(source, job(6), disk.doors());
+    TestRun run(source, job(6), disk);
     const TileStep step = runAll(run);
     EXPECT_EQ(step.outcome, TileOutcome::saveFailed);
     EXPECT_EQ(step.reason, "The disk does not want it.");
@@ -169,7 +192,7 @@ TEST(TileRun, writesWhatComesBeforeATileThatCannotBeHad) {
     tiles[3].right = 5000;
     WholePhotoSource source(photo, tiles);
     MemoryDisk disk;
-    TileRun run(source, job(6), disk.doors());
+    TestRun run(source, job(6), disk);
     EXPECT_EQ(runAll(run).outcome, TileOutcome::sourceFailed);
     EXPECT_EQ(disk.order, (std::vector<std::string>{"t0", "t1", "t2"}));
 }
@@ -178,10 +201,10 @@ TEST(TileRun, tellsOfATileThatCannotBeEnlarged) {
     const Image photo = noise(40, 60);
     WholePhotoSource source(photo, strips(photo, 3));
     MemoryDisk disk;
-    TileJob work = job(3);
+    Work work = job(3);
     work.treatment.trims = EdgeTrims{};
     work.treatment.dotsPerInch = 0;
-    TileRun run(source, work, disk.doors());
+    TestRun run(source, work, disk);
     EXPECT_EQ(runAll(run).outcome, TileOutcome::compensationFailed);
     EXPECT_TRUE(disk.files.empty());
 }
@@ -190,13 +213,39 @@ TEST(TileRun, tellsOfATileThatCannotBeEncoded) {
     const Image photo = noise(65501, 1); // one more than a JPEG file can be wide
     WholePhotoSource source(photo, strips(photo, 1));
     MemoryDisk disk;
-    TileJob work = job(1);
-    work.type = FileType::jpeg;
-    TileRun run(source, work, disk.doors());
+    Work work = job(1);
+    work.type = TileFormat::jpeg;
+    TestRun run(source, work, disk);
     const TileStep step = runAll(run);
     EXPECT_EQ(step.outcome, TileOutcome::encodeFailed);
     EXPECT_FALSE(step.reason.empty());
     EXPECT_TRUE(disk.files.empty());
+}
+
+// Tiles of more pixels than any memory holds: one row of the photo, over and over.
+class EndlessSource : public TileSource {
+  public:
+    TilePixels tile(std::size_t) override {
+        return {PixelView(row_.row(0), 1 << 20, 1 << 30, 0), nullptr};
+    }
+    const ColourProfile& colourProfile() const override { return row_.colourProfile; }
+
+  private:
+    Image row_{1 << 20, 1};
+};
+
+TEST(TileRun, tellsAFailedTurnFromFailedCompensation) {
+    for (const bool turned : {true, false}) {
+        EndlessSource source;
+        MemoryDisk disk;
+        Work work = job(1);
+        work.treatment.turned = turned;
+        work.treatment.dotsPerInch = 100;
+        work.treatment.trims = EdgeTrims{};
+        TestRun run(source, work, disk);
+        EXPECT_EQ(run.next().outcome,
+                  turned ? TileOutcome::turnFailed : TileOutcome::compensationFailed);
+    }
 }
 
 TEST(TileRun, canBeLeftAtAnyTile) {
@@ -205,7 +254,7 @@ TEST(TileRun, canBeLeftAtAnyTile) {
         WholePhotoSource source(photo, strips(photo, 40));
         MemoryDisk disk;
         {
-            TileRun run(source, job(40), disk.doors());
+            TestRun run(source, job(40), disk);
             for (std::size_t i = 0; i < after; ++i) {
                 run.next();
             }
@@ -239,10 +288,10 @@ TEST(TileRun, holdsNoMoreTilesThanItHasWorkers) {
     const Image photo = noise(64, 64);
     CountingSource source(photo);
     MemoryDisk disk;
-    TileJob work = job(50, FileType::tiff);
+    Work work = job(50, TileFormat::tiff);
     work.workers = 3;
     {
-        TileRun run(source, work, disk.doors());
+        TestRun run(source, work, disk);
         EXPECT_EQ(runAll(run).outcome, TileOutcome::written);
     }
     EXPECT_LE(source.most(), 3);
@@ -275,9 +324,9 @@ TEST(TileRun, staysAsFarAheadOfTheWritingAsItHasWorkers) {
     const Image photo = noise(8, 8);
     NotingSource source(photo, 20, 20);
     MemoryDisk disk;
-    TileJob work = job(20);
+    Work work = job(20);
     work.workers = 2;
-    TileRun run(source, work, disk.doors());
+    TestRun run(source, work, disk);
     for (std::size_t written = 0; written < 3; ++written) {
         std::this_thread::sleep_for(timeToGoTooFar);
         EXPECT_EQ(source.asked(written + 3), 0) << written; // two in work, one waiting
@@ -289,9 +338,9 @@ TEST(TileRun, asksForNoTileAgainAndForNoneBehindAMissingOne) {
     const Image photo = noise(8, 8);
     NotingSource source(photo, 10, 3);
     MemoryDisk disk;
-    TileJob work = job(10);
+    Work work = job(10);
     work.workers = 2;
-    TileRun run(source, work, disk.doors());
+    TestRun run(source, work, disk);
     EXPECT_EQ(runAll(run).outcome, TileOutcome::sourceFailed);
     std::this_thread::sleep_for(timeToGoTooFar);
     for (std::size_t i = 0; i < 10; ++i) {
@@ -304,13 +353,13 @@ TEST(TileRun, handsThePhotosColoursOnToEveryTile) {
     photo.colourProfile = bareProfile();
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
-    TileRun run(source, job(2, FileType::tiff), disk.doors());
+    TestRun run(source, job(2, TileFormat::tiff), disk);
     ASSERT_EQ(runAll(run).outcome, TileOutcome::written);
     for (int i = 0; i < 2; ++i) {
         const PixelView cut = photo.view().cut(0, 10 * i, 40, 10);
         const Bytes& tile = disk.files["t" + std::to_string(i)];
-        EXPECT_EQ(tile, encodeImage(cut, FileType::tiff, 150, photo.colourProfile));
-        EXPECT_NE(tile, encodeImage(cut, FileType::tiff, 150, {}));
+        EXPECT_EQ(tile, encodeImage(cut, TileFormat::tiff, 150, photo.colourProfile));
+        EXPECT_NE(tile, encodeImage(cut, TileFormat::tiff, 150, {}));
     }
 }
 
@@ -318,7 +367,7 @@ TEST(TileRun, saysWhenTheNextTileIsReady) {
     const Image photo = noise(64, 64);
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
-    TileRun run(source, job(2), disk.doors());
+    TestRun run(source, job(2), disk);
     while (!run.waitReady(std::chrono::milliseconds(1))) {
     }
     EXPECT_EQ(run.next().outcome, TileOutcome::written);
@@ -328,13 +377,86 @@ TEST(TileRun, withoutTilesIsDone) {
     const Image photo = noise(8, 8);
     WholePhotoSource source(photo, {});
     MemoryDisk disk;
-    TileRun run(source, job(0), disk.doors());
+    TestRun run(source, job(0), disk);
     EXPECT_TRUE(run.done());
 }
 
-TEST(RealDisk, knowsItsFreeSpace) {
-    EXPECT_GT(realDisk(std::filesystem::temp_directory_path()).freeSpace().value_or(0), 0U);
-    EXPECT_EQ(realDisk("/no/such/folder/anywhere").freeSpace(), std::nullopt);
+// Notes how a run treats its destination.
+class NotedDestination : public TileDestination {
+  public:
+    explicit NotedDestination(std::vector<std::string>& calls) : calls_(calls) {}
+    void put(std::vector<std::uint8_t> tile) override {
+        EXPECT_FALSE(tile.empty());
+        calls_.emplace_back("put");
+    }
+    void finish() override {
+        calls_.emplace_back("finish");
+        if (finishFails) {
+            throw Error("The last page is missing.");
+        }
+    }
+    void giveUp() noexcept override { calls_.emplace_back("give up"); }
+    bool finishFails = false;
+
+  private:
+    std::vector<std::string>& calls_;
+};
+
+using Calls = std::vector<std::string>;
+
+std::unique_ptr<TileRun> notedRun(TileSource& source, Calls& calls, bool finishFails = false) {
+    auto destination = std::make_unique<NotedDestination>(calls);
+    destination->finishFails = finishFails;
+    TileTreatment treatment;
+    treatment.resolution = 150;
+    return std::make_unique<TileRun>(
+        std::make_unique<TilePool>(source, 3, treatment, TileFormat::bmp, 1), 3,
+        std::move(destination));
+}
+
+TEST(TileRun, finishesItsDestinationWithTheLastTile) {
+    const Image photo = noise(8, 9);
+    WholePhotoSource source(photo, strips(photo, 3));
+    Calls calls;
+    auto run = notedRun(source, calls);
+    run->next(std::nullopt);
+    run->next(std::nullopt);
+    EXPECT_EQ(calls, (Calls{"put", "put"}));
+    run->next(std::nullopt);
+    EXPECT_TRUE(run->done());
+    run.reset();
+    EXPECT_EQ(calls, (Calls{"put", "put", "put", "finish"}));
+}
+
+TEST(TileRun, givesUpADestinationThatIsNotFinished) {
+    const Image photo = noise(8, 9);
+    WholePhotoSource source(photo, strips(photo, 3));
+    Calls calls;
+    auto run = notedRun(source, calls);
+    run->next(std::nullopt);
+    EXPECT_EQ(run->next(0).outcome, TileOutcome::outOfSpace);
+    run.reset();
+    EXPECT_EQ(calls, (Calls{"put", "give up"}));
+}
+
+TEST(TileRun, givesUpADestinationThatCannotBeFinished) {
+    const Image photo = noise(8, 9);
+    WholePhotoSource source(photo, strips(photo, 3));
+    Calls calls;
+    auto run = notedRun(source, calls, true);
+    run->next(std::nullopt);
+    run->next(std::nullopt);
+    const TileStep step = run->next(std::nullopt);
+    EXPECT_EQ(step.outcome, TileOutcome::saveFailed);
+    EXPECT_EQ(step.reason, "The last page is missing.");
+    EXPECT_FALSE(run->done());
+    run.reset();
+    EXPECT_EQ(calls, (Calls{"put", "put", "put", "finish", "give up"}));
+}
+
+TEST(TileFolder, knowsItsFreeSpace) {
+    EXPECT_GT(freeSpaceIn(std::filesystem::temp_directory_path()).value_or(0), 0U);
+    EXPECT_EQ(freeSpaceIn("/no/such/folder/anywhere"), std::nullopt);
 }
 
 } // namespace

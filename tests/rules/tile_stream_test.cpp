@@ -1,4 +1,3 @@
-#include "output/tile_run.h"
 #include "output/tile_stream.h"
 #include "platform/error.h"
 
@@ -27,7 +26,7 @@ Image noise(int width, int height) {
     return image;
 }
 
-// Hands out rows of a photo in memory; fails at a row when it is told to.
+// Returns rows of a photo in memory; fails at a row on request.
 class MemoryReader : public RowReader {
   public:
     explicit MemoryReader(const Image& photo, int brokenRow = -1)
@@ -63,10 +62,6 @@ class MemoryReader : public RowReader {
     int row_ = 0;
 };
 
-TilePixels whole(const Image& photo, const TileRect& rect) {
-    return {photo.view().cut(rect.left, rect.top, rect.width(), rect.height()), nullptr};
-}
-
 PosterLayout squareTiles(const Image& photo, int wide, int high) {
     PosterLayout layout;
     layout.photoWidth = photo.width();
@@ -79,9 +74,9 @@ PosterLayout squareTiles(const Image& photo, int wide, int high) {
 }
 
 Bytes expectedFile(const Image& photo, const TileRect& rect, const TileTreatment& treatment,
-                   FileType type) {
-    const TilePixels pixels = whole(photo, rect);
-    return encodeImage(makeTileImage(pixels.view, treatment).view(), type, treatment.resolution,
+                   TileFormat type) {
+    const PixelView cut = photo.view().cut(rect.left, rect.top, rect.width(), rect.height());
+    return encodeImage(makeTileImage(cut, treatment).view(), type, treatment.resolution,
                        photo.colourProfile);
 }
 
@@ -105,8 +100,8 @@ TEST(TileStream, makesTheSameFilesAsAWholePhoto) {
         // Small print widths give many dots per inch, large ones a tile that is resampled.
         const TileTreatment treatment =
             tileTreatment(tiles, pick(0, 2) == 0, pick(0, 1) == 1 ? 0.25 : 1.5, trims);
-        const std::array<FileType, 3> types{FileType::bmp, FileType::tiff, FileType::jpeg};
-        const FileType type = types.at(static_cast<std::size_t>(pick(0, 2)));
+        const std::array<TileFormat, 3> types{TileFormat::bmp, TileFormat::tiff, TileFormat::jpeg};
+        const TileFormat type = types.at(static_cast<std::size_t>(pick(0, 2)));
 
         TileStream stream(std::make_unique<MemoryReader>(photo), tiles, layout.tilesWide, treatment,
                           type, pick(1, 4));
@@ -125,13 +120,36 @@ TEST(TileStream, resamplesATileOfWhichOneSideAloneGrows) {
         const Image photo = noise(100, 100);
         const TileTreatment treatment{false, EdgeTrims{}, 63, 63}; // 100 pixels become 102
         TileStream stream(std::make_unique<MemoryReader>(photo), {tile}, 1, treatment,
-                          FileType::bmp, 1);
-        EXPECT_EQ(stream.take(0).bytes, expectedFile(photo, tile, treatment, FileType::bmp));
+                          TileFormat::bmp, 1);
+        EXPECT_EQ(stream.take(0).bytes, expectedFile(photo, tile, treatment, TileFormat::bmp));
     }
 }
 
+TileStep streamedStep(const Image& photo, const TileTreatment& treatment, TileFormat type) {
+    const TileRect all{0, 0, photo.width() - 1, photo.height() - 1};
+    TileStream stream(std::make_unique<MemoryReader>(photo), {all}, 1, treatment, type, 2);
+    return stream.take(0).step;
+}
+
+TEST(TileStream, saysWhichPartOfATileFailed) {
+    const Image wide = noise(65501, 2); // one more than a JPEG file can be wide
+    TileTreatment treatment{false, std::nullopt, 150, 150};
+    const TileStep plain = streamedStep(wide, treatment, TileFormat::jpeg);
+    EXPECT_EQ(plain.outcome, TileOutcome::encodeFailed);
+    EXPECT_FALSE(plain.reason.empty());
+
+    treatment.trims = EdgeTrims{};
+    EXPECT_EQ(streamedStep(wide, treatment, TileFormat::jpeg).outcome, TileOutcome::encodeFailed);
+    treatment.dotsPerInch = 60; // the tile is resampled, so it is encoded when it is whole
+    EXPECT_EQ(streamedStep(wide, treatment, TileFormat::jpeg).outcome, TileOutcome::encodeFailed);
+
+    treatment.trims = EdgeTrims{0, -0.5, 0, 0};
+    const TileStep shrunk = streamedStep(wide, treatment, TileFormat::bmp);
+    EXPECT_EQ(shrunk.outcome, TileOutcome::compensationFailed);
+}
+
 // Makes tiles until one fails, and gives the number of those before it.
-std::size_t wholeTiles(const Image& photo, int brokenRow, int wide, int high, FileType type) {
+std::size_t wholeTiles(const Image& photo, int brokenRow, int wide, int high, TileFormat type) {
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, wide, high));
     TileStream stream(std::make_unique<MemoryReader>(photo, brokenRow), tiles, wide,
                       tileTreatment(tiles, false, 4, std::nullopt), type, 3);
@@ -150,9 +168,9 @@ std::size_t wholeTiles(const Image& photo, int brokenRow, int wide, int high, Fi
 // Rows are read in strips of 128: what is missing is missing from the strip's first row on.
 TEST(TileStream, finishesWhatLiesAboveAMissingRow) {
     const Image photo = noise(64, 640);
-    EXPECT_EQ(wholeTiles(photo, -1, 2, 20, FileType::bmp), 40U);
+    EXPECT_EQ(wholeTiles(photo, -1, 2, 20, TileFormat::bmp), 40U);
     for (const int broken : {0, 1, 100, 351, 352, 639}) {
-        EXPECT_EQ(wholeTiles(photo, broken, 2, 20, FileType::bmp),
+        EXPECT_EQ(wholeTiles(photo, broken, 2, 20, TileFormat::bmp),
                   static_cast<std::size_t>(broken / 128 * 128 / 32 * 2))
             << broken;
     }
@@ -160,20 +178,20 @@ TEST(TileStream, finishesWhatLiesAboveAMissingRow) {
 
 TEST(TileStream, missesATileThatLacksOnlyItsLastRow) {
     const Image photo = noise(43, 3 * 43); // the last row is the first of the second strip
-    EXPECT_EQ(wholeTiles(photo, 128, 1, 3, FileType::bmp), 2U);
+    EXPECT_EQ(wholeTiles(photo, 128, 1, 3, TileFormat::bmp), 2U);
 }
 
 TEST(TileStream, finishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) {
     const Image photo = noise(1024, 1024);
     for (int round = 0; round < 10; ++round) {
-        EXPECT_EQ(wholeTiles(photo, 600, 2, 2, FileType::jpeg), 2U);
+        EXPECT_EQ(wholeTiles(photo, 600, 2, 2, TileFormat::jpeg), 2U);
     }
 }
 
 // The rows are there at once, and the encoders have begun with them when the end shows.
 TEST(TileStream, givesUpATileInWorkThatLacksRows) {
     const Image photo = noise(4096, 2048);
-    EXPECT_EQ(wholeTiles(photo, 1500, 2, 1, FileType::jpeg), 0U);
+    EXPECT_EQ(wholeTiles(photo, 1500, 2, 1, TileFormat::jpeg), 0U);
 }
 
 TEST(TileStream, tellsOfATileThatCannotBeMade) {
@@ -181,7 +199,8 @@ TEST(TileStream, tellsOfATileThatCannotBeMade) {
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
     TileTreatment treatment = tileTreatment(tiles, false, 4, EdgeTrims{});
     treatment.dotsPerInch = 0;
-    TileStream stream(std::make_unique<MemoryReader>(photo), tiles, 2, treatment, FileType::bmp, 3);
+    TileStream stream(std::make_unique<MemoryReader>(photo), tiles, 2, treatment, TileFormat::bmp,
+                      3);
     EXPECT_EQ(stream.take(0).step.outcome, TileOutcome::compensationFailed);
 }
 
@@ -191,7 +210,7 @@ TEST(TileStream, canBeLeftAtAnyTime) {
     const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
     for (std::size_t after = 0; after < 6; ++after) {
         TileStream stream(std::make_unique<MemoryReader>(photo), tiles, 2, treatment,
-                          FileType::tiff, 3);
+                          TileFormat::tiff, 3);
         for (std::size_t i = 0; i < after; ++i) {
             EXPECT_EQ(stream.take(i).step.outcome, TileOutcome::written);
             stream.commit(i);
@@ -218,7 +237,7 @@ TEST(TileStream, goesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
     const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
     std::atomic<int> rows{0};
     TileStream stream(std::make_unique<CountingReader>(photo, rows), tiles, 1, treatment,
-                      FileType::bmp, 2);
+                      TileFormat::bmp, 2);
     stream.take(1); // both tiles of the first two rows are encoded
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_LE(rows, 1800 + 128);

@@ -38,7 +38,7 @@ class AboutBox : public ::testing::Test {
 
 TEST_F(AboutBox, IsNamedInTheDesignUntilItIsLoaded) {
     EXPECT_EQ(open().caption(), "About Veldara");
-    EXPECT_EQ(about->lblVersion.caption(), "Version 1.20");
+    EXPECT_EQ(about->lblVersion.caption(), "Version " VELDARA_VERSION);
 }
 
 TEST_F(AboutBox, ShowsTitleVersionAndCopyrightOfThisYear) {
@@ -46,12 +46,12 @@ TEST_F(AboutBox, ShowsTitleVersionAndCopyrightOfThisYear) {
     open().load();
     EXPECT_EQ(about->caption(), "Veldara");
     EXPECT_EQ(about->lblTitle.caption(), "Veldara");
-    EXPECT_EQ(about->lblVersion.caption(), "Version 1.20");
+    EXPECT_EQ(about->lblVersion.caption(), "Version " VELDARA_VERSION);
     EXPECT_EQ(about->lblCopyright.caption(), "Copyright © 2029 Korvane Software, LLC");
     EXPECT_EQ(about->lblDisclaimer.caption(), "Visit us at:");
 }
 
-TEST_F(AboutBox, YearIsTakenAnewAtEveryOpening) {
+TEST_F(AboutBox, YearIsThatOfEachOpening) {
     open().load();
     about->unload();
     fakes.clock.currentYear = 2040;
@@ -141,7 +141,7 @@ TEST_F(AboutBox, WithoutAFileSystemObjectTheSharedToolsFolderIsUnavailable) {
     EXPECT_EQ(fakes.dialogs.onlyMessage(), unavailable());
 }
 
-TEST_F(AboutBox, GetKeyValueTellsWhetherItWasRead) {
+TEST_F(AboutBox, GetKeyValueReturnsWhetherItWasRead) {
     std::string text = "before";
     EXPECT_FALSE(open().GetKeyValue(RegistryRoot::localMachine, "Software\\Key", "name", text));
     EXPECT_EQ(text, "");
@@ -172,6 +172,20 @@ TEST(PictureStore, FramesFollowEachOtherInACircle) {
     EXPECT_EQ(storage.loadingFrameAfter(Drawing::loading3).drawing(), Drawing::loading4);
     EXPECT_EQ(storage.loadingFrameAfter(Drawing::loading4).drawing(), Drawing::loading1);
     EXPECT_EQ(storage.loadingFrameAfter(Drawing::none).drawing(), Drawing::loading1);
+}
+
+TEST_F(AboutBox, DesktopsOwnProgramShowsTheSystemInformation) {
+    fakes.launcher.systemInformation = "/usr/bin/about-this-system";
+    open().load();
+    EXPECT_TRUE(about->cmdSysInfo.visible());
+    about->cmdSysInfo.userClick();
+    EXPECT_THAT(fakes.launcher.log, ElementsAre("start /usr/bin/about-this-system"));
+}
+
+TEST_F(AboutBox, DesktopWithoutSuchAProgramOffersNone) {
+    fakes.launcher.systemInformation = "";
+    open().load();
+    EXPECT_FALSE(about->cmdSysInfo.visible());
 }
 
 TEST(HiddenEndWindow, HasATimerThatDoesNothing) {

@@ -146,7 +146,7 @@ TEST_F(LoadingAPhoto, UnreadableFileIsNamedWithItsReason) {
     expectNoPhoto();
 }
 
-TEST_F(LoadingAPhoto, ErrorPictureStandsBeforeTheMessage) {
+TEST_F(LoadingAPhoto, ErrorPictureIsShownBeforeTheMessage) {
     fakes.tree.addFile("/photos/broken.jpg");
     start();
     Drawing shown = Drawing::none;
@@ -167,7 +167,7 @@ TEST_F(LoadingAPhoto, LackOfMemoryIsNamedLikeAnyOtherReason) {
     expectNoPhoto();
 }
 
-TEST_F(LoadingAPhoto, LackOfAThreadIsToldLikeLackOfMemory) {
+TEST_F(LoadingAPhoto, LackOfAThreadIsReportedLikeLackOfMemory) {
     addPhoto("photo.jpg", 100, 100);
     start();
     whileLoadingOnce([] {
@@ -238,7 +238,7 @@ TEST_F(LoadingAPhoto, AnimationRunsWhileTheLoaderWorks) {
     EXPECT_FALSE(window->tmrLoadingImg.enabled());
 }
 
-TEST_F(LoadingAPhoto, EveryTickOfTheAnimationLetsEventsRun) {
+TEST_F(LoadingAPhoto, EveryTickOfTheAnimationServesEvents) {
     addPhoto("photo.jpg", 100, 100);
     start();
     const int before = fakes.eventPump.eventRuns;
@@ -247,7 +247,7 @@ TEST_F(LoadingAPhoto, EveryTickOfTheAnimationLetsEventsRun) {
     EXPECT_EQ(fakes.eventPump.eventRuns, before + 1);
 }
 
-TEST_F(LoadingAPhoto, TickInsideATickIsPassedOver) {
+TEST_F(LoadingAPhoto, TickInsideATickIsIgnored) {
     addPhoto("photo.jpg", 100, 100);
     start();
     fakes.eventPump.whileEventsRun = [&] { window->tmrLoadingImg.tick(); };
@@ -275,7 +275,7 @@ TEST_F(LoadingAPhoto, LatestOfSeveralClicksWins) {
     EXPECT_EQ(window->lstFiles.selectedText(), "3rd.jpg");
 }
 
-TEST_F(LoadingAPhoto, FailureOfAPhotoThatNobodyWaitsForIsNotTold) {
+TEST_F(LoadingAPhoto, FailureOfASupersededPhotoIsNotReported) {
     fakes.tree.addFile("/photos/broken.jpg");
     addPhoto("good.jpg", 100, 100);
     start();
@@ -285,7 +285,7 @@ TEST_F(LoadingAPhoto, FailureOfAPhotoThatNobodyWaitsForIsNotTold) {
     EXPECT_TRUE(window->bImgSelected);
 }
 
-TEST_F(LoadingAPhoto, ClickWhileThePreviewIsMadeIsTakenUpAsWell) {
+TEST_F(LoadingAPhoto, ClickWhileThePreviewIsMadeIsServedAsWell) {
     addPhoto("1st.jpg", 100, 100);
     addPhoto("2nd.jpg", 120, 100);
     start();
@@ -311,13 +311,36 @@ TEST_F(LoadingAPhoto, ChangingTheFolderAbandonsTheLoad) {
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
-TEST_F(LoadingAPhoto, ChangingTheFilterAbandonsTheLoad) {
+TEST_F(LoadingAPhoto, FilterThatStillListsThePhotoLetsItLoad) {
     addPhoto("photo.jpg", 100, 100);
     start();
     whileLoadingOnce([this] { window->cmbFileType.userSelect(1); });
     clickFile("photo.jpg");
+    EXPECT_TRUE(window->bImgSelected);
+    EXPECT_EQ(window->lstFiles.selectedText(), "photo.jpg");
+}
+
+TEST_F(LoadingAPhoto, NeitherButtonIsOfferedMeanwhileWhateverTheTileSize) {
+    addPhoto("next.jpg", 100, 100);
+    startWithPhoto();
+    window->chkPreviewTiles.userSetChecked(false);
+    setTileInches(60, 60); // out of range: the figures are not refreshed
+    window->cmdSaveNow.setEnabled(true);
+    window->cmdLargePreview.setEnabled(true);
+    bool offered = true;
+    whileLoadingOnce(
+        [&] { offered = window->cmdSaveNow.enabled() || window->cmdLargePreview.enabled(); });
+    clickFile("next.jpg");
+    EXPECT_FALSE(offered);
+}
+
+TEST_F(LoadingAPhoto, FilterThatNoLongerListsThePhotoAbandonsTheLoad) {
+    addPhoto("photo.jpg", 100, 100);
+    start();
+    whileLoadingOnce([this] { window->cmbFileType.userSelect(2); });
+    clickFile("photo.jpg");
     expectNoPhoto();
-    EXPECT_EQ(window->picCur.drawing(), Drawing::pickImage);
+    EXPECT_EQ(window->picCur.drawing(), Drawing::pickFolder);
 }
 
 TEST_F(LoadingAPhoto, RotationChosenWhileLoadingIsApplied) {
@@ -385,7 +408,7 @@ TEST_F(LoadingAPhoto, ClosingTheWindowInTheMiddleSavesAndEnds) {
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
-TEST_F(LoadingAPhoto, ClosingTheWindowTellsNoFailureAfterwards) {
+TEST_F(LoadingAPhoto, ClosingTheWindowReportsNoFailureAfterwards) {
     fakes.tree.addFile("/photos/broken.jpg");
     start();
     whileLoadingOnce([this] { window->userClose(); });

@@ -91,7 +91,7 @@ TEST_F(Browsing, FilterDoesNotRememberTheFolder) {
     EXPECT_FALSE(saved());
 }
 
-TEST_F(Browsing, RefillRemembersTheFolderUnlessToldNotTo) {
+TEST_F(Browsing, RefillStoresTheFolderUnlessSkipped) {
     start().FillFileList(true);
     EXPECT_FALSE(saved());
     window->FillFileList();
@@ -113,7 +113,7 @@ TEST_F(Browsing, OpeningAFolderRefillsAndRemembersIt) {
     EXPECT_THAT(namesWritten(), ElementsAre("last_folder"));
 }
 
-TEST_F(Browsing, WayBackUpIsInTheList) {
+TEST_F(Browsing, FoldersAboveAreInTheList) {
     fakes.tree.addFolder("/photos/summer");
     store("last_folder", "/photos/summer");
     start();
@@ -121,7 +121,7 @@ TEST_F(Browsing, WayBackUpIsInTheList) {
     EXPECT_EQ(window->Dir1.path(), "/photos");
 }
 
-TEST_F(Browsing, ChangingTheFolderLetsThePhotoGo) {
+TEST_F(Browsing, ChangingTheFolderUnloadsThePhoto) {
     fakes.tree.addFolder("/photos/summer");
     startWithPhoto();
     openFolder("summer");
@@ -135,13 +135,140 @@ TEST_F(Browsing, ChangingTheFolderLetsThePhotoGo) {
     EXPECT_TRUE(window->currentPhoto()->empty());
 }
 
-TEST_F(Browsing, FolderThatCannotBeReadStaysWhereItIs) {
+TEST_F(Browsing, FolderWithoutRightsIsEnteredAndShowsNothing) {
     fakes.tree.addFolder("/photos/secret");
     start();
     fakes.tree.unreadable.insert("/photos/secret");
     openFolder("secret");
-    EXPECT_EQ(window->Dir1.path(), "/photos");
+    EXPECT_EQ(window->Dir1.path(), "/photos/secret");
+    EXPECT_THAT(window->lstFiles.items(), IsEmpty());
+    EXPECT_EQ(window->picCur.drawing(), Drawing::pickFolder);
     EXPECT_TRUE(fakes.dialogs.quiet());
+    openFolder("photos");
+    EXPECT_EQ(window->Dir1.path(), "/photos");
+}
+
+TEST_F(Browsing, ListIsFilledAgainAfterADriveThatCannotBeRead) {
+    addFiles({"a.jpg"});
+    fakes.drives.plug("/media/stick");
+    start();
+    fakes.drives.takeMediumOut("/media/stick");
+    addFiles({"b.jpg"}); // younger than the list
+    window->Drive1.userSelect(1);
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("a.jpg", "b.jpg"));
+}
+
+TEST_F(Browsing, DriveFollowsTheFolderIntoAMountedVolume) {
+    fakes.drives.plug("/photos/stick");
+    fakes.tree.addFile("/photos/stick/a.jpg");
+    start();
+    EXPECT_EQ(window->sCurDrive, "/");
+    openFolder("stick");
+    EXPECT_EQ(window->Dir1.path(), "/photos/stick") << "the drive's own change moves nothing";
+    EXPECT_EQ(window->Drive1.drive(), "/photos/stick");
+    EXPECT_EQ(window->sCurDrive, "/photos/stick");
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("a.jpg"));
+    window->Dir1.setPath("/photos");
+    EXPECT_EQ(window->Drive1.drive(), "/");
+    EXPECT_EQ(window->sCurDrive, "/");
+}
+
+TEST_F(Browsing, NeitherButtonIsOfferedInAnotherFolderWhateverTheTileSize) {
+    fakes.tree.addFolder("/photos/summer");
+    startWithPhoto();
+    window->chkPreviewTiles.userSetChecked(false);
+    setTileInches(60, 60); // out of range: the figures are not refreshed
+    window->cmdSaveNow.setEnabled(true);
+    window->cmdLargePreview.setEnabled(true);
+    openFolder("summer");
+    EXPECT_FALSE(window->cmdSaveNow.enabled());
+    EXPECT_FALSE(window->cmdLargePreview.enabled());
+}
+
+// The list follows its folder
+
+class FollowingTheFolder : public Browsing {
+  protected:
+    void SetUp() override {
+        startWithPhoto();
+        window->scrZoom.userSetValue(100);
+        window->picCur.userMouseDown(MouseButton::left, 150, 100);
+        window->picCur.userMouseMove(160, 100);
+        window->picCur.userMouseUp(MouseButton::left, 160, 100);
+        crop_ = window->lblLrValue.caption();
+        EXPECT_NE(crop_, "(center)");
+        picture_ = window->picCur.pixels();
+    }
+    void expectAsBefore(int index) const {
+        EXPECT_EQ(window->lstFiles.listIndex(), index);
+        EXPECT_EQ(window->lstFiles.selectedText(), "photo.jpg");
+        EXPECT_TRUE(window->bImgSelected);
+        EXPECT_TRUE(window->cmdSaveNow.enabled());
+        EXPECT_EQ(window->lblLrValue.caption(), crop_);
+        EXPECT_EQ(window->picCur.pixels(), picture_);
+        EXPECT_EQ(loaded.size(), 1U);
+    }
+    void expectGone() const {
+        EXPECT_FALSE(window->bImgSelected);
+        EXPECT_FALSE(window->bPreviewOn);
+        EXPECT_EQ(window->lstFiles.listIndex(), -1);
+        EXPECT_EQ(window->lblLrValue.caption(), "---");
+        EXPECT_EQ(window->lblResolution.caption(), "---");
+        EXPECT_FALSE(window->cmdSaveNow.enabled());
+        EXPECT_TRUE(window->currentPhoto()->empty());
+    }
+
+  private:
+    std::string crop_;
+    std::shared_ptr<const Image> picture_;
+};
+
+TEST_F(FollowingTheFolder, NewAndDeletedFilesLeaveThePhotoAndItsCrop) {
+    addFiles({"another.jpg"});
+    window->RefreshFolder();
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("another.jpg", "photo.jpg"));
+    expectAsBefore(1);
+    fakes.tree.remove(pathOf("another.jpg"));
+    window->RefreshFolder();
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("photo.jpg"));
+    expectAsBefore(0);
+    EXPECT_FALSE(saved());
+}
+
+TEST_F(FollowingTheFolder, NewFoldersAreListedAsWell) {
+    fakes.tree.addFolder("/photos/tiles");
+    window->RefreshFolder();
+    openFolder("tiles");
+    EXPECT_EQ(window->Dir1.path(), "/photos/tiles");
+}
+
+TEST_F(FollowingTheFolder, PhotoWhoseFileIsDeletedIsUnloaded) {
+    fakes.tree.remove(pathOf("photo.jpg"));
+    window->RefreshFolder();
+    expectGone();
+    EXPECT_EQ(window->picCur.drawing(), Drawing::pickFolder);
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(FollowingTheFolder, UnchangedFolderChangesNothing) {
+    int notified = 0;
+    window->lstFiles.observe([&](Property) { ++notified; });
+    window->RefreshFolder();
+    EXPECT_EQ(notified, 0);
+}
+
+TEST_F(FollowingTheFolder, FilterThatStillListsThePhotoKeepsIt) {
+    addFiles({"other.tif"});
+    window->cmbFileType.userSelect(1);
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("photo.jpg"));
+    expectAsBefore(0);
+}
+
+TEST_F(FollowingTheFolder, FilterThatNoLongerListsThePhotoUnloadsIt) {
+    window->cmbFileType.userSelect(2);
+    expectGone();
+    EXPECT_EQ(window->picCur.drawing(), Drawing::pickFolder);
+    EXPECT_FALSE(saved());
 }
 
 TEST_F(Browsing, FolderWhoseFilesCannotBeListedIsEmptyWithoutAMessage) {
@@ -160,6 +287,15 @@ TEST_F(Browsing, MissingFileSystemObjectEmptiesTheListWithoutAMessage) {
     fakes.fileSystem.faults.creationFails = true;
     window->FillFileList();
     EXPECT_THAT(window->lstFiles.items(), IsEmpty());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(Browsing, WithoutTheSystemsComponentFilesAreListedBySubstitute) {
+    addFiles({"a.jpg"});
+    fakes.fileSystem.faults.creationFails = true;
+    fakes.fileSystem.faults.substituteWorks = true;
+    start();
+    EXPECT_THAT(window->lstFiles.items(), ElementsAre("a.jpg"));
     EXPECT_TRUE(fakes.dialogs.quiet());
 }
 

@@ -93,7 +93,7 @@ TEST(CalibrationDialog, LoadingReadsTheFile) {
     EXPECT_EQ(window.owner.names, Names{"mine"});
 }
 
-TEST(CalibrationDialog, TellsWhatItRead) {
+TEST(CalibrationDialog, ReturnsWhatItRead) {
     CalibrationWindow window;
     EXPECT_EQ(window.dialog.ReadBorderPrefs(), 0);
     window.haveFile("");
@@ -181,7 +181,7 @@ TEST(CalibrationDialog, TheFileIsReadOnce) {
     window.open([&] { EXPECT_EQ(window.owner.names, Names{"first"}); });
 }
 
-TEST(CalibrationDialog, AFileDeletedMeanwhileIsWrittenAgainByTheNextChange) {
+TEST(CalibrationDialog, ADeletedFileIsWrittenAgainByTheNextChange) {
     CalibrationWindow window;
     window.haveFile(builtInFile());
     window.open([&] {
@@ -326,6 +326,38 @@ TEST(CalibrationDialog, EveryWriteFailureIsSilentAndLeavesTheOldFile) {
             EXPECT_EQ(window.file()->substr(0, 22), "default\t07,00,00,01,\r\n");
         });
         EXPECT_TRUE(window.fakes.dialogs.quiet());
+    }
+}
+
+TEST(CalibrationDialog, AFileThatCouldNotBeReadIsCopiedBeforeItIsReplaced) {
+    const std::string copy = CalibrationWindow::path() + ".unread";
+    const std::string text = "mine\t01,02,03,16,\r\n";
+    CalibrationWindow window;
+    window.haveFile(text);
+    window.fakes.fileSystem.faults.openTextFileFails = true;
+    window.open([&] {
+        window.fakes.fileSystem.faults.keepCopyFails = true;
+        window.dialog.cmbTopEdge.userSelect(7);
+        EXPECT_EQ(window.file(), text) << "without a copy it stays";
+        window.fakes.fileSystem.faults = {};
+        window.dialog.cmbTopEdge.userSelect(8);
+        EXPECT_EQ(window.fakes.tree.files.at(copy), text);
+        EXPECT_EQ(window.file()->substr(0, 22), "default\t08,00,00,00,\r\n");
+        window.fakes.tree.files.erase(copy);
+        window.dialog.cmbTopEdge.userSelect(9);
+        EXPECT_FALSE(window.fakes.tree.hasFile(copy)) << "the second file was our own";
+    });
+    EXPECT_TRUE(window.fakes.dialogs.quiet());
+}
+
+TEST(CalibrationDialog, AFileThatWasReadOrIsEmptyNeedsNoCopy) {
+    for (const char* text : {"mine\t01,02,03,16,\r\n", ""}) {
+        CalibrationWindow window;
+        window.haveFile(text);
+        window.open([&] {
+            window.dialog.cmbTopEdge.userSelect(7);
+            EXPECT_FALSE(window.fakes.tree.hasFile(CalibrationWindow::path() + ".unread"));
+        });
     }
 }
 

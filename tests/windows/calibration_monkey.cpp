@@ -89,7 +89,7 @@ class CalibrationMonkey : public ::testing::Test {
     std::mt19937 random{11};
 };
 
-TEST_F(CalibrationMonkey, StandsWhateverHappens) {
+TEST_F(CalibrationMonkey, SurvivesRandomUse) {
     const int steps = monkeySteps();
     for (int done = 0; done < steps;) {
         window.fakes.screen.log.clear();

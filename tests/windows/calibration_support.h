@@ -55,7 +55,7 @@ class CalibrationWindow {
     bool writeFails = false;
     std::vector<std::pair<std::string, std::vector<std::uint8_t>>> written;
     Platform platform = fakes.platform();
-    frmBtm dialog{platform, fakes.screen, owner, doors()};
+    frmBtm dialog{platform, fakes.screen, owner, hooks()};
 
     static std::string path() { return "c:\\program\\printer_edge_config"; }
 
@@ -87,8 +87,8 @@ class CalibrationWindow {
     }
 
   private:
-    TestTargetDoors doors() {
-        TestTargetDoors made;
+    TestTargetHooks hooks() {
+        TestTargetHooks made;
         made.create = [this](double height, double width) {
             if (createFails) {
                 throw Error("There is not enough memory.");

@@ -71,7 +71,7 @@ TEST_F(FullScreenPreview, PictureHasThePostersRatioInTheFreeSpace) {
     EXPECT_EQ(window.picPreview.top(), 0);
 }
 
-TEST_F(FullScreenPreview, CloseButtonStandsOneMarginBelowThePicture) {
+TEST_F(FullScreenPreview, CloseButtonIsOneMarginBelowThePicture) {
     open();
     EXPECT_EQ(window.closePlace(), (Place{560, 807, 80, 28}));
 }
@@ -211,7 +211,7 @@ TEST_F(FullScreenPreview, CanBeOpenedAgain) {
     EXPECT_NE(window.picPreview.pixels(), nullptr);
 }
 
-TEST_F(FullScreenPreview, StandsWhateverHappens) {
+TEST_F(FullScreenPreview, SurvivesRandomUse) {
     std::mt19937 random(3);
     const int steps = monkeySteps();
     for (int step = 0; step < steps; ++step) {

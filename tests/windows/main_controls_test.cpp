@@ -160,7 +160,7 @@ TEST_F(MainControls, NothingRunsAndNothingIsReadyBeforeTheLoad) {
 TEST_F(MainControls, IdentityIsFixedTextAndTheYearOfTheClock) {
     fakes.clock.currentYear = 2031;
     const frmMain& main = create();
-    EXPECT_EQ(main.GetAppVersionString(), "1.20");
+    EXPECT_EQ(main.GetAppVersionString(), VELDARA_VERSION);
     EXPECT_EQ(main.GetCompanyName(), "Korvane Software, LLC");
     EXPECT_EQ(main.GetAppCopyrightString(), "Copyright © 2031 Korvane Software, LLC");
     fakes.clock.currentYear = 2032;

@@ -103,7 +103,7 @@ TEST_P(CalibrationHandOver, OpensModallyAndItsTrimsAreUsed) {
     EXPECT_TRUE(fakes.screen.allUsersPlayed());
     EXPECT_EQ(window->lblFinalSize.caption(), "11 x 7.81 inches");
     EXPECT_EQ(window->lblTbValue.caption(), "(full height)");
-    EXPECT_EQ(window->lblLrValue.caption(), "(center)") << "the crop was drawn anew";
+    EXPECT_EQ(window->lblLrValue.caption(), "(center)") << "the crop was drawn again";
 }
 
 INSTANTIATE_TEST_SUITE_P(MenuAndButton, CalibrationHandOver,
@@ -319,7 +319,7 @@ TEST_F(HandOver, SavingAPhotoThatHasGoneIsRefused) {
 
 TEST_F(HandOver, SavingAfterTheListWasRefilledIsRefused) {
     startWithPhoto();
-    window->cmbFileType.userSelect(1); // nothing is chosen in the list any more
+    window->FillFileList(); // nothing is chosen in the list any more
     window->cmdSaveNow.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
               critical("Invalid file chosen.  Can not continue.", "Problem"));
@@ -410,7 +410,7 @@ TEST_F(LetteredHelp, IsTheCompiledFile) {
 TEST_F(HandOver, AboutBoxOpensModally) {
     start();
     whenShown<frmAbout>("frmAbout", [](frmAbout& dialog) {
-        EXPECT_EQ(dialog.lblVersion.caption(), "Version 1.20");
+        EXPECT_EQ(dialog.lblVersion.caption(), "Version " VELDARA_VERSION);
         dialog.cmdOk.userClick();
     });
     window->mnuAbout.userClick();

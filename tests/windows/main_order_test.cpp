@@ -111,7 +111,7 @@ TEST_F(OrderOfSteps, ActiveProfile) {
                 ElementsAre("figures", "preview", "saved", "labels"));
 }
 
-TEST_F(OrderOfSteps, ActiveProfileUnderTheMark) {
+TEST_F(OrderOfSteps, ActiveProfileUnderTheFlag) {
     window->chkPrinterClips.userSetChecked(true);
     window->bSkipSettingWrite = true;
     EXPECT_THAT(stepsOf([this] { window->cmbCurBtm.setListIndex(1); }), IsEmpty());
@@ -127,7 +127,7 @@ TEST_F(OrderOfSteps, PaperOfAnImpossibleSize) {
                 ElementsAre("paper", "saved", "buttons", "message", "preview", "saved"));
 }
 
-TEST_F(OrderOfSteps, PaperUnderTheMark) {
+TEST_F(OrderOfSteps, PaperUnderTheFlag) {
     window->bSkipSettingWrite = true;
     EXPECT_THAT(stepsOf([this] { setTileInches(8, 10); }), ElementsAre("paper", "figures"));
     EXPECT_EQ(window->lblTileSize.caption(), "8.00 x 10.00");

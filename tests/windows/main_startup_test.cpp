@@ -74,10 +74,11 @@ TEST_F(MainStartup, StepsComeInTheirOrder) {
                                  "query prefs_edgeAdjust", "edge compensation",      //
                                  "query prefs_edgeAdjust",                           //
                                  "query prefs_showTiles", "tile grid",               //
-                                 "query cmbMarginLocked",                            //
+                                 "query cmbMarginLocked", "query dim_outside",       //
                                  "events", "placement labels",                       //
                                  "query prefs_edgeAdjust", "output figures",         //
-                                 "file list", "set last_folder", "caption", "window shown"));
+                                 "file list", "set last_folder", "caption", "window shown",
+                                 "query recent_photos"));
 }
 
 TEST_F(MainStartup, HelpFileAndSpecialFoldersAreFoundLast) {
@@ -136,14 +137,14 @@ TEST_F(MainStartup, FirstStartMakesBothKeysForTheLastFolderOnly) {
     EXPECT_EQ(storedText("last_folder"), "/");
 }
 
-TEST_F(MainStartup, WindowIsUpAndMarksAreDown) {
+TEST_F(MainStartup, WindowIsUpAndFlagsAreClear) {
     frmMain& main = start();
     EXPECT_TRUE(main.visible());
     EXPECT_TRUE(main.loaded());
     EXPECT_FALSE(main.bSkipSettingWrite);
     EXPECT_FALSE(main.bSkipOutputUpdate);
     EXPECT_FALSE(main.bPreviewOn);
-    EXPECT_EQ(main.caption(), "Veldara v1.20");
+    EXPECT_EQ(main.caption(), "Veldara v" VELDARA_VERSION);
     EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain"));
 }
 
@@ -170,7 +171,7 @@ TEST_F(MainStartup, LastFolderIsRestored) {
     EXPECT_EQ(main.picCur.drawing(), Drawing::pickImage);
 }
 
-TEST_F(MainStartup, CropStandsInTheMiddle) {
+TEST_F(MainStartup, CropIsInTheMiddle) {
     addPhoto("tall.jpg", 400, 3000);
     addPhoto("wide.jpg", 3000, 400);
     start();
@@ -187,6 +188,34 @@ TEST_F(MainStartup, LastFolderThatHasGoneFallsBackSilently) {
     EXPECT_EQ(main.Dir1.path(), "/");
     EXPECT_TRUE(fakes.dialogs.quiet());
     EXPECT_EQ(storedText("last_folder"), "/");
+}
+
+TEST_F(MainStartup, FirstStartBeginsAmongThePictures) {
+    fakes.registry.clear();
+    fakes.specialFolders.paths[picturesIdentifier] = "/home/pictures";
+    fakes.specialFolders.paths[homeIdentifier] = "/home";
+    fakes.tree.addFile("/home/pictures/a.jpg");
+    const frmMain& main = start();
+    EXPECT_EQ(main.Dir1.path(), "/home/pictures");
+    EXPECT_EQ(main.sCurDrive, "/");
+    EXPECT_THAT(main.lstFiles.items(), ::testing::ElementsAre("a.jpg"));
+}
+
+TEST_F(MainStartup, FirstStartWithoutPicturesBeginsAtHome) {
+    fakes.registry.clear();
+    fakes.specialFolders.paths[picturesIdentifier] = "/home/gone";
+    fakes.specialFolders.paths[homeIdentifier] = "/home";
+    EXPECT_EQ(start().Dir1.path(), "/home");
+}
+
+TEST_F(MainStartup, EndWindowIsLoadedWithItsTimerAndNeverShown) {
+    frmMain& main = start();
+    int running = 0;
+    for (Timer* timer : main.timers()) {
+        running += timer->name() == "Timer1" && timer->enabled() ? 1 : 0;
+    }
+    EXPECT_EQ(running, 1);
+    EXPECT_THAT(fakes.screen.log, ::testing::ElementsAre("show frmMain"));
 }
 
 TEST_F(MainStartup, UnreadableLastFolderFallsBackSilently) {
@@ -413,6 +442,24 @@ TEST_F(MainStartup, ProfileFileIsLookedForInTheApplicationFolder) {
     store("app_dir", "/app");
     EXPECT_THAT(start().cmbCurBtm.items(), ElementsAre("mine"));
     EXPECT_EQ(window->applicationFolder(), "/app");
+}
+
+TEST_F(MainStartup, ApplicationFolderOfAnotherMachineIsIgnored) {
+    store("app_dir", "/far/app");
+    fakes.drives.onNetwork = "/far";
+    fakes.tree.addFile("/far/app/" + fakes.platform().helpFileName, "somebody's manual");
+    frmMain& main = start();
+    EXPECT_EQ(main.applicationFolder(), "");
+    main.OpenHelpFile();
+    EXPECT_THAT(fakes.launcher.log, ::testing::Not(Contains(::testing::HasSubstr("/far"))));
+}
+
+TEST_F(MainStartup, FolderOfAMachineThatDoesNotAnswerIsNotWaitedFor) {
+    fakes.tree.addFile("/far/photos/a.jpg");
+    store("last_folder", "/far/photos");
+    fakes.drives.onNetwork = "/far";
+    EXPECT_EQ(start().Dir1.path(), "/");
+    EXPECT_TRUE(fakes.dialogs.quiet());
 }
 
 TEST_F(MainStartup, RegistryThatCannotBeUsedIsNeverMentioned) {

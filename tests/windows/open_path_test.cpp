@@ -152,7 +152,7 @@ TEST_F(OpeningAPath, FolderThatCannotBeReadIsRefused) {
     expectRefused("The folder \"/secret\" cannot be read.");
 }
 
-TEST_F(OpeningAPath, DriveThatCannotBeReadIsToldOnce) {
+TEST_F(OpeningAPath, DriveThatCannotBeReadIsReportedOnce) {
     fakes.drives.plug("/media/stick");
     fakes.tree.addFile("/media/stick/trip/a.jpg");
     startWithPhoto();
@@ -165,7 +165,7 @@ TEST_F(OpeningAPath, DriveThatCannotBeReadIsToldOnce) {
     EXPECT_THAT(loaded, ElementsAre("/photos/photo.jpg"));
 }
 
-TEST_F(OpeningAPath, MissingFileSystemObjectIsTold) {
+TEST_F(OpeningAPath, MissingFileSystemObjectIsReported) {
     startWithPhoto();
     fakes.fileSystem.faults.creationFails = true;
     window->openPath("/photos/photo.jpg");
@@ -173,7 +173,7 @@ TEST_F(OpeningAPath, MissingFileSystemObjectIsTold) {
     EXPECT_TRUE(window->bImgSelected);
 }
 
-TEST_F(OpeningAPath, FolderWhoseFilesCannotBeListedIsTold) {
+TEST_F(OpeningAPath, FolderWhoseFilesCannotBeListedIsReported) {
     startWithPhoto();
     fakes.fileSystem.faults.listingFails = true;
     window->openPath("/photos/photo.jpg");
@@ -182,7 +182,7 @@ TEST_F(OpeningAPath, FolderWhoseFilesCannotBeListedIsTold) {
                        "Invalid Image File Selected"));
 }
 
-TEST_F(OpeningAPath, BrokenPhotoIsToldLikeOneThatWasClicked) {
+TEST_F(OpeningAPath, BrokenPhotoIsReportedLikeOneThatWasClicked) {
     fakes.tree.addFile("/photos/broken.jpg");
     start().openPath("/photos/broken.jpg");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),

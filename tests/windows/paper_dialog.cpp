@@ -254,7 +254,7 @@ TEST(PaperDialog, TheUnitsThatAreCurrentAreNotCheckedAgain) {
         letterWithNegativeMargin());
 }
 
-TEST(PaperDialog, InvalidEntriesDoNotStandInTheWayOfAnotherPaper) {
+TEST(PaperDialog, InvalidEntriesDoNotPreventAnotherPaper) {
     PaperWindow window;
     window.open([&] {
         window.dialog.cmbMargins[0].userSetText("rubbish");
@@ -410,7 +410,7 @@ TEST(PaperDialog, ResetGivesTheDefaultMarginsBack) {
         a4Line());
 }
 
-TEST(PaperDialog, BorderlessBoxGoesBothWays) {
+TEST(PaperDialog, BorderlessBoxWorksInBothDirections) {
     PaperWindow window;
     window.open(
         [&] {
@@ -424,7 +424,7 @@ TEST(PaperDialog, BorderlessBoxGoesBothWays) {
         letterLine());
 }
 
-TEST(PaperDialog, BorderlessBoxTellsTheTruthWhileMarginsAreTyped) {
+TEST(PaperDialog, BorderlessBoxIsRightWhileMarginsAreTyped) {
     PaperWindow window;
     window.open([&] {
         EXPECT_TRUE(window.dialog.chkBorderless.checked());

@@ -102,7 +102,7 @@ class PaperMonkey : public ::testing::Test {
     std::mt19937 random{42};
 };
 
-TEST_F(PaperMonkey, StandsWhateverHappens) {
+TEST_F(PaperMonkey, SurvivesRandomUse) {
     const int steps = monkeySteps();
     std::string line;
     for (int done = 0; done < steps;) {

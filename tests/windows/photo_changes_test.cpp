@@ -1,4 +1,4 @@
-// The loaded photo turned, and its preview made anew for a box of another size.
+// The loaded photo turned, and its preview for a box of another size.
 #include "loading_fixture.h"
 
 #include <new>
@@ -82,7 +82,7 @@ TEST_F(TurningThePhoto, PhotoIsNotSelectedMeanwhile) {
     EXPECT_TRUE(window->bImgSelected);
 }
 
-TEST_F(TurningThePhoto, AnotherChoiceMeanwhileIsTakenUp) {
+TEST_F(TurningThePhoto, AnotherChoiceDuringTheTurnIsServed) {
     startWithPhoto();
     whileLoadingOnce([this] { window->cmbRotate.userSelect(3); });
     window->cmbRotate.userSelect(1);
@@ -90,7 +90,7 @@ TEST_F(TurningThePhoto, AnotherChoiceMeanwhileIsTakenUp) {
     EXPECT_TRUE(window->bImgSelected);
 }
 
-TEST_F(TurningThePhoto, ChoiceTakenBackMeanwhileIsTakenBack) {
+TEST_F(TurningThePhoto, ChoiceTakenBackDuringTheTurnIsTakenBack) {
     startWithPhoto();
     whileLoadingOnce([this] { window->cmbRotate.userSelect(0); });
     window->cmbRotate.userSelect(1);
@@ -132,6 +132,29 @@ TEST_F(TurningThePhoto, LackOfMemoryOrOfAThreadLeavesThePhotoAsItWas) {
     EXPECT_TRUE(window->bImgSelected);
     EXPECT_TRUE(window->cmdSaveNow.enabled());
     EXPECT_EQ(window->pointer(), Pointer::arrow);
+}
+
+TEST_F(TurningThePhoto, LackOfMemoryForItsPreviewLeavesThePhotoAsItWas) {
+    startWithPhoto();
+    const std::shared_ptr<const Image> photo = window->currentPhoto();
+    const std::shared_ptr<const Image> shown = window->picCur.pixels();
+    int work = 0;
+    fakes.eventPump.whileServing = [&] {
+        if (++work == 2) { // the turn itself has ended
+            throw std::bad_alloc();
+        }
+    };
+    window->cmbRotate.userSelect(1);
+    EXPECT_THAT(fakes.dialogs.onlyMessage().text, HasSubstr("memory"));
+    EXPECT_TRUE(window->bImgSelected);
+    EXPECT_EQ(window->currentPhoto(), photo);
+    EXPECT_EQ(window->picCur.pixels(), shown);
+    EXPECT_EQ(window->lImgWidth, 3000);
+    EXPECT_EQ(window->cmbRotate.listIndex(), 0);
+    EXPECT_TRUE(window->cmdSaveNow.enabled());
+    EXPECT_EQ(window->pointer(), Pointer::arrow);
+    window->cmbRotate.userSelect(1);
+    EXPECT_EQ(window->lImgWidth, 2000) << "and it can be turned again";
 }
 
 // Resizing the picture box

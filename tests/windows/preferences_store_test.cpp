@@ -129,7 +129,7 @@ TEST_F(PreferencesStore, ValueThatCannotBeWrittenIsLeftUndone) {
     EXPECT_EQ(preferences.lastResult(), 5);
 }
 
-TEST_F(PreferencesStore, KeyExistsTellsWhetherItOpens) {
+TEST_F(PreferencesStore, KeyExistsReturnsWhetherItOpens) {
     EXPECT_FALSE(preferences.keyExists(root, "Software\\Other"));
     EXPECT_NE(preferences.lastResult(), 0);
     preferences.createKey(root, "Software\\Other");

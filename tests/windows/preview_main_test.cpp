@@ -1,6 +1,11 @@
 // The preview of the main window: the grid, the labels, dragging, the arrow pad, the zoom bar.
 #include "main_fixture.h"
 
+#include <algorithm>
+#include <array>
+#include <new>
+#include <system_error>
+
 namespace veldara::test {
 namespace {
 
@@ -89,7 +94,7 @@ TEST_F(MainPreview, HidingAndShowingTheGridSaves) {
     EXPECT_EQ(shownPixel(150, 10), lineColour);
 }
 
-TEST_F(MainPreview, GridBoxUnderTheMarkDoesNothing) {
+TEST_F(MainPreview, GridBoxUnderTheFlagDoesNothing) {
     startWithPhoto();
     window->bSkipSettingWrite = true;
     window->chkPreviewTiles.setChecked(false);
@@ -244,7 +249,7 @@ TEST_F(MainPreview, ReleaseWithoutAPressDoesNothing) {
     EXPECT_EQ(labels(), texts("(center)", "(center)"));
 }
 
-TEST_F(MainPreview, PointerTellsWhereTheCropIs) {
+TEST_F(MainPreview, PointerShowsWhereTheCropIs) {
     startZoomed();
     window->picCur.userMouseMove(150, 100);
     EXPECT_EQ(window->pointer(), Pointer::crossHair);
@@ -295,6 +300,59 @@ TEST_F(MainPreview, DraggingSavesNothing) {
     EXPECT_FALSE(saved());
 }
 
+TEST_F(MainPreview, DoubleClickCentresTheCrop) {
+    startZoomed();
+    drag(150, 100, 170, 110);
+    EXPECT_NE(labels(), texts("(center)", "(center)"));
+    window->picCur.userMouseDown(MouseButton::left, 150, 100);
+    window->picCur.userMouseUp(MouseButton::left, 150, 100);
+    window->picCur.userDoubleClick();
+    EXPECT_EQ(labels(), texts("(center)", "(center)"));
+    EXPECT_EQ(window->scrZoom.value(), 100);
+    EXPECT_EQ(shownPixel(75, 50), lineColour);
+    window->picCur.userMouseMove(180, 100);
+    EXPECT_EQ(labels(), texts("(center)", "(center)")) << "nothing is dragged";
+}
+
+TEST_F(MainPreview, DoubleClickWithoutAPhotoDoesNothing) {
+    start().picCur.userDoubleClick();
+    EXPECT_EQ(labels(), texts("---", "---"));
+}
+
+TEST_F(MainPreview, ResetTakesZoomAndPanBack) {
+    startZoomed();
+    drag(150, 100, 170, 110);
+    window->ResetZoomAndPan();
+    EXPECT_EQ(window->scrZoom.value(), 0);
+    EXPECT_EQ(window->lblZoomAmount.caption(), "(0%)");
+    window->scrZoom.userSetValue(100);
+    EXPECT_EQ(labels(), texts("(center)", "(center)"));
+}
+
+TEST_F(MainPreview, ResetWithoutAPhotoKeepsTheZoom) {
+    start().scrZoom.userSetValue(100);
+    window->ResetZoomAndPan();
+    EXPECT_EQ(window->scrZoom.value(), 100);
+}
+
+TEST_F(MainPreview, GridIsOffWhenThePhotoIsGone) {
+    fakes.tree.addFolder("/photos/summer");
+    startZoomed();
+    EXPECT_TRUE(window->bPreviewOn);
+    window->Dir1.setPath("/photos/summer");
+    EXPECT_FALSE(window->bPreviewOn);
+}
+
+TEST_F(MainPreview, FiguresCanBeCopiedAsText) {
+    startZoomed();
+    const std::string text = window->FiguresText();
+    EXPECT_THAT(text, ::testing::HasSubstr("Final Size: " + window->lblFinalSize.caption() + "\n"));
+    EXPECT_THAT(text,
+                ::testing::HasSubstr("Resolution: " + window->lblResolution.caption() + "\n"));
+    EXPECT_THAT(text, ::testing::HasSubstr("Horizontal: (center)\n"));
+    EXPECT_THAT(text, ::testing::HasSubstr("Zoom: (100%)\n"));
+}
+
 TEST_F(MainPreview, LosingThePhotoEndsTheDrag) {
     fakes.tree.addFolder("/photos/summer");
     startZoomed();
@@ -313,9 +371,9 @@ struct PadCase {
     Picture frmMain::*pressed;
 };
 
-class ArrowPad : public MainPreview, public ::testing::WithParamInterface<PadCase> {};
+class ArrowPadOfTheWindow : public MainPreview, public ::testing::WithParamInterface<PadCase> {};
 
-TEST_P(ArrowPad, ShowsThePressedStateAtHome) {
+TEST_P(ArrowPadOfTheWindow, ShowsThePressedStateAtHome) {
     startZoomed();
     const int home = window->imgArrow.left();
     press(GetParam().x, GetParam().y);
@@ -333,7 +391,7 @@ TEST_P(ArrowPad, ShowsThePressedStateAtHome) {
     EXPECT_FALSE(window->tmrImg.enabled());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ArrowPad,
+INSTANTIATE_TEST_SUITE_P(All, ArrowPadOfTheWindow,
                          ::testing::Values(PadCase{50, 5, &frmMain::imgArrow_Up},
                                            PadCase{95, 50, &frmMain::imgArrow_right},
                                            PadCase{50, 95, &frmMain::imgArrow_down},
@@ -341,6 +399,27 @@ INSTANTIATE_TEST_SUITE_P(All, ArrowPad,
                                            PadCase{50, 50, &frmMain::imgArrow_right},
                                            PadCase{49, 50, &frmMain::imgArrow_left},
                                            PadCase{30, 10, &frmMain::imgArrow_Up}));
+
+TEST_F(MainPreview, PadPicturesAreHiddenWhileTheyAreRearranged) {
+    startZoomed();
+    const std::array<Picture*, 5> pads{&window->imgArrow, &window->imgArrow_Up,
+                                       &window->imgArrow_right, &window->imgArrow_down,
+                                       &window->imgArrow_left};
+    int moves = 0;
+    int seen = 0;
+    for (Picture* pad : pads) {
+        pad->observe([&](Property property) {
+            if (property == Property::range) {
+                ++moves;
+                seen += static_cast<int>(std::count_if(
+                    pads.begin(), pads.end(), [](const Picture* one) { return one->visible(); }));
+            }
+        });
+    }
+    press(50, 5);
+    EXPECT_GT(moves, 0);
+    EXPECT_EQ(seen, 0);
+}
 
 class ArrowPadCorner : public MainPreview,
                        public ::testing::WithParamInterface<std::pair<int, int>> {};
@@ -389,7 +468,7 @@ TEST_F(MainPreview, HoldingThePadStepsFasterAndThenStops) {
     EXPECT_THAT(pans, ElementsAre(1, 2, 2, 2, 2, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 10, 10, 10, 10));
 }
 
-TEST_F(MainPreview, CropStandsStillAfterThirtySixSteps) {
+TEST_F(MainPreview, CropStopsAfterThirtySixSteps) {
     startZoomed();
     press(95, 50);
     for (int tick = 0; tick < 36; ++tick) {
@@ -413,7 +492,7 @@ TEST_F(MainPreview, CropStandsStillAfterThirtySixSteps) {
     EXPECT_EQ(labels().first, "(right 1%)");
 }
 
-TEST_F(MainPreview, PadMovesBothAxesBothWays) {
+TEST_F(MainPreview, PadMovesInAllFourDirections) {
     startZoomed();
     const auto step = [this](int x, int y) {
         press(x, y);
@@ -536,13 +615,39 @@ TEST_F(PosterPicture, PhotoReplacedInTheMiddleDoesNoHarm) {
     EXPECT_FALSE(window->bImgSelected);
 }
 
-TEST_F(PosterPicture, LackOfMemoryIsTold) {
+TEST_F(PosterPicture, LackOfMemoryIsReported) {
     startZoomed();
     box.setSize(400, 400);
     fakes.eventPump.whileServing = [] { throw std::bad_alloc(); };
     window->FillPreview(box);
     EXPECT_EQ(fakes.dialogs.onlyMessage().icon, MessageIcon::critical);
     EXPECT_FALSE(box.pixels());
+}
+
+TEST_F(PosterPicture, LackOfAThreadIsReportedAndLeavesNoHourglass) {
+    startZoomed();
+    window->cmdLargePreview.userClick();
+    auto& preview = static_cast<frmPreview&>(*fakes.screen.lastShown);
+    preview.userResize(800, 600);
+    fakes.eventPump.whileServing = [] {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    };
+    window->cmdLargePreview.userClick();
+    EXPECT_EQ(fakes.dialogs.messages.size(), 1U);
+    EXPECT_EQ(window->pointer(), Pointer::arrow);
+    EXPECT_EQ(preview.pointer(), Pointer::arrow);
+}
+
+TEST_F(PosterPicture, HourglassIsSetBeforeItsWindowIsShown) {
+    startZoomed();
+    std::vector<std::string> seen;
+    window->observe([&](Property property) {
+        if (property == Property::pointer && window->pointer() == Pointer::hourglass) {
+            seen = fakes.screen.log;
+        }
+    });
+    window->cmdLargePreview.userClick();
+    EXPECT_THAT(seen, ElementsAre("show frmMain"));
 }
 
 } // namespace

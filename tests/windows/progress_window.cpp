@@ -2,7 +2,7 @@
 #include "monkey.h"
 #include "output/frmMsg.h"
 #include "output/frmSimpleMsg.h"
-#include "output/progress_bar.h"
+#include "output/progress_picture.h"
 #include "platform/error.h"
 #include "support/test_platform.h"
 
@@ -44,31 +44,32 @@ TEST_F(ProgressWindow, HasItsTexts) {
 
 TEST_F(ProgressWindow, MessageLayoutIsTheLabelAlone) {
     window.bAllowCancel = true;
-    window.SetMode(1);
+    window.SetMode(messageMode);
     EXPECT_TRUE(window.lblMsg.visible());
     EXPECT_FALSE(window.picProgressBar.visible());
     EXPECT_FALSE(window.cmdCancel.visible());
 }
 
 TEST_F(ProgressWindow, ProgressLayoutOffersCancelWhereItIsAllowed) {
-    window.SetMode(2);
+    window.SetMode(progressMode);
     EXPECT_TRUE(window.picProgressBar.visible());
     EXPECT_FALSE(window.cmdCancel.visible());
     window.bAllowCancel = true;
-    window.SetMode(2);
+    window.SetMode(progressMode);
     EXPECT_TRUE(window.cmdCancel.visible());
 }
 
 TEST_F(ProgressWindow, LoadedOnItsOwnItClosesAtTheFirstTick) {
     window.load();
-    EXPECT_EQ(window.curStatus, 1);
-    window.tmrProgBar_Timer();
+    EXPECT_EQ(window.curStatus, closeAtNextTick);
+    fakes.clock.advance(100);
     EXPECT_FALSE(window.loaded());
+    EXPECT_FALSE(window.tmrProgBar.enabled());
 }
 
 TEST_F(ProgressWindow, ShowProgressBarShowsAnEmptyBarBesideTheOthers) {
     window.ShowProgressBar("Working");
-    EXPECT_EQ(window.curStatus, 0);
+    EXPECT_EQ(window.curStatus, progressRunning);
     EXPECT_EQ(window.lblMsg.caption(), "Working");
     EXPECT_TRUE(window.picProgressBar.visible());
     EXPECT_DOUBLE_EQ(window.GetProgressVal(), 0.0);
@@ -171,7 +172,7 @@ TEST_F(ProgressWindow, CloseBoxTakesAMessageDown) {
 
 TEST_F(ProgressWindow, StatusOneClosesItAtTheNextTick) {
     window.ShowProgressBar("Working");
-    window.curStatus = 1;
+    window.curStatus = closeAtNextTick;
     EXPECT_TRUE(window.visible());
     fakes.clock.advance(window.tmrProgBar.interval());
     EXPECT_FALSE(window.visible());
@@ -197,8 +198,9 @@ TEST_F(ProgressWindow, ATickThatOutlivesTheWindowDrawsNothing) {
 
 TEST_F(ProgressWindow, TimedMessageStaysForItsTimeAndOneTick) {
     window.bAllowCancel = true;
+    window.bCancel = true;
     window.ShowMsgForSecs("Hello", 2.05); // between two ticks
-    EXPECT_EQ(window.curStatus, 2);
+    EXPECT_EQ(window.curStatus, timedMessage);
     EXPECT_EQ(window.lblMsg.caption(), "Hello");
     EXPECT_DOUBLE_EQ(window.dStart, fakes.clock.now);
     EXPECT_DOUBLE_EQ(window.dSecToShowMsg, 2.05);
@@ -207,9 +209,9 @@ TEST_F(ProgressWindow, TimedMessageStaysForItsTimeAndOneTick) {
     EXPECT_FALSE(window.picProgressBar.visible());
     EXPECT_TRUE(window.visible());
     fakes.clock.advance(2050);
-    EXPECT_EQ(window.curStatus, 2);
+    EXPECT_EQ(window.curStatus, timedMessage);
     fakes.clock.advance(100);
-    EXPECT_EQ(window.curStatus, 1);
+    EXPECT_EQ(window.curStatus, closeAtNextTick);
     EXPECT_TRUE(window.visible());
     fakes.clock.advance(100);
     EXPECT_FALSE(window.visible());
@@ -227,14 +229,14 @@ TEST_F(ProgressWindow, IsUsedAgainAfterItHasGone) {
     window.ShowProgressBar("One");
     window.SetProgressVal(1);
     window.ShowProgressBar("Two");
-    EXPECT_EQ(window.curStatus, 0);
+    EXPECT_EQ(window.curStatus, progressRunning);
     EXPECT_TRUE(window.visible());
     EXPECT_DOUBLE_EQ(window.GetProgressVal(), 0);
     EXPECT_TRUE(window.tmrProgBar.enabled());
 }
 
 // Random use; what must hold after every step is checked after every step.
-TEST_F(ProgressWindow, StandsWhateverHappens) {
+TEST_F(ProgressWindow, SurvivesRandomUse) {
     std::mt19937 random(20261121);
     const int steps = monkeySteps();
     for (int step = 0; step < steps; ++step) {
@@ -244,7 +246,7 @@ TEST_F(ProgressWindow, StandsWhateverHappens) {
             window.bAllowCancel = random() % 2 == 0;
             break;
         case 1:
-            window.SetMode(1 + static_cast<int>(random() % 2));
+            window.SetMode(random() % 2 == 0 ? messageMode : progressMode);
             break;
         case 2:
             window.ShowMsgForSecs("message", static_cast<double>(random() % 3));
@@ -265,7 +267,7 @@ TEST_F(ProgressWindow, StandsWhateverHappens) {
             window.userClose();
             break;
         case 7:
-            window.curStatus = 1;
+            window.curStatus = closeAtNextTick;
             break;
         case 8:
             window.picProgressBar.userResize(static_cast<int>(random() % 50),
@@ -281,7 +283,7 @@ TEST_F(ProgressWindow, StandsWhateverHappens) {
 }
 
 TEST(ProgressBar, IsBlueOverItsShareOfTheWidth) {
-    const Image bar = progressBar(4, 2, 0.5);
+    const Image bar = progressPicture(4, 2, 0.5);
     const std::uint8_t blue[] = {0, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255, 255};
     for (int y = 0; y < 2; ++y) {
         EXPECT_TRUE(std::equal(blue, blue + 12, bar.row(y)));
@@ -289,8 +291,8 @@ TEST(ProgressBar, IsBlueOverItsShareOfTheWidth) {
 }
 
 TEST(ProgressBar, NeedsRoom) {
-    EXPECT_THROW(progressBar(0, 5, 0.5), Error);
-    EXPECT_THROW(progressBar(5, 0, 0.5), Error);
+    EXPECT_THROW(progressPicture(0, 5, 0.5), Error);
+    EXPECT_THROW(progressPicture(5, 0, 0.5), Error);
 }
 
 class ResultWindow : public ::testing::Test {
@@ -300,7 +302,7 @@ class ResultWindow : public ::testing::Test {
     frmSimpleMsg window{platform, fakes.screen};
 };
 
-TEST_F(ResultWindow, TellsWhereTheTilesAre) {
+TEST_F(ResultWindow, NamesTheFolderOfTheTiles) {
     window.ShowSaveOkMsg("c:\\photos\\a_poster_images");
     EXPECT_EQ(window.lblTitle.caption(), "Images Saved Successfully");
     EXPECT_EQ(window.imgCheck.drawing(), Drawing::checkMark);
@@ -343,7 +345,7 @@ TEST_F(ResultWindow, OkTakesItDown) {
     EXPECT_FALSE(window.visible());
 }
 
-TEST_F(ResultWindow, ANewResultReplacesTheOneThatStillStands) {
+TEST_F(ResultWindow, ANewResultReplacesTheOneThatIsStillOpen) {
     window.ShowSaveOkMsg("c:\\one");
     window.ShowSaveOkMsg("c:\\two");
     EXPECT_EQ(window.lnkFol.target(), "c:\\two");

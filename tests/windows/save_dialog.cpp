@@ -56,6 +56,23 @@ TEST(SaveDialog, TakesTheFileTypeOfThePhoto) {
     EXPECT_TRUE(windows.fakes.screen.allUsersPlayed());
 }
 
+TEST(SaveDialog, NameBoxesTakeNoCharacterThatNoNameCanHave) {
+    SaveWindows windows;
+    windows.open([&] {
+        for (TextBox* box : {&windows.dialog.txtNewFolderName, &windows.dialog.txtBaseFileName}) {
+            int refusals = 0;
+            box->observe([&](Property property) { refusals += property == Property::refused; });
+            box->userSetText(R"(a\b/c:d*e?f"g<h>i|j)");
+            EXPECT_EQ(box->text(), "abcdefghij");
+            EXPECT_EQ(refusals, 1);
+            EXPECT_EQ(box->refusal(),
+                      R"(A name cannot contain any of these characters: \ / : * ? " < > |)");
+            box->observe({});
+        }
+        EXPECT_EQ(windows.dialog.lblPath.caption(), "c:\\photos\\abcdefghij\\");
+    });
+}
+
 TEST(SaveDialog, RefusesANameOfFourCharacters) {
     SaveWindows windows;
     windows.dialog.OpenForPhoto("c", windows.photos, "a.jp");

@@ -43,8 +43,7 @@ class SaveMonkey : public ::testing::Test {
         windows.fakes.fileSystem.space = rarely() ? 10 : 1'000'000;
         windows.tileImageFails = rarely();
         windows.owner.sizesOk = !rarely();
-        windows.owner.sizesNoTrimOk = !rarely();
-        windows.owner.tableThrows = rarely();
+        windows.owner.tableOk = !rarely();
         windows.owner.rotated = pick(2) == 0;
         windows.owner.compensated = pick(2) == 0;
         windows.owner.trims[0] = pick(8) / 64.0 - (rarely() ? 0.5 : 0);
@@ -86,7 +85,7 @@ class SaveMonkey : public ::testing::Test {
     std::mt19937 random{7};
 };
 
-TEST_F(SaveMonkey, StandsWhateverHappens) {
+TEST_F(SaveMonkey, SurvivesRandomUse) {
     const int steps = monkeySteps();
     for (int done = 0; done < steps;) {
         windows.written.clear();

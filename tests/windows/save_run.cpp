@@ -98,21 +98,6 @@ TEST(SaveRun, ResolutionOfRotatedTilesComesFromTheirHeight) {
     EXPECT_EQ(windows.bitmap(0).dotsPerInch(), 100);
 }
 
-TEST(SaveRun, ResolutionGoesByTheBoxAndTheTurnByTheMark) {
-    SaveWindows box;
-    box.owner.rotated = true;
-    box.owner.turned = false;
-    box.save();
-    EXPECT_EQ(box.bitmap(0).width, 30);
-    EXPECT_EQ(box.bitmap(0).dotsPerInch(), 100);
-
-    SaveWindows mark;
-    mark.owner.turned = true;
-    mark.save();
-    EXPECT_EQ(mark.bitmap(0).width, 20);
-    EXPECT_EQ(mark.bitmap(0).dotsPerInch(), 150);
-}
-
 TEST(SaveRun, CompensationAddsWhatThePrinterClips) {
     SaveWindows windows;
     windows.owner.compensated = true;
@@ -153,9 +138,8 @@ TEST(SaveRun, ACoarseTileIsResampledBeforeItIsCompensated) {
     EXPECT_EQ(bitmap.dotsPerInch(), 50);
 }
 
-TEST(SaveRun, TrimsAreNotAskedForWhileCompensationIsOff) {
+TEST(SaveRun, TrimsAreLeftOutWhileCompensationIsOff) {
     SaveWindows windows;
-    windows.owner.trimsThrow = true;
     windows.owner.trims = {0.25, 0.25, 0.25, 0.25};
     windows.save();
     EXPECT_EQ(windows.written.size(), 4U);
@@ -255,7 +239,7 @@ TEST(SaveRun, ProgressCountsTheTiles) {
 
 TEST(SaveRun, WaitingEventsRunBeforeAnythingElse) {
     SaveWindows windows;
-    windows.owner.tableThrows = true;
+    windows.owner.tableOk = false;
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
         EXPECT_EQ(windows.fakes.eventPump.eventRuns, 1);
     };

@@ -39,20 +39,10 @@ class SaveFailure : public ::testing::Test {
 };
 
 TEST_F(SaveFailure, NoTiles) {
-    windows.owner.tileCount = 0;
+    windows.owner.tableOk = false;
     expectEnd(critical("Error", "Error calculating tile coordinates"));
     EXPECT_FALSE(progressWasShown());
     EXPECT_EQ(windows.fakes.fileSystem.objectsMade, 0);
-}
-
-TEST_F(SaveFailure, TileTableReportsFailure) {
-    windows.owner.tileCount = -1;
-    expectEnd(critical("Error", "Error calculating tile coordinates"));
-}
-
-TEST_F(SaveFailure, TileTableCannotBeComputed) {
-    windows.owner.tableThrows = true;
-    expectEnd(critical("Error", "Error calculating tile coordinates"));
 }
 
 TEST_F(SaveFailure, NoFileSystemObject) {
@@ -64,7 +54,7 @@ TEST_F(SaveFailure, NoFileSystemObject) {
 Message folderQuestion(const std::string& folder) {
     return {"The folder \"" + folder +
                 "\" already exists.  Some files could be overwritten.  Do you want to continue?",
-            "Folder Exists", MessageIcon::none, MessageButtons::yesNoCancel};
+            "Folder Exists", MessageIcon::none, MessageButtons::yesNoCancel, Answer::no};
 }
 
 TEST_F(SaveFailure, FolderQuestionAnsweredNo) {
@@ -111,6 +101,7 @@ class ContestedDisk : public FileSystem, public FileSystemObject {
     std::uint64_t freeSpace(const std::string&) override { return 1'000'000'000; }
     std::unique_ptr<TextReader> openTextFile(const std::string&) override { throw Error("No."); }
     std::unique_ptr<TextWriter> createTextFile(const std::string&) override { throw Error("No."); }
+    void keepCopy(const std::string&) override { throw Error("No."); }
 
   private:
     FolderTree& tree_;
@@ -151,7 +142,7 @@ TEST_F(SaveFailure, FolderCannotBeLookedFor) {
 }
 
 TEST_F(SaveFailure, FolderWithinAFolderThatIsNotThere) {
-    before = [&] { windows.dialog.txtNewFolderName.userSetText("a\\b"); };
+    before = [&] { windows.dialog.txtNewFolderName.setText("a\\b"); };
     windows.save(before);
     EXPECT_EQ(windows.fakes.dialogs.onlyMessage().text.substr(0, 43),
               "Could not create the folder \"c:\\photos\\a\\b\"");
@@ -168,7 +159,7 @@ TEST(SaveRun, MemoryIsTakenForTheWidestAndTheHighestTile) {
 TEST_F(SaveFailure, NoTileImage) {
     windows.tileImageFails = true;
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
         EXPECT_TRUE(windows.progress.loaded());
         EXPECT_TRUE(windows.dialog.loaded());
     };
@@ -184,7 +175,7 @@ TEST_F(SaveFailure, NoThreadForTheRun) {
         }
     };
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
         EXPECT_TRUE(windows.dialog.loaded());
     };
     expectEnd(critical("Error", "Error creating imgX object"), 1);
@@ -197,26 +188,15 @@ TEST_F(SaveFailure, NoThreadForTheRun) {
 }
 
 TEST_F(SaveFailure, InvalidTileSizes) {
-    windows.owner.sizesNoTrimOk = false;
-    windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
-    };
-    expectEnd(critical("Error", "Can not continue - Invalid tile print sizes entered"));
-}
-
-TEST_F(SaveFailure, InvalidEffectiveTileSizes) {
     windows.owner.sizesOk = false;
+    windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
+    };
     expectEnd(critical("Error", "Can not continue - Invalid tile print sizes entered"));
 }
 
 TEST_F(SaveFailure, TrimsLeaveNothingOfATile) {
     windows.owner.widthInches = 0;
-    expectEnd(critical("Error", "Can not continue - Invalid tile print sizes entered"));
-}
-
-TEST_F(SaveFailure, NoEdgeProfile) {
-    windows.owner.compensated = true;
-    windows.owner.trimsThrow = true;
     expectEnd(critical("Error", "Can not continue - Invalid tile print sizes entered"));
 }
 
@@ -227,7 +207,7 @@ TEST_F(SaveFailure, NoFileType) {
         windows.dialog.opbJpg.setSelected(false);
     };
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
     };
     expectEnd(critical("Error", "Problem: File extension not selected"));
 }
@@ -241,7 +221,7 @@ TEST(SaveRun, WithoutAPlaceThereAreNoFileNames) {
     EXPECT_EQ(windows.fakes.dialogs.onlyMessage(),
               critical("Error", "Problem: You must select the location where the new poster tile "
                                 "image folder will be created"));
-    EXPECT_EQ(windows.progress.curStatus, 1);
+    EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
     EXPECT_TRUE(windows.written.empty());
 }
 
@@ -269,7 +249,7 @@ TEST_F(SaveFailure, CompensationFails) {
     windows.owner.compensated = true;
     windows.owner.trims = {0, -0.5, 0, 0}; // as a count edited by hand can have it
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
     };
     expectEnd(critical("Error", "Error applying printer edge clipping compensation"));
 }
@@ -287,7 +267,7 @@ TEST(SaveRun, ARunThatFailedInCompensationLeavesTheDialogToItsCaller) {
 // The same of runs that take the dialog down themselves.
 TEST(SaveRun, ARunWithoutTilesTakesTheDialogDownItself) {
     SaveWindows windows;
-    windows.owner.tileCount = 0;
+    windows.owner.tableOk = false;
     windows.open([&] {
         windows.dialog.processSaveNow();
         EXPECT_FALSE(windows.dialog.loaded());
@@ -298,7 +278,7 @@ TEST_F(SaveFailure, NoSpaceForTheFirstTile) {
     windows.fakes.fileSystem.space = 100;
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
         EXPECT_TRUE(windows.progress.loaded());
-        EXPECT_EQ(windows.progress.curStatus, 0);
+        EXPECT_EQ(windows.progress.curStatus, progressRunning);
     };
     expectEnd(critical("Out of disk space",
                        "Not enough disk space on selected drive.  Can not save images."));
@@ -340,18 +320,16 @@ TEST(SaveRun, SpaceThatCannotBeMeasuredIsEnough) {
     EXPECT_TRUE(windows.fakes.dialogs.quiet());
 }
 
-TEST(SaveRun, SpaceIsAskedOfTheChosenDriveForEveryTile) {
+TEST(SaveRun, SpaceIsAskedOfTheDriveLetterForEveryTile) {
     SaveWindows letters;
     letters.save();
     EXPECT_EQ(letters.fakes.fileSystem.spaceAskedOf, std::vector<std::string>(4, "c"));
+}
 
+TEST(SaveRun, SpaceIsAskedOfTheTilesFolderWhereDrivesHaveNoLetters) {
     SaveWindows volumes('/');
-    volumes.fakes.tree.addFolder("/photos/stick");
-    volumes.fakes.drives.plug("/photos/stick");
-    volumes.photos = "/photos/stick";
-    volumes.drive = "/photos/stick";
     volumes.save();
-    EXPECT_EQ(volumes.fakes.fileSystem.spaceAskedOf, std::vector<std::string>(4, "/photos/stick"));
+    EXPECT_EQ(volumes.fakes.fileSystem.spaceAskedOf, std::vector<std::string>(4, volumes.folder()));
 }
 
 TEST_F(SaveFailure, FileCannotBeWritten) {
@@ -388,7 +366,7 @@ void expectCanceledAfter(std::size_t tiles) {
         }
     };
     windows.fakes.dialogs.whileMessageShown = [&](const Message&) {
-        EXPECT_EQ(windows.progress.curStatus, 1);
+        EXPECT_EQ(windows.progress.curStatus, closeAtNextTick);
         EXPECT_TRUE(windows.progress.loaded());
         EXPECT_TRUE(windows.dialog.loaded());
         EXPECT_EQ(windows.progress.lblMsg.caption(), "canceling...");

@@ -1,4 +1,4 @@
-// What the tests of the save windows share: a main window that answers as told, a run whose files
+// What the tests of the save windows share: a scripted main window, a run whose files
 // land in memory, and a reader of bitmap bytes of the tests' own.
 #pragma once
 
@@ -40,43 +40,31 @@ class FakeSaveOwner : public SaveOwner {
   public:
     std::shared_ptr<const Image> photo = std::make_shared<const Image>(patternedImage(60, 40));
     std::vector<TileRect> tiles{{0, 0, 29, 19}, {30, 0, 59, 19}, {0, 20, 29, 39}, {30, 20, 59, 39}};
-    std::optional<int> tileCount; // instead of the tiles' own number
-    bool tableThrows = false;
+    bool tableOk = true;
     bool sizesOk = true;
-    bool sizesNoTrimOk = true;
     double widthInches = 0.2; // 30 pixels: 150 dots per inch
     bool rotated = false;
-    std::optional<bool> turned; // bTileRotated, where it is not what the box says
     bool compensated = false;
-    bool trimsThrow = false;
     EdgeTrims trims{};
 
-    int CalcTileCoord(std::vector<TileRect>& table) const override {
-        if (tableThrows) {
-            throw Error("Nothing is left of a tile.");
+    PosterPlan planTiles(const TileFileParts& files) const override {
+        if (!tableOk) {
+            return failed(PlanProblem::noTiles);
         }
-        table = tiles;
-        return tileCount.value_or(static_cast<int>(tiles.size()));
-    }
-    bool CheckTileSizes(double& width, double& height) const override {
-        width = widthInches;
-        height = 1.0;
-        return sizesOk;
-    }
-    bool CheckTileSizesNoTrim(double& width, double& height) const override {
-        width = 999.0; // of no use to the run but to say that the sizes are right
-        height = 999.0;
-        return sizesNoTrimOk;
+        PosterPlan plan = veldara::planTiles(
+            tiles, rotated, widthInches, compensated ? std::optional(trims) : std::nullopt, files);
+        if (!sizesOk) {
+            plan.problem = PlanProblem::resolution;
+        }
+        return plan;
     }
     std::shared_ptr<const Image> currentPhoto() const override { return photo; }
-    bool rotateTilesChecked() const override { return rotated; }
-    bool tileRotated() const override { return turned.value_or(rotated); }
-    bool printerClipsChecked() const override { return compensated; }
-    void FillCurEdgeTrimInches(EdgeTrims& filled) const override {
-        if (trimsThrow) {
-            throw Error("No edge profile is selected.");
-        }
-        filled = trims;
+
+  private:
+    static PosterPlan failed(PlanProblem problem) {
+        PosterPlan plan;
+        plan.problem = problem;
+        return plan;
     }
 };
 
@@ -142,7 +130,7 @@ class SaveWindows {
     Platform platform = fakes.platform();
     frmMsg progress{platform, fakes.screen};
     frmSimpleMsg result{platform, fakes.screen};
-    frmSaveTiles dialog{platform, fakes.screen, owner, progress, result, doors()};
+    frmSaveTiles dialog{platform, fakes.screen, owner, progress, result, hooks()};
 
     // Opens the dialog for a photo and has the user do something in it, then close it.
     void open(const std::function<void()>& user, const std::string& photo = "IMG_0001.BMP") {
@@ -177,8 +165,8 @@ class SaveWindows {
     Bitmap bitmap(std::size_t tile) const { return Bitmap(written.at(tile).bytes); }
 
   private:
-    SaveDoors doors() {
-        SaveDoors made;
+    SaveHooks hooks() {
+        SaveHooks made;
         made.createTileImage = [this](int width, int height) {
             if (tileImageFails) {
                 throw Error("There is not enough memory.");

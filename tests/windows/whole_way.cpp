@@ -1,6 +1,7 @@
 // The whole way through the main window and the save dialog with everything switched on at once:
 // a turned photo, turned tiles, margins and compensated edges, down to the files' pixels.
 #include "app/frmMain.h"
+#include "platform/files/whole_file.h"
 #include "save_support.h"
 #include "support/disk_file_system.h"
 #include "support/temp_folder.h"
@@ -24,7 +25,7 @@ class WholeWay : public ::testing::Test {
         fakes.registry.putText(key, "prefs_edgeAdjust", "1_02");
         fakes.registry.putText(key, "prefs_numTiles", "w01h01"); // 2 x 2
         writeWholeFile(temp.path() / "photo.bmp",
-                       encodeImage(photo.view(), FileType::bmp, 300, {}));
+                       encodeImage(photo.view(), TileFormat::bmp, 300, {}));
     }
 
     void save() {
