@@ -28,31 +28,28 @@ AboutView::AboutView(frmAbout& model, wxWindow* parent) : DialogView(model, pare
              wxSizerFlags().Top().Border(wxRIGHT, gap));
     top->Add(makeWords(model), wxSizerFlags(1).Expand());
 
-    wxButton* information = bind().button(dialog(), model.cmdSysInfo, "cmdSysInfo", 'S');
-    wxButton* ok = bind().button(dialog(), model.cmdOk, "cmdOk", 'O');
+    wxButton* information = bind().button(dialog(), model.cmdSysInfo, 'S');
+    wxButton* ok = bind().button(dialog(), model.cmdOk, 'O');
     setDefault(ok);
     ok->SetFocus();
     auto* contents = new wxBoxSizer(wxVERTICAL);
     contents->Add(top, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap + gap / 2));
-    contents->Add(buttonRow(*dialog(), {information, ok}), wxSizerFlags().Expand());
+    contents->Add(buttonRow(*dialog(), {ok, information}), wxSizerFlags().Expand());
     finish(contents);
 }
 
 wxSizer* AboutView::makeWords(frmAbout& model) {
     const int row = dialog()->FromDIP(spacing::row);
-    wxStaticText* title = bind().label(dialog(), model.lblTitle, "lblTitle");
+    wxStaticText* title = bind().label(dialog(), model.lblTitle);
     title->SetFont(title->GetFont().Bold().Scaled(1.5F));
     auto* link = new wxBoxSizer(wxHORIZONTAL);
-    link->Add(bind().label(dialog(), model.lblDisclaimer, "lblDisclaimer"),
+    link->Add(bind().label(dialog(), model.lblDisclaimer),
               wxSizerFlags().CentreVertical().Border(wxRIGHT, row));
-    link->Add(bind().link(dialog(), model.lnkWeb, "lnkWeb", linkWidth),
-              wxSizerFlags().CentreVertical());
+    link->Add(bind().link(dialog(), model.lnkWeb, linkWidth), wxSizerFlags().CentreVertical());
     auto* words = new wxBoxSizer(wxVERTICAL);
     words->Add(title, wxSizerFlags().Border(wxBOTTOM, row));
-    words->Add(bind().label(dialog(), model.lblVersion, "lblVersion"),
-               wxSizerFlags().Border(wxBOTTOM, row));
-    words->Add(bind().label(dialog(), model.lblCopyright, "lblCopyright"),
-               wxSizerFlags().Border(wxBOTTOM, row));
+    words->Add(bind().label(dialog(), model.lblVersion), wxSizerFlags().Border(wxBOTTOM, row));
+    words->Add(bind().label(dialog(), model.lblCopyright), wxSizerFlags().Border(wxBOTTOM, row));
     words->Add(link, wxSizerFlags());
     return words;
 }

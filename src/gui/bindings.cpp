@@ -1,20 +1,21 @@
 #include "gui/bindings.h"
 
+#include "gui/accessibility.h"
 #include "gui/inner_container.h"
 #include "gui/layout.h"
 #include "gui/native_text.h"
+#include "gui/refusal_tip.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 namespace veldara {
 
 namespace {
 
-constexpr Property allProperties[] = {Property::visible, Property::enabled, Property::caption,
-                                      Property::toolTip, Property::items,   Property::range,
-                                      Property::value,   Property::picture, Property::pointer};
+constexpr Property allProperties[] = {
+    Property::visible, Property::enabled, Property::caption, Property::toolTip, Property::items,
+    Property::range,   Property::value,   Property::picture, Property::marks,   Property::pointer};
 
 wxStockCursor cursorOf(Pointer pointer) {
     switch (pointer) {
@@ -30,6 +31,15 @@ wxStockCursor cursorOf(Pointer pointer) {
     return wxCURSOR_ARROW;
 }
 
+// The caret stays behind what it stood behind.
+void showText(wxTextCtrl& field, const wxString& text) {
+    if (field.GetValue() != text) {
+        const long fromEnd = field.GetLastPosition() - field.GetInsertionPoint();
+        field.ChangeValue(text);
+        field.SetInsertionPoint(std::max(0L, field.GetLastPosition() - fromEnd));
+    }
+}
+
 void showIn(PictureBox& box, const Picture& model) {
     if (model.pixels()) {
         box.showPixels(model.pixels());
@@ -42,7 +52,7 @@ void showIn(PictureBox& box, const Picture& model) {
 
 Bindings::Bindings(wxTopLevelWindow& window) : window_(window) {
     window_.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        if (!focusByLetter(event)) {
+        if (!focusByLetter(event) && !runShortcut(event)) {
             event.Skip();
         }
     });
@@ -56,6 +66,7 @@ void Bindings::release() {
     followed_.clear();
     timers_.clear();
     letters_.clear();
+    shortcuts_.clear();
 }
 
 void Bindings::follow(Control& model, Sync sync) {
@@ -120,6 +131,13 @@ void Bindings::window(Window& model) {
             applyPointer(model.pointer());
         } else if (property == Property::focus) {
             window_.Raise();
+            // On Windows the frame itself would take the keyboard from the control that has it.
+            wxWindow* const focused = wxWindow::FindFocus();
+            if (focused == nullptr || !window_.IsDescendant(focused)) {
+                window_.SetFocus();
+            }
+        } else if (property == Property::range && onLayoutChanged) {
+            onLayoutChanged();
         }
     });
 }
@@ -129,7 +147,7 @@ void Bindings::window(Window& model) {
 void Bindings::applyPointer(Pointer pointer) {
     const wxCursor cursor(cursorOf(pointer));
     for (PictureBox* box : pictureBoxes_) {
-        box->SetCursor(cursor);
+        box->showPointer(cursor, pointer == Pointer::move);
     }
     window_.SetCursor(pointer == Pointer::hourglass ? cursor : wxNullCursor);
 }
@@ -137,6 +155,8 @@ void Bindings::applyPointer(Pointer pointer) {
 void Bindings::menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model) {
     const std::size_t place = bar.GetMenuCount();
     bar.Append(menu, nativeText(model.caption()));
+    const std::size_t letter = model.caption().find('&') + 1; // 0: none
+    claimLetter(letter == 0 ? '\0' : model.caption()[letter]);
     follow(model, [&bar, &model, place](Property property) {
         if (property == Property::enabled) {
             bar.EnableTop(place, model.enabled());
@@ -144,13 +164,12 @@ void Bindings::menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model) {
     });
 }
 
-void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& name,
-                        const std::string& key) {
+void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& key) {
     const auto label = [&model, key] {
         return nativeText(key.empty() ? model.caption() : model.caption() + "\t" + key);
     };
     wxMenuItem* item = menu.Append(wxID_ANY, label());
-    item->SetHelp(nativeText(name));
+    item->SetHelp(nativeText(model.name()));
     window_.Bind(
         wxEVT_MENU, [&model](wxCommandEvent&) { model.userClick(); }, item->GetId());
     follow(model, [item, &model, label](Property property) {
@@ -160,6 +179,69 @@ void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& name,
             item->Enable(model.enabled());
         }
     });
+}
+
+void Bindings::checkItem(wxMenu& menu, CheckBox& model, std::function<void(bool)> changed) {
+    wxMenuItem* item = menu.AppendCheckItem(wxID_ANY, nativeText(model.caption()));
+    item->SetHelp(nativeText(model.name()));
+    window_.Bind(
+        wxEVT_MENU, [&model](wxCommandEvent& event) { model.userSetChecked(event.IsChecked()); },
+        item->GetId());
+    follow(model, [item, &model, changed = std::move(changed)](Property property) {
+        if (property == Property::value) {
+            item->Check(model.checked());
+            changed(model.checked());
+        } else if (property == Property::enabled) {
+            item->Enable(model.enabled());
+        }
+    });
+}
+
+void Bindings::listMenu(wxMenu& opener, ListMenu& model) {
+    auto* submenu = new wxMenu;
+    wxMenuItem* item = opener.AppendSubMenu(submenu, nativeText(model.caption()));
+    window_.Bind(wxEVT_MENU_OPEN, [&opener, &model](wxMenuEvent& event) {
+        if (event.GetMenu() == &opener) {
+            model.userOpen();
+        }
+        event.Skip();
+    });
+    follow(model, [this, submenu, item, &model](Property property) {
+        if (property == Property::items) {
+            fillListMenu(*submenu, model);
+        }
+        if (property == Property::items || property == Property::enabled) {
+            item->Enable(model.enabled() && !model.items().empty());
+        }
+    });
+}
+
+void Bindings::fillListMenu(wxMenu& menu, ListMenu& model) {
+    while (menu.GetMenuItemCount() > 0) {
+        menu.Destroy(menu.FindItemByPosition(0));
+    }
+    for (std::size_t i = 0; i < model.items().size(); ++i) {
+        // The keys 1 to 9, and 0 for the tenth.
+        const wxString key = wxString::Format("&%d ", static_cast<int>((i + 1) % 10));
+        wxMenuItem* entry = menu.Append(wxID_ANY, key + nativeLabel(model.items()[i], 0));
+        const int index = static_cast<int>(i);
+        menu.Bind(
+            wxEVT_MENU, [&model, index](wxCommandEvent&) { model.userClick(index); },
+            entry->GetId());
+    }
+}
+
+void Bindings::shortcut(int modifiers, int key, std::function<void()> act) {
+    shortcuts_[{modifiers, key}] = std::move(act);
+}
+
+bool Bindings::runShortcut(const wxKeyEvent& event) {
+    const auto found = shortcuts_.find({event.GetModifiers(), event.GetKeyCode()});
+    if (found == shortcuts_.end()) {
+        return false;
+    }
+    later(found->second);
+    return true;
 }
 
 void Bindings::timer(Timer& model) {
@@ -178,95 +260,10 @@ void Bindings::timer(Timer& model) {
     });
 }
 
-wxStaticText* Bindings::label(wxWindow* parent, Label& model, const std::string& name) {
-    auto* native = new wxStaticText(parent, wxID_ANY, wxString());
-    native->SetName(name);
-    followWidget(model, *native, [native, &model](Property property) {
-        if (property == Property::caption) {
-            native->SetLabelText(nativeText(model.caption()));
-        }
-    });
-    return native;
-}
-
-wxStaticText* Bindings::valueLabel(wxWindow* parent, Label& model, const std::string& name,
-                                   const wxString& sample) {
-    auto* native = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                    wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-    native->SetName(name);
-    native->SetMinSize(native->GetTextExtent(sample) + wxSize(native->FromDIP(4), 0));
-    followWidget(model, *native, [native, &model](Property property) {
-        if (property == Property::caption) {
-            native->SetLabelText(nativeText(model.caption()));
-        }
-    });
-    return native;
-}
-
-wxStaticText* Bindings::paragraph(wxWindow* parent, Label& model, const std::string& name,
-                                  int width, int lines) {
-    auto* native = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
-                                    wxST_NO_AUTORESIZE);
-    native->SetName(name);
-    followWidget(model, *native, [this, native, &model, width, lines](Property property) {
-        if (property != Property::caption) {
-            return;
-        }
-        const wxString text = wrappedText(*native, nativeText(model.caption()), width);
-        native->SetLabelText(text);
-        const int height = std::max(lines, text.Freq('\n') + 1) * native->GetCharHeight();
-        if (native->GetMinSize().y != height) {
-            native->SetMinSize(wxSize(textLength(*native, width), height));
-            if (wxSizer* contents = window_.GetSizer()) {
-                contents->SetSizeHints(&window_);
-            }
-        }
-    });
-    return native;
-}
-
-wxStaticText* Bindings::labelFor(wxWindow& target, wxWindow* parent, Label& model,
-                                 const std::string& name, char letter) {
-    auto* native = new wxStaticText(parent, wxID_ANY, wxString());
-    native->SetName(name);
-    followWidget(model, *native, [native, &model, letter](Property property) {
-        if (property == Property::caption) {
-            native->SetLabel(nativeLabel(model.caption(), letter));
-        }
-    });
-    mnemonic(letter, target);
-    return native;
-}
-
-void Bindings::mnemonic(char letter, wxWindow& target) {
-    if (letter != 0) {
-        letters_[std::toupper(static_cast<unsigned char>(letter))] = &target;
-    }
-}
-
-bool Bindings::focusByLetter(const wxKeyEvent& event) {
-    if (event.GetModifiers() != wxMOD_ALT) {
-        return false;
-    }
-    const int key = event.GetKeyCode();
-    const auto found = key > 0 && key < 128 ? letters_.find(std::toupper(key)) : letters_.end();
-    if (found == letters_.end() || !found->second->IsShownOnScreen() ||
-        !found->second->IsEnabled()) {
-        return false;
-    }
-    found->second->SetFocus();
-#ifdef __WXMSW__
-    // When Alt goes up, the system turns to the menus if it has seen no other key since.
-    window_.MSWDefWindowProc(WM_SYSKEYDOWN, event.GetRawKeyCode(),
-                             static_cast<WXLPARAM>(event.GetRawKeyFlags()));
-#endif
-    return true;
-}
-
-wxStaticBox* Bindings::frame(wxWindow* parent, Frame& model, const std::string& name) {
+wxStaticBox* Bindings::frame(wxWindow* parent, Frame& model) {
     auto* native =
         new InnerContainer<wxStaticBox>(parent, wxID_ANY, nativeLabel(model.caption(), 0));
-    native->SetName(name);
+    native->SetName(nativeText(model.name()));
     followWidget(model, *native, [native, &model](Property property) {
         if (property == Property::caption) {
             native->SetLabel(nativeLabel(model.caption(), 0));
@@ -275,10 +272,10 @@ wxStaticBox* Bindings::frame(wxWindow* parent, Frame& model, const std::string& 
     return native;
 }
 
-wxButton* Bindings::button(wxWindow* parent, Button& model, const std::string& name,
-                           char mnemonic) {
+wxButton* Bindings::button(wxWindow* parent, Button& model, char mnemonic) {
     auto* native = new wxButton(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic));
-    native->SetName(name);
+    pressByLetter(mnemonic, *native, [&model] { model.userClick(); });
+    native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_BUTTON, [&model](wxCommandEvent&) { model.userClick(); });
     followWidget(model, *native, [native, &model, mnemonic](Property property) {
         if (property == Property::caption) {
@@ -288,10 +285,10 @@ wxButton* Bindings::button(wxWindow* parent, Button& model, const std::string& n
     return native;
 }
 
-wxCheckBox* Bindings::checkBox(wxWindow* parent, CheckBox& model, const std::string& name,
-                               char mnemonic) {
+wxCheckBox* Bindings::checkBox(wxWindow* parent, CheckBox& model, char mnemonic) {
     auto* native = new wxCheckBox(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic));
-    native->SetName(name);
+    pressByLetter(mnemonic, *native, [&model] { model.userSetChecked(!model.checked()); });
+    native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_CHECKBOX, [native, &model](wxCommandEvent&) {
         model.userSetChecked(native->GetValue());
         native->SetValue(model.checked()); // the handler may have turned it back
@@ -306,12 +303,13 @@ wxCheckBox* Bindings::checkBox(wxWindow* parent, CheckBox& model, const std::str
     return native;
 }
 
-wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, const std::string& name,
-                                char mnemonic, bool firstOfGroup) {
+wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, char mnemonic,
+                                bool firstOfGroup) {
     auto* native =
         new wxRadioButton(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic),
                           wxDefaultPosition, wxDefaultSize, firstOfGroup ? wxRB_GROUP : 0);
-    native->SetName(name);
+    pressByLetter(mnemonic, *native, [&model] { model.userSelect(); });
+    native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_RADIOBUTTON, [&model](wxCommandEvent&) { model.userSelect(); });
     followWidget(model, *native, [native, &model, mnemonic](Property property) {
         if (property == Property::caption) {
@@ -325,28 +323,31 @@ wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, const std
     return native;
 }
 
-wxTextCtrl* Bindings::textBox(wxWindow* parent, TextBox& model, const std::string& name) {
+wxTextCtrl* Bindings::textBox(wxWindow* parent, TextBox& model) {
     auto* native = new wxTextCtrl(parent, wxID_ANY);
-    native->SetName(name);
+    native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_TEXT,
                  [native, &model](wxCommandEvent&) { model.userSetText(enteredLine(*native)); });
-    followWidget(model, *native, [native, &model](Property property) {
-        const wxString text = nativeText(model.text());
-        if (property == Property::value && native->GetValue() != text) {
-            native->ChangeValue(text);
+    followField(model, *native, [native, &model](Property property) {
+        if (property == Property::value || property == Property::refused) {
+            showText(*native, nativeText(model.text()));
+        }
+        if (property == Property::refused) {
+            RefusalTip::show(*native, nativeText(model.refusal()));
         }
     });
     return native;
 }
 
-wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string& name) {
+wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model) {
     auto* native = new wxSlider(parent, wxID_ANY, model.value(), model.minimum(),
                                 std::max(model.maximum(), model.minimum() + 1));
-    native->SetName(name);
+    native->SetName(nativeText(model.name()));
     // Only where the thumb comes to rest counts: the picture is not redrawn for every step between.
+    zoomByKeys(model, *native);
     native->Bind(wxEVT_SCROLL_CHANGED,
                  [native, &model](wxScrollEvent&) { model.userSetValue(native->GetValue()); });
-    followWidget(model, *native, [native, &model](Property property) {
+    followField(model, *native, [native, &model](Property property) {
         if (property == Property::range) {
             native->SetRange(model.minimum(), std::max(model.maximum(), model.minimum() + 1));
             native->SetLineSize(model.smallChange());
@@ -358,12 +359,28 @@ wxSlider* Bindings::slider(wxWindow* parent, ScrollBar& model, const std::string
     return native;
 }
 
-LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& name, int width) {
-    auto* native = new LinkText(parent, nativeText(name), width);
+// Up and Page Up go to the maximum, as the wheel does: on some systems they would go to the left.
+void Bindings::zoomByKeys(ScrollBar& model, wxSlider& slider) {
+    slider.Bind(wxEVT_KEY_DOWN, [&model](wxKeyEvent& event) {
+        const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
+        if (key == WXK_UP || key == WXK_DOWN) {
+            model.userStep(key == WXK_UP ? 1 : -1);
+        } else if (key == WXK_PAGEUP || key == WXK_PAGEDOWN) {
+            model.userPage(key == WXK_PAGEUP ? 1 : -1);
+        } else {
+            event.Skip();
+        }
+    });
+}
+
+LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, int width) {
+    auto* native = new LinkText(parent, nativeText(model.name()), width);
+    setAccessibleRole(*native, AccessibleRole::link);
     native->onOpen = [&model] { model.userClick(); };
     followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::caption) {
             native->setText(nativeText(model.caption()));
+            setAccessibleName(*native, nativeText(model.caption()));
             if (onLinkChanged) {
                 onLinkChanged();
             }
@@ -372,14 +389,16 @@ LinkText* Bindings::link(wxWindow* parent, LinkLabel& model, const std::string& 
     return native;
 }
 
-PictureBox* Bindings::pictureBox(wxWindow* parent, Picture& model, const std::string& name,
-                                 const wxSize& smallest, PictureBox::Keyboard keyboard,
-                                 PictureBox::Ground ground) {
-    auto* native = new PictureBox(parent, nativeText(name), smallest, keyboard, ground);
+PictureBox* Bindings::pictureBox(wxWindow* parent, Picture& model, const wxSize& smallest,
+                                 PictureBox::Keyboard keyboard, PictureBox::Ground ground) {
+    auto* native = new PictureBox(parent, nativeText(model.name()), smallest, keyboard, ground);
     pictureBoxes_.push_back(native);
+    setAccessibleRole(*native, AccessibleRole::picture);
+    setAccessibleName(*native, nativeText(model.caption()));
     native->onMouseDown = [&model](MouseButton button, int x, int y) {
         model.userMouseDown(button, x, y);
     };
+    native->onDoubleClick = [&model] { model.userDoubleClick(); };
     native->onMouseMove = [&model](int x, int y) { model.userMouseMove(x, y); };
     native->onMouseUp = [&model](MouseButton button, int x, int y) {
         model.userMouseUp(button, x, y);
@@ -392,30 +411,33 @@ PictureBox* Bindings::pictureBox(wxWindow* parent, Picture& model, const std::st
     return native;
 }
 
-PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const std::string& name,
-                              const wxSize& smallest, PictureBox::Keyboard keyboard,
-                              PictureBox::Ground ground) {
-    PictureBox* native = pictureBox(parent, model, name, smallest, keyboard, ground);
-    followWidget(model, *native, [native, &model](Property property) {
+PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const wxSize& smallest,
+                              PictureBox::Keyboard keyboard, PictureBox::Ground ground) {
+    PictureBox* native = pictureBox(parent, model, smallest, keyboard, ground);
+    followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::picture) {
             showIn(*native, model);
+        } else if (property == Property::marks) {
+            native->showMarks(model.marks());
+        } else if (property == Property::caption && !model.caption().empty()) {
+            setAccessibleName(*native, nativeText(model.caption()));
+            speakLater(*native, nativeText(model.caption()));
         }
     });
     return native;
 }
 
-PictureBox* Bindings::placedPicture(wxWindow* parent, Picture& model, const std::string& name) {
-    PictureBox* native = picture(parent, model, name, wxSize(1, 1), PictureBox::Keyboard::ignored,
+PictureBox* Bindings::placedPicture(wxWindow* parent, Picture& model) {
+    PictureBox* native = picture(parent, model, wxSize(1, 1), PictureBox::Keyboard::ignored,
                                  PictureBox::Ground::window);
     native->onResized = {};
     return native;
 }
 
 PictureBox* Bindings::pictureStack(wxWindow* parent, const std::vector<Picture*>& models,
-                                   const std::string& name, const wxSize& smallest,
-                                   PictureBox::Keyboard keyboard) {
+                                   const wxSize& smallest, PictureBox::Keyboard keyboard) {
     PictureBox* native =
-        pictureBox(parent, *models.front(), name, smallest, keyboard, PictureBox::Ground::window);
+        pictureBox(parent, *models.front(), smallest, keyboard, PictureBox::Ground::window);
     const int home = models.front()->left();
     for (Picture* model : models) {
         follow(*model, [native, models, home](Property property) {

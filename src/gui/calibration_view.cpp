@@ -17,8 +17,8 @@ class CalibrationView : public DialogView {
     CalibrationView(frmBtm& model, wxWindow* parent);
 
   private:
-    wxStaticText* makeParagraph(Label& model, const char* name);
-    wxStaticText* makeStep(Label& model, const char* name);
+    wxStaticText* makeParagraph(Label& model);
+    wxStaticText* makeStep(Label& model);
     wxSizer* makeTestPrint();
     wxSizer* makeProfiles();
     wxSizer* makeEdges();
@@ -29,11 +29,11 @@ class CalibrationView : public DialogView {
 CalibrationView::CalibrationView(frmBtm& model, wxWindow* parent)
     : DialogView(model, parent), model_(model) {
     wxSizer* testPrint = makeTestPrint();
+    wxStaticText* step2 = makeStep(model_.lblStep2);
+    wxStaticText* words = makeParagraph(model_.lblStep2Desc);
     wxSizer* profiles = makeProfiles();
-    wxStaticText* step2 = makeStep(model_.lblStep2, "lblStep2");
-    wxStaticText* words = makeParagraph(model_.lblStep2Desc, "lblStep2Desc");
     wxSizer* edges = makeEdges();
-    wxButton* close = bind().button(dialog(), model_.cmdOk, "cmdOk", 'C');
+    wxButton* close = bind().button(dialog(), model_.cmdOk, 'C');
     setDefault(close);
 
     const int gap = dialog()->FromDIP(spacing::group);
@@ -49,14 +49,14 @@ CalibrationView::CalibrationView(frmBtm& model, wxWindow* parent)
     finish(contents);
 }
 
-wxStaticText* CalibrationView::makeStep(Label& model, const char* name) {
-    wxStaticText* heading = bind().label(dialog(), model, name);
+wxStaticText* CalibrationView::makeStep(Label& model) {
+    wxStaticText* heading = bind().label(dialog(), model);
     makeHeading(*heading);
     return heading;
 }
 
-wxStaticText* CalibrationView::makeParagraph(Label& model, const char* name) {
-    wxStaticText* paragraph = bind().label(dialog(), model, name);
+wxStaticText* CalibrationView::makeParagraph(Label& model) {
+    wxStaticText* paragraph = bind().label(dialog(), model);
     wrapText(*paragraph, textWidth);
     return paragraph;
 }
@@ -64,22 +64,19 @@ wxStaticText* CalibrationView::makeParagraph(Label& model, const char* name) {
 wxSizer* CalibrationView::makeTestPrint() {
     auto* column = new wxBoxSizer(wxVERTICAL);
     const int gap = dialog()->FromDIP(8);
-    column->Add(makeStep(model_.lblStep1, "lblStep1"), wxSizerFlags().Border(wxBOTTOM, gap));
-    column->Add(makeParagraph(model_.lblStep1Desc, "lblStep1Desc"),
-                wxSizerFlags().Border(wxBOTTOM, gap));
-    column->Add(bind().button(dialog(), model_.cmdGenerateTest, "cmdGenerateTest", 'T'),
-                wxSizerFlags());
+    column->Add(makeStep(model_.lblStep1), wxSizerFlags().Border(wxBOTTOM, gap));
+    column->Add(makeParagraph(model_.lblStep1Desc), wxSizerFlags().Border(wxBOTTOM, gap));
+    column->Add(bind().button(dialog(), model_.cmdGenerateTest, 'T'), wxSizerFlags());
     return column;
 }
 
 wxSizer* CalibrationView::makeProfiles() {
-    wxListBox* list = bind().listBox(dialog(), model_.lstConfigurations, "lstConfigurations",
+    wxStaticText* label = bind().labelForNext(dialog(), model_.lblConfigurations, 'P');
+    wxListBox* list = bind().listBox(dialog(), model_.lstConfigurations,
                                      dialog()->FromDIP(wxSize(200, profileListHeight)));
-    wxStaticText* label =
-        bind().labelFor(*list, dialog(), model_.lblConfigurations, "lblConfigurations", 'P');
-    wxButton* add = bind().button(dialog(), model_.cmdNew, "cmdNew", 'N');
-    wxButton* rename = bind().button(dialog(), model_.cmdRename, "cmdRename", 'R');
-    wxButton* remove = bind().button(dialog(), model_.cmdDel, "cmdDel", 'D');
+    wxButton* add = bind().button(dialog(), model_.cmdNew, 'N');
+    wxButton* rename = bind().button(dialog(), model_.cmdRename, 'R');
+    wxButton* remove = bind().button(dialog(), model_.cmdDel, 'D');
     sameWidth({add, rename, remove});
     const int row = dialog()->FromDIP(spacing::row);
     auto* buttons = new wxBoxSizer(wxVERTICAL);
@@ -98,20 +95,18 @@ wxSizer* CalibrationView::makeProfiles() {
 wxSizer* CalibrationView::makeEdges() {
     wxFlexGridSizer* rows = labelledRows(*dialog(), 3);
     rows->AddGrowableCol(2, 1);
-    const auto add = [&](Label& label, const std::string& edge, char letter, ComboBox& combo,
-                         Label& words) {
-        wxChoice* stripes = bind().choice(dialog(), combo, "cmb" + edge + "Edge");
-        rows->Add(bind().labelFor(*stripes, dialog(), label, "lbl" + edge + "Edge", letter),
-                  wxSizerFlags().CentreVertical());
+    const auto add = [&](Label& label, char letter, ComboBox& combo, Label& words) {
+        rows->Add(bind().labelForNext(dialog(), label, letter), wxSizerFlags().CentreVertical());
+        wxChoice* stripes = bind().choice(dialog(), combo);
         rows->Add(stripes, wxSizerFlags().CentreVertical().Expand());
-        rows->Add(bind().valueLabel(dialog(), words, "lbl" + edge + "EdgeDesc",
-                                    "Printer cuts off  15/64 inches of image"),
-                  wxSizerFlags(1).CentreVertical().Expand());
+        rows->Add(
+            bind().liveLabel(dialog(), label, words, "Printer cuts off  15/64 inches of image"),
+            wxSizerFlags(1).CentreVertical().Expand());
     };
-    add(model_.lblTopEdge, "Top", 'o', model_.cmbTopEdge, model_.lblTopEdgeDesc);
-    add(model_.lblRightEdge, "Right", 'g', model_.cmbRightEdge, model_.lblRightEdgeDesc);
-    add(model_.lblBottomEdge, "Bottom", 'B', model_.cmbBottomEdge, model_.lblBottomEdgeDesc);
-    add(model_.lblLeftEdge, "Left", 'L', model_.cmbLeftEdge, model_.lblLeftEdgeDesc);
+    add(model_.lblTopEdge, 'o', model_.cmbTopEdge, model_.lblTopEdgeDesc);
+    add(model_.lblRightEdge, 'g', model_.cmbRightEdge, model_.lblRightEdgeDesc);
+    add(model_.lblBottomEdge, 'B', model_.cmbBottomEdge, model_.lblBottomEdgeDesc);
+    add(model_.lblLeftEdge, 'L', model_.cmbLeftEdge, model_.lblLeftEdgeDesc);
     return rows;
 }
 

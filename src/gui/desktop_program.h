@@ -13,7 +13,7 @@ namespace veldara {
 
 class DesktopProgram {
   public:
-    // onEnd: called once, when the main window has been closed or the program was told to end.
+    // onEnd: called once, when the main window has been closed or the system ended the program.
     explicit DesktopProgram(std::function<void()> onEnd);
     DesktopProgram(const DesktopProgram&) = delete;
     DesktopProgram& operator=(const DesktopProgram&) = delete;

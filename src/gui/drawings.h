@@ -11,7 +11,7 @@ namespace veldara {
 // A square of that side, in units of the toolkit; an empty bundle for no drawing.
 wxBitmapBundle drawingBundle(Drawing drawing, int side);
 
-// The sign before an entry of a folder list.
+// The icon of an entry of a folder list.
 wxBitmapBundle folderBundle(bool open, int side);
 
 // The program's icon, as a picture of that side and as the sign of its windows.

@@ -1,5 +1,6 @@
-// The native folder list: the way down from the drive's root, each folder a step further in, and
-// below it the folders that can be opened. A double click or Enter opens an entry.
+// The native folder list: the path from the drive's root, each folder a step further in, and below
+// it the folders that can be opened. A double click or Enter opens an entry. Screen readers get its
+// rows: on Linux from the native list, on Windows from an object that describes what is drawn.
 #pragma once
 
 #include "controls/browsing.h"
@@ -9,43 +10,67 @@
 #include <vector>
 
 #include <wx/bmpbndl.h>
+
+#ifdef __WXMSW__
 #include <wx/vlbox.h>
+#else
+#include <wx/dataview.h>
+#endif
 
 namespace veldara {
 
-class FolderListBox : public wxVListBox {
-  public:
-    // Makes a list inside a frame of its own where the desktop draws none around such a window.
-    static FolderListBox* make(wxWindow* parent, const wxString& name, const wxSize& size);
+#ifdef __WXMSW__
+using NativeFolderList = wxVListBox;
+#else
+using NativeFolderList = wxDataViewTreeCtrl;
+#endif
 
-    // What is laid out: the list with its frame.
-    wxWindow* framed() { return frame_ == nullptr ? this : frame_; }
+class FolderListBox : public NativeFolderList {
+  public:
+    FolderListBox(wxWindow* parent, const wxString& name, const wxSize& size);
 
     void showEntries(const std::vector<FolderList::Entry>& entries, int current);
+    const std::vector<FolderList::Entry>& entries() const { return entries_; }
 
     // The first entry of that name, -1: none.
     int indexOf(const std::string& name) const;
 
+    int currentEntry() const { return current_; }
+
+    void bringIntoSight(int entry);
+    wxRect placeOf(int entry) const; // in the list's client area
+
     std::function<void(int)> onOpen;
 
+#ifdef __WXMSW__
   protected:
     void DoEnable(bool enable) override;
     void OnDrawBackground(wxDC& dc, const wxRect& rect, std::size_t entry) const override;
     void OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) const override;
     wxCoord OnMeasureItem(std::size_t entry) const override;
+    wxAccessible* CreateAccessible() override;
+#endif
 
   private:
-    FolderListBox(wxWindow* parent, wxWindow* frame, const wxString& name, const wxSize& size);
-
-    wxColour textColour(std::size_t entry) const;
+    void makeNative(wxWindow* parent, const wxSize& size);
+    void showRows();
+    int selectedRow() const;
     void openSelected();
     void openParent();
+#ifdef __WXMSW__
+    wxColour textColour(std::size_t entry) const;
+#else
+    void scrollToCurrent();
+#endif
 
-    wxWindow* frame_;
     std::vector<FolderList::Entry> entries_;
     int current_ = -1;
+#ifdef __WXMSW__
     wxBitmapBundle closedFolder_;
     wxBitmapBundle openFolder_;
+#else
+    std::vector<wxDataViewItem> rows_;
+#endif
 };
 
 } // namespace veldara

@@ -20,6 +20,12 @@ class InnerContainer : public Container {
     bool MSWProcessMessage(WXMSG* message) override {
         return message->message != WM_SYSCHAR && Container::MSWProcessMessage(message);
     }
+#else
+  protected:
+    // The toolkit would name the next widget after it.
+    bool GTKWidgetNeedsMnemonic() const override {
+        return false;
+    }
 #endif
 };
 

@@ -48,14 +48,28 @@ void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets) {
     rows.Add(widgets, wxSizerFlags(1).Expand());
 }
 
-wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> buttons) {
+std::vector<wxWindow*> inSystemOrder(wxWindow* accepting, const std::vector<wxWindow*>& others) {
+    std::vector<wxWindow*> ordered = others;
+#ifdef __WXMSW__
+    ordered.insert(ordered.begin(), accepting);
+#else
+    ordered.push_back(accepting);
+#endif
+    return ordered;
+}
+
+wxSizer* buttonRow(const wxWindow& window, const std::vector<wxWindow*>& buttons) {
     sameWidth(buttons);
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->AddStretchSpacer();
-    bool first = true;
-    for (wxWindow* button : buttons) {
-        row->Add(button, wxSizerFlags().Border(wxLEFT, first ? 0 : window.FromDIP(spacing::row)));
-        first = false;
+    wxWindow* before = nullptr;
+    for (wxWindow* button : inSystemOrder(buttons.front(), {buttons.begin() + 1, buttons.end()})) {
+        row->Add(button, wxSizerFlags().Border(
+                             wxLEFT, before == nullptr ? 0 : window.FromDIP(spacing::row)));
+        if (before != nullptr) {
+            button->MoveAfterInTabOrder(before);
+        }
+        before = button;
     }
     return row;
 }
@@ -75,7 +89,7 @@ void setFieldLength(wxWindow& field, int units) {
     field.SetMinSize(wxSize(textLength(field, units), height));
 }
 
-void sameWidth(std::initializer_list<wxWindow*> widgets) {
+void sameWidth(const std::vector<wxWindow*>& widgets) {
     int widest = 0;
     for (const wxWindow* widget : widgets) {
         widest = std::max(widest, widget->GetBestSize().x);
@@ -127,6 +141,10 @@ double pixelsPerUnit(const wxWindow& window) {
     static_cast<void>(window);
     return 1;
 #endif
+}
+
+double displayScale(const wxWindow& window) {
+    return window.FromDIP(100) / 100.0 * pixelsPerUnit(window);
 }
 
 void makeHeading(wxWindow& label) {

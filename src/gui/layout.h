@@ -2,7 +2,7 @@
 // that they have in common. Lengths are in units of the toolkit at 100%.
 #pragma once
 
-#include <initializer_list>
+#include <vector>
 
 #include <wx/sizer.h>
 #include <wx/statbox.h>
@@ -41,8 +41,13 @@ wxFlexGridSizer* labelledRows(const wxWindow& window, int columns = 2);
 void addRow(wxFlexGridSizer& rows, wxWindow* label, wxWindow* widget);
 void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets);
 
-// Buttons in a row at the right-hand end, all of them as wide as the widest.
-wxSizer* buttonRow(const wxWindow& window, std::initializer_list<wxWindow*> buttons);
+// Buttons in the system's own order: the one that accepts is the first on Windows and the last on
+// other desktops.
+std::vector<wxWindow*> inSystemOrder(wxWindow* accepting, const std::vector<wxWindow*>& others);
+
+// Buttons in a row at the right-hand end, in that order and with Tab going through them so, all of
+// them as wide as the widest. The first of them is the one that accepts.
+wxSizer* buttonRow(const wxWindow& window, const std::vector<wxWindow*>& buttons);
 
 // A length in pixels that text is to fit in: longer where the desktop's text is larger than usual.
 int textLength(const wxWindow& window, int units);
@@ -52,7 +57,7 @@ int textLength(const wxWindow& window, int units);
 void setFieldLength(wxWindow& field, int units);
 
 // Gives the widgets the width of the widest.
-void sameWidth(std::initializer_list<wxWindow*> widgets);
+void sameWidth(const std::vector<wxWindow*>& widgets);
 
 // Adds the contents with the distance from the window's edge and makes them the window's sizer.
 void setContents(wxWindow& window, wxSizer* contents);
@@ -68,6 +73,9 @@ void wrapText(wxStaticText& text, int width);
 // How many pixels of the screen one unit of the toolkit is: more than 1 only where the toolkit
 // hides the screen's scale.
 double pixelsPerUnit(const wxWindow& window);
+
+// How many pixels of the screen a length of one pixel at 100% is.
+double displayScale(const wxWindow& window);
 
 // The heading of a step: the window's font, bold.
 void makeHeading(wxWindow& label);

@@ -2,8 +2,14 @@
 #include "gui/bindings.h"
 #include "gui/native_text.h"
 
+#include <algorithm>
 #include <cctype>
+#include <map>
+#include <memory>
 #include <utility>
+
+#include <wx/time.h>
+#include <wx/utils.h>
 
 namespace veldara {
 
@@ -22,6 +28,12 @@ wxString driveLabel(const std::string& drive) {
     return nativeText(drive);
 }
 
+// A drop-down that is closed and has no keyboard ignores the wheel, which was meant for what the
+// user looks at.
+void ignoreWheel(wxWindow& list) {
+    list.Bind(wxEVT_MOUSEWHEEL, [&list](wxMouseEvent& event) { event.Skip(list.HasFocus()); });
+}
+
 template <typename Native>
 void selectEntry(Native& native, int index) {
     if (native.GetSelection() != index) {
@@ -31,16 +43,17 @@ void selectEntry(Native& native, int index) {
 
 } // namespace
 
-wxChoice* Bindings::choice(wxWindow* parent, ComboBox& model, const std::string& name) {
+wxChoice* Bindings::choice(wxWindow* parent, ComboBox& model) {
     auto* native = new wxChoice(parent, wxID_ANY);
-    native->SetName(name);
+    ignoreWheel(*native);
+    native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_CHOICE, [native, &model, alive = alive_](wxCommandEvent&) {
         model.userSelect(native->GetSelection());
         if (*alive) {
             selectEntry(*native, model.listIndex()); // the handler may have turned it back
         }
     });
-    followWidget(model, *native, [native, &model](Property property) {
+    followField(model, *native, [native, &model](Property property) {
         if (property == Property::items) {
             native->Set(nativeTexts(model.items()));
             native->SetMinSize(wxDefaultSize);
@@ -53,9 +66,10 @@ wxChoice* Bindings::choice(wxWindow* parent, ComboBox& model, const std::string&
     return native;
 }
 
-wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::string& name) {
+wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model) {
     auto* native = new wxComboBox(parent, wxID_ANY);
-    native->SetName(name);
+    ignoreWheel(*native);
+    native->SetName(nativeText(model.name()));
     const auto showText = [native, &model] {
         const wxString text = nativeText(model.text());
         if (native->GetValue() == text) {
@@ -80,7 +94,7 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
             model.userStep(up ? -1 : 1);
         }
     });
-    followWidget(model, *native, [native, &model, showText](Property property) {
+    followField(model, *native, [native, &model, showText](Property property) {
         if (property == Property::items) {
             native->Set(nativeTexts(model.items()));
             showText();
@@ -91,21 +105,16 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model, const std::st
     return native;
 }
 
-wxListBox* Bindings::listBox(wxWindow* parent, ListBox& model, const std::string& name,
-                             const wxSize& size) {
+wxListBox* Bindings::listBox(wxWindow* parent, ListBox& model, const wxSize& size) {
     auto* native = new wxListBox(parent, wxID_ANY, wxDefaultPosition, size, 0, nullptr,
                                  wxLB_SINGLE | wxLB_NEEDED_SB | wxLB_HSCROLL);
-    native->SetName(name);
+    native->SetName(nativeText(model.name()));
     native->SetMinSize(size);
-    native->Bind(wxEVT_LISTBOX, [native, &model, alive = alive_](wxCommandEvent&) {
-        model.userClick(native->GetSelection());
-        if (*alive) {
-            selectEntry(*native, model.listIndex());
-        }
-    });
+    choose(model, *native);
+    chooseByKeys(model, *native);
     reclaimSelectedEntry(model, *native);
     auto fill = std::make_shared<FillState>();
-    followWidget(model, *native, [this, native, &model, fill](Property property) {
+    followField(model, *native, [this, native, &model, fill](Property property) {
         if (property == Property::value && !fill->pending) {
             selectEntry(*native, model.listIndex());
         }
@@ -113,12 +122,69 @@ wxListBox* Bindings::listBox(wxWindow* parent, ListBox& model, const std::string
             fill->pending = true;
             later([native, &model, fill] {
                 fill->pending = false;
+                const int top = native->GetTopItem();
                 native->Set(nativeTexts(model.items()));
                 selectEntry(*native, model.listIndex());
+                if (top > 0 && top < model.count() && model.listIndex() >= 0) {
+                    native->SetFirstItem(top); // the list was filled again where the user looks
+                }
             });
         }
     });
     return native;
+}
+
+// The model is called after the native event has ended: loading a photo serves events, and the
+// native list loses keys that arrive in the middle of its own handler. A list that receives the
+// keyboard by Tab selects its first entry on some systems; nobody has chosen that.
+void Bindings::choose(ListBox& model, wxListBox& list) {
+    auto focusing = std::make_shared<bool>(false);
+    list.Bind(wxEVT_SET_FOCUS, [this, focusing](wxFocusEvent& event) {
+        event.Skip();
+        if (!wxGetMouseState().LeftIsDown()) {
+            *focusing = true;
+            later([focusing] { *focusing = false; });
+        }
+    });
+    list.Bind(wxEVT_LISTBOX, [this, &list, &model, focusing](wxCommandEvent&) {
+        const int index = list.GetSelection();
+        const bool chosen = !*focusing;
+        later([&list, &model, index, chosen, alive = alive_] {
+            if (chosen) {
+                model.userClick(index);
+            }
+            if (*alive && list.GetSelection() == index) { // else it is on another entry by now
+                selectEntry(list, model.listIndex());
+            }
+        });
+    });
+}
+
+// The keys move the model's choice, not the native one, which may still be behind.
+void Bindings::chooseByKeys(ListBox& model, wxListBox& list) {
+    list.Bind(wxEVT_KEY_DOWN, [this, &list, &model](wxKeyEvent& event) {
+        const int page = std::max(1, list.GetCountPerPage() - 1);
+        const std::map<int, int> steps{{WXK_UP, -1},         {WXK_DOWN, 1},
+                                       {WXK_PAGEUP, -page},  {WXK_PAGEDOWN, page},
+                                       {WXK_HOME, -1000000}, {WXK_END, 1000000}};
+        const auto step = steps.find(event.GetKeyCode());
+        if (step == steps.end() || event.HasAnyModifiers()) {
+            event.Skip();
+            return;
+        }
+        later([&model, by = step->second] { model.userStep(by); });
+    });
+    list.Bind(wxEVT_CHAR, [this, &model](wxKeyEvent& event) {
+        const wxChar letter = event.GetUnicodeKey();
+        if (letter <= ' ' || letter == WXK_DELETE || event.ControlDown() || event.AltDown()) {
+            event.Skip();
+            return;
+        }
+        const double seconds = wxGetUTCTimeMillis().ToDouble() / 1000;
+        later([&model, typed = portableText(wxString(letter)), seconds] {
+            model.userType(typed, seconds);
+        });
+    });
 }
 
 // A native list says nothing when the entry that is already chosen is clicked again.
@@ -138,9 +204,10 @@ void Bindings::reclaimSelectedEntry(ListBox& model, wxListBox& list) {
     });
 }
 
-wxChoice* Bindings::driveList(wxWindow* parent, DriveList& model, const std::string& name) {
+wxChoice* Bindings::driveList(wxWindow* parent, DriveList& model) {
     auto* native = new wxChoice(parent, wxID_ANY);
-    native->SetName(name);
+    ignoreWheel(*native);
+    native->SetName(nativeText(model.name()));
     const auto select = [native, &model] {
         for (std::size_t i = 0; i < model.items().size(); ++i) {
             if (model.items()[i] == model.drive()) {
@@ -156,7 +223,7 @@ wxChoice* Bindings::driveList(wxWindow* parent, DriveList& model, const std::str
             select();
         }
     });
-    followWidget(model, *native, [native, &model, select](Property property) {
+    followField(model, *native, [native, &model, select](Property property) {
         if (property == Property::items) {
             native->Clear();
             for (const std::string& drive : model.items()) {
@@ -170,13 +237,12 @@ wxChoice* Bindings::driveList(wxWindow* parent, DriveList& model, const std::str
     return native;
 }
 
-FolderListBox* Bindings::folderList(wxWindow* parent, FolderList& model, const std::string& name,
-                                    const wxSize& size) {
-    FolderListBox* native = FolderListBox::make(parent, nativeText(name), size);
+FolderListBox* Bindings::folderList(wxWindow* parent, FolderList& model, const wxSize& size) {
+    auto* native = new FolderListBox(parent, nativeText(model.name()), size);
     native->onOpen = [this, &model](int entry) {
         later([&model, entry] { model.userOpen(entry); });
     };
-    followWidget(model, *native, [native, &model](Property property) {
+    followField(model, *native, [native, &model](Property property) {
         if (property == Property::items || property == Property::value) {
             native->showEntries(model.entries(), model.currentEntry());
         }

@@ -53,7 +53,7 @@ MessageDialog::MessageDialog(wxWindow* parent, const Message& message)
 
     auto* contents = new wxBoxSizer(wxVERTICAL);
     contents->Add(words, wxSizerFlags(1).Expand().Border(wxBOTTOM, FromDIP(spacing::windowEdge)));
-    contents->Add(buttonRow(message.buttons), wxSizerFlags().Expand());
+    contents->Add(buttonRow(message), wxSizerFlags().Expand());
     setContents(*this, contents);
     GetSizer()->SetSizeHints(this);
     CentreOnParent();
@@ -70,7 +70,8 @@ Answer MessageDialog::ask() {
     return answer_;
 }
 
-wxSizer* MessageDialog::buttonRow(MessageButtons buttons) {
+wxSizer* MessageDialog::buttonRow(const Message& message) {
+    const MessageButtons buttons = message.buttons;
     struct Choice {
         const char* label;
         const char* name;
@@ -87,27 +88,25 @@ wxSizer* MessageDialog::buttonRow(MessageButtons buttons) {
         choices.push_back({"&Cancel", "Cancel", Answer::cancel});
     }
     answer_ = choices.back().answer; // for Escape and the close box
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->AddStretchSpacer();
+    std::vector<wxWindow*> row;
     for (const Choice& choice : choices) {
-        wxButton* button = addButton(*row, choice.label, choice.name, choice.answer);
-        if (&choice == &choices.front()) {
+        wxButton* button = addButton(choice.label, choice.name, choice.answer);
+        row.push_back(button);
+        if (choice.answer == message.defaultAnswer.value_or(choices.front().answer)) {
             button->SetDefault();
             button->SetFocus();
         }
     }
-    return row;
+    return veldara::buttonRow(*this, row);
 }
 
-wxButton* MessageDialog::addButton(wxSizer& row, const wxString& label, const wxString& name,
-                                   Answer answer) {
+wxButton* MessageDialog::addButton(const wxString& label, const wxString& name, Answer answer) {
     auto* button = new wxButton(this, wxID_ANY, label);
     button->SetName(name);
     button->Bind(wxEVT_BUTTON, [this, answer](wxCommandEvent&) {
         answer_ = answer;
         EndModal(wxID_OK);
     });
-    row.Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(spacing::row)));
     return button;
 }
 

@@ -17,8 +17,8 @@ class MessageDialog : public wxDialog {
     Answer ask();
 
   private:
-    wxButton* addButton(wxSizer& row, const wxString& label, const wxString& name, Answer answer);
-    wxSizer* buttonRow(MessageButtons buttons);
+    wxButton* addButton(const wxString& label, const wxString& name, Answer answer);
+    wxSizer* buttonRow(const Message& message);
 
     Answer answer_ = Answer::ok;
 };

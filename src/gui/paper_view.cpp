@@ -57,16 +57,16 @@ PaperView::PaperView(frmTileSize& model, wxWindow* parent)
 }
 
 wxSizer* PaperView::makeUnits() {
-    const GroupSizer group(bind().frame(dialog(), model_.fraUnits, "fraUnits"), wxHORIZONTAL);
-    group.inner()->Add(bind().option(group.box(), model_.opbInches, "opbInches", 'I', true),
+    const GroupSizer group(bind().frame(dialog(), model_.fraUnits), wxHORIZONTAL);
+    group.inner()->Add(bind().option(group.box(), model_.opbInches, 'I', true),
                        wxSizerFlags().Border(wxRIGHT, dialog()->FromDIP(spacing::windowEdge)));
-    group.inner()->Add(bind().option(group.box(), model_.opbMm, "opbMm", 'M', false));
+    group.inner()->Add(bind().option(group.box(), model_.opbMm, 'M', false));
     return group.outer();
 }
 
 wxSizer* PaperView::makePaper() {
-    const GroupSizer group(bind().frame(dialog(), model_.fraPaperSize, "fraPaperSize"), wxVERTICAL);
-    wxListBox* papers = bind().listBox(group.box(), model_.lstPaperSize, "lstPaperSize",
+    const GroupSizer group(bind().frame(dialog(), model_.fraPaperSize), wxVERTICAL);
+    wxListBox* papers = bind().listBox(group.box(), model_.lstPaperSize,
                                        dialog()->FromDIP(wxSize(paperListWidth, paperListHeight)));
     papers->SetFocus();
     group.inner()->Add(
@@ -77,34 +77,32 @@ wxSizer* PaperView::makePaper() {
 
 wxSizer* PaperView::makePaperSize(wxWindow* box) {
     wxFlexGridSizer* rows = labelledRows(*dialog(), 3);
-    const auto add = [&](Label& label, const char* labelName, char letter, TextBox& text,
-                         const char* textName, std::size_t unit) {
-        wxTextCtrl* field = bind().textBox(box, text, textName);
+    const auto add = [&](Label& label, char letter, TextBox& text, std::size_t unit) {
+        rows->Add(bind().labelForNext(box, label, letter), wxSizerFlags().CentreVertical());
+        wxTextCtrl* field = bind().textBox(box, text);
         setFieldLength(*field, sizeBoxWidth);
-        rows->Add(bind().labelFor(*field, box, label, labelName, letter),
-                  wxSizerFlags().CentreVertical());
         rows->Add(field, wxSizerFlags().Expand());
-        rows->Add(bind().valueLabel(box, model_.lblUnits[unit], "lblUnits", "Inches"),
+        rows->Add(bind().valueLabel(box, model_.lblUnits[unit], "Inches"),
                   wxSizerFlags().CentreVertical());
     };
-    add(model_.lblWidth, "lblWidth", 'W', model_.txtWidth, "txtWidth", 0);
-    add(model_.lblHeight, "lblHeight", 'H', model_.txtHeight, "txtHeight", 1);
+    add(model_.lblWidth, 'W', model_.txtWidth, 0);
+    add(model_.lblHeight, 'H', model_.txtHeight, 1);
     return rows;
 }
 
 wxSizer* PaperView::makeMargins() {
-    const GroupSizer group(bind().frame(dialog(), model_.fraMargins, "fraMargins"), wxVERTICAL);
+    const GroupSizer group(bind().frame(dialog(), model_.fraMargins), wxVERTICAL);
     wxStaticBox* box = group.box();
     wxSizer* rows = makeMarginRows(box);
-    wxCheckBox* lock = bind().checkBox(box, model_.chkLock, "chkLock", 'k');
-    wxCheckBox* borderless = bind().checkBox(box, model_.chkBorderless, "chkBorderless", 'd');
-    wxButton* borderlessNow = bind().button(box, model_.cmdBorderless, "cmdBorderless", 'S');
-    wxButton* reset = bind().button(box, model_.cmdReset, "cmdReset", 'R');
+    wxCheckBox* lock = bind().checkBox(box, model_.chkLock, 'k');
+    wxCheckBox* borderless = bind().checkBox(box, model_.chkBorderless, 'd');
+    wxButton* borderlessNow = bind().button(box, model_.cmdBorderless, 'S');
+    wxButton* reset = bind().button(box, model_.cmdReset, 'R');
     const int row = dialog()->FromDIP(spacing::row);
     const int group2 = dialog()->FromDIP(spacing::group);
-    group.inner()->Add(bind().valueLabel(box, model_.lblMarginUnits, "lblMarginUnits",
-                                         "(Margin sizes in MILLIMETERS)"),
-                       wxSizerFlags().Expand().Border(wxBOTTOM, row));
+    group.inner()->Add(
+        bind().valueLabel(box, model_.lblMarginUnits, "(Margin sizes in MILLIMETERS)"),
+        wxSizerFlags().Expand().Border(wxBOTTOM, row));
     group.inner()->Add(rows, wxSizerFlags().Expand().Border(wxBOTTOM, group2));
     group.inner()->Add(lock, wxSizerFlags().Border(wxBOTTOM, row));
     group.inner()->Add(borderless, wxSizerFlags().Border(wxBOTTOM, group2));
@@ -118,41 +116,35 @@ wxSizer* PaperView::makeMarginRows(wxWindow* box) {
     constexpr std::array<char, 4> letters{'T', 'g', 'B', 'L'};
     wxFlexGridSizer* rows = labelledRows(*dialog());
     for (std::size_t edge = 0; edge < model_.cmbMargins.size(); ++edge) {
-        const std::string place = std::to_string(edge);
-        wxComboBox* margin = bind().freeCombo(box, model_.cmbMargins[edge], "cmbMargins" + place);
+        wxStaticText* label = bind().labelForNext(box, model_.lblMargins[edge], letters[edge]);
+        wxComboBox* margin = bind().freeCombo(box, model_.cmbMargins[edge]);
         setFieldLength(*margin, sizeBoxWidth);
-        addRow(*rows,
-               bind().labelFor(*margin, box, model_.lblMargins[edge], "lblMargins" + place,
-                               letters[edge]),
-               margin);
+        addRow(*rows, label, margin);
     }
     return rows;
 }
 
 wxSizer* PaperView::makeResults() {
-    const GroupSizer group(bind().frame(dialog(), model_.fraResults, "fraResults"), wxVERTICAL);
+    const GroupSizer group(bind().frame(dialog(), model_.fraResults), wxVERTICAL);
     wxStaticBox* box = group.box();
     const wxString sample = "Invalid margin size selected";
     const int close = dialog()->FromDIP(spacing::close);
-    const auto add = [&](Label& caption, const char* captionName, Label& value,
-                         const char* valueName, int below) {
-        wxStaticText* figure = bind().valueLabel(box, value, valueName, sample);
+    const auto add = [&](Label& caption, Label& value, int below) {
+        group.inner()->Add(bind().label(box, caption), wxSizerFlags().Border(wxBOTTOM, close));
+        wxStaticText* figure = bind().liveLabel(box, caption, value, sample);
         makeHeading(*figure);
-        group.inner()->Add(bind().label(box, caption, captionName),
-                           wxSizerFlags().Border(wxBOTTOM, close));
         group.inner()->Add(figure, wxSizerFlags().Expand().Border(wxBOTTOM, below));
     };
-    add(model_.lblSizeWithBordersCaption, "lblSizeWithBordersCaption", model_.lblSizeWithBorders,
-        "lblSizeWithBorders", dialog()->FromDIP(spacing::row));
-    add(model_.lblSizeWithoutBordersCaption, "lblSizeWithoutBordersCaption",
-        model_.lblSizeWithoutBorders, "lblSizeWithoutBorders", 0);
+    add(model_.lblSizeWithBordersCaption, model_.lblSizeWithBorders,
+        dialog()->FromDIP(spacing::row));
+    add(model_.lblSizeWithoutBordersCaption, model_.lblSizeWithoutBorders, 0);
     return group.outer();
 }
 
 wxSizer* PaperView::makeButtons() {
-    wxButton* ok = bind().button(dialog(), model_.cmdOk, "cmdOk", 'O');
-    wxButton* apply = bind().button(dialog(), model_.cmdApply, "cmdApply", 'A');
-    wxButton* cancel = bind().button(dialog(), model_.cmdCancel, "cmdCancel", 'C');
+    wxButton* ok = bind().button(dialog(), model_.cmdOk, 'O');
+    wxButton* apply = bind().button(dialog(), model_.cmdApply, 'A');
+    wxButton* cancel = bind().button(dialog(), model_.cmdCancel, 'C');
     setDefault(ok);
     return buttonRow(*dialog(), {ok, apply, cancel});
 }

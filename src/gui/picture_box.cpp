@@ -2,14 +2,20 @@
 
 #include "gui/drawings.h"
 #include "gui/layout.h"
+#include "layout/window_place.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <wx/dcbuffer.h>
+#include <wx/graphics.h>
 #include <wx/image.h>
 #include <wx/renderer.h>
 #include <wx/settings.h>
+
+#ifdef __WXGTK__
+#include <gtk/gtk.h>
+#endif
 
 namespace veldara {
 
@@ -28,9 +34,18 @@ wxColour matColour() {
     return face.ChangeLightness(dark ? 70 : 88);
 }
 
-wxBitmap bitmapOf(const Image& image, double scale) {
-    // The toolkit only reads through the pointer, and only until its own copy is made.
-    wxImage shared(image.width(), image.height(), const_cast<unsigned char*>(image.row(0)), true);
+// The toolkit only reads through the pointer, and only until its own copy is made.
+wxImage sharedPixels(const Image& image) {
+    return {image.width(), image.height(), const_cast<unsigned char*>(image.row(0)), true};
+}
+
+wxBitmap bitmapOf(const Image& image, double scale, PictureBox::Ground ground) {
+    wxImage shared = sharedPixels(image);
+    if (ground == PictureBox::Ground::trough) {
+        shared = shared.Copy();
+        const wxColour trough = matColour();
+        shared.Replace(255, 255, 255, trough.Red(), trough.Green(), trough.Blue());
+    }
     return {shared, wxBITMAP_SCREEN_DEPTH, scale};
 }
 
@@ -60,7 +75,7 @@ PictureBox::PictureBox(wxWindow* parent, const wxString& name, const wxSize& sma
 void PictureBox::showPixels(std::shared_ptr<const Image> pixels) {
     pixels_ = std::move(pixels);
     drawing_ = Drawing::none;
-    bitmap_ = pixels_ && !pixels_->empty() ? bitmapOf(*pixels_, scale()) : wxNullBitmap;
+    bitmap_ = pixels_ && !pixels_->empty() ? bitmapOf(*pixels_, scale(), ground_) : wxNullBitmap;
     Refresh();
 }
 
@@ -72,6 +87,16 @@ void PictureBox::showDrawing(Drawing drawing) {
     bitmap_ = wxNullBitmap;
     drawing_ = drawing;
     drawingSide_ = 0;
+    Refresh();
+}
+
+void PictureBox::showMarks(const std::optional<PictureMarks>& marks) {
+    marks_ = marks;
+    Refresh();
+}
+
+void PictureBox::dimOutside(bool dim) {
+    dimOutside_ = dim;
     Refresh();
 }
 
@@ -100,7 +125,9 @@ double PictureBox::scale() const {
 
 void PictureBox::bindMouse() {
     Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::left); });
-    Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::left); });
+    Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& e) {
+        onDoubleClick ? onDoubleClick() : pointerDown(e, MouseButton::left);
+    });
     Bind(wxEVT_MIDDLE_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::middle); });
     Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& e) { pointerDown(e, MouseButton::right); });
     Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& e) { pointerUp(e, MouseButton::left); });
@@ -114,6 +141,7 @@ void PictureBox::bindMouse() {
     });
     // Another window took the mouse (a message box came up): for the picture the button is up.
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) {
+        returnToolTip();
         if (onMouseUp) {
             const wxPoint at = ScreenToClient(wxGetMousePosition());
             const wxPoint origin = pictureOrigin();
@@ -171,6 +199,8 @@ void PictureBox::pointerDown(wxMouseEvent& event, MouseButton button) {
     }
     if (!HasCapture()) {
         CaptureMouse();
+        toolTip_ = GetToolTipText(); // it would cover what is being dragged
+        UnsetToolTip();
     }
     if (onMouseDown) {
         const wxPoint at = inPicture(event);
@@ -181,11 +211,36 @@ void PictureBox::pointerDown(wxMouseEvent& event, MouseButton button) {
 void PictureBox::pointerUp(wxMouseEvent& event, MouseButton button) {
     if (HasCapture()) {
         ReleaseMouse();
+        returnToolTip();
     }
     if (onMouseUp) {
         const wxPoint at = inPicture(event);
         onMouseUp(button, at.x, at.y);
     }
+}
+
+void PictureBox::returnToolTip() {
+    if (!toolTip_.empty()) {
+        SetToolTip(toolTip_);
+        toolTip_.clear();
+    }
+}
+
+void PictureBox::showPointer(const wxCursor& cursor, bool fourWay) {
+    SetCursor(cursor);
+#ifdef __WXGTK__
+    GdkWindow* window = gtk_widget_get_window(GetHandle());
+    if (fourWay && window != nullptr) {
+        GdkCursor* move = gdk_cursor_new_from_name(gdk_window_get_display(window), "move");
+        gdk_window_set_cursor(GTKGetDrawingWindow() != nullptr ? GTKGetDrawingWindow() : window,
+                              move);
+        if (move != nullptr) {
+            g_object_unref(move);
+        }
+    }
+#else
+    static_cast<void>(fourWay);
+#endif
 }
 
 wxPoint PictureBox::inPicture(const wxMouseEvent& event) const {
@@ -205,11 +260,14 @@ wxPoint PictureBox::pictureOrigin() const {
 void PictureBox::paint() {
     wxAutoBufferedPaintDC dc(this);
     dc.SetBackground(
-        wxBrush(ground_ == Ground::mat ? matColour() : GetParent()->GetBackgroundColour()));
+        wxBrush(ground_ != Ground::window ? matColour() : GetParent()->GetBackgroundColour()));
     dc.Clear();
     if (bitmap_.IsOk()) {
         const wxPoint origin = pictureOrigin();
         dc.DrawBitmap(bitmap_, wxRound(origin.x / scale()), wxRound(origin.y / scale()));
+        if (marks_) {
+            drawMarks(dc);
+        }
     } else if (drawing_ != Drawing::none) {
         const wxBitmap picture = drawingForSize().GetBitmapFor(this);
         const wxSize room = GetClientSize();
@@ -219,6 +277,60 @@ void PictureBox::paint() {
     if (HasFocus() && keyboard_ == Keyboard::taken) {
         drawFocus(dc);
     }
+}
+
+// Lines are drawn by the picture itself, one of its pixels wide; on a display with small pixels the
+// rest of their width is added here.
+void PictureBox::drawMarks(wxDC& dc) {
+    const wxPoint origin = pictureOrigin();
+    const auto units = [this](int pixels) { return wxRound(pixels / scale()); };
+    const wxRect part(wxPoint(units(origin.x + marks_->left), units(origin.y + marks_->top)),
+                      wxPoint(units(origin.x + marks_->right), units(origin.y + marks_->bottom)));
+    if (dimOutside_) {
+        drawVeil(dc, part);
+    }
+    const int width = lineWidth(displayScale(*this));
+    if (width == 1) {
+        return;
+    }
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(wxColour(255, 0, 0)));
+    const int thick = std::max(1, units(width));
+    for (const int column : marks_->columns) {
+        const int x = std::clamp(units(origin.x + column) - thick / 2, part.x,
+                                 std::max(part.x, part.GetRight() + 1 - thick));
+        dc.DrawRectangle(x, part.y, thick, part.height);
+    }
+    for (const int row : marks_->rows) {
+        const int y = std::clamp(units(origin.y + row) - thick / 2, part.y,
+                                 std::max(part.y, part.GetBottom() + 1 - thick));
+        dc.DrawRectangle(part.x, y, part.width, thick);
+    }
+}
+
+void PictureBox::drawVeil(wxDC& dc, const wxRect& part) {
+    const std::unique_ptr<wxGraphicsContext> veil(wxGraphicsContext::CreateFromUnknownDC(dc));
+    if (!veil) {
+        return;
+    }
+    const wxPoint origin = pictureOrigin();
+    const wxRect whole(wxPoint(wxRound(origin.x / scale()), wxRound(origin.y / scale())),
+                       bitmap_.GetLogicalSize());
+    constexpr unsigned char strength = 140;
+    veil->SetPen(*wxTRANSPARENT_PEN);
+    veil->SetBrush(wxBrush(wxColour(0, 0, 0, strength)));
+    const auto fill = [&](int left, int top, int right, int bottom) { // right, bottom: behind it
+        if (right > left && bottom > top) {
+            veil->DrawRectangle(left, top, right - left, bottom - top);
+        }
+    };
+    const int partRight = part.GetRight() + 1;
+    const int partBottom = part.GetBottom() + 1;
+    const int right = whole.GetRight() + 1;
+    fill(whole.x, whole.y, right, part.y);
+    fill(whole.x, partBottom, right, whole.GetBottom() + 1);
+    fill(whole.x, part.y, part.x, partBottom);
+    fill(partRight, part.y, right, partBottom);
 }
 
 void PictureBox::drawFocus(wxDC& dc) {

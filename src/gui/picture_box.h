@@ -7,9 +7,11 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <wx/bitmap.h>
 #include <wx/bmpbndl.h>
+#include <wx/cursor.h>
 #include <wx/window.h>
 
 namespace veldara {
@@ -17,7 +19,9 @@ namespace veldara {
 class PictureBox : public wxWindow {
   public:
     enum class Keyboard { ignored, taken };
-    enum class Ground { window, mat }; // mat: the darker ground that a photo is laid on
+    // mat: the darker ground that a photo is laid on; trough: that of a bar that fills, which
+    // takes the place of the picture's white.
+    enum class Ground { window, mat, trough };
 
     PictureBox(wxWindow* parent, const wxString& name, const wxSize& smallest, Keyboard keyboard,
                Ground ground);
@@ -25,11 +29,20 @@ class PictureBox : public wxWindow {
     void showPixels(std::shared_ptr<const Image> pixels);
     void showDrawing(Drawing drawing);
 
+    // fourWay: the system's four-way move pointer, which the toolkit has no name for everywhere;
+    // the cursor stands in for it elsewhere.
+    void showPointer(const wxCursor& cursor, bool fourWay);
+    // What is drawn over the pixels: a veil over everything outside of the part that counts, and
+    // more width for the lines in it where one pixel of the screen is hardly seen.
+    void showMarks(const std::optional<PictureMarks>& marks);
+    void dimOutside(bool dim);
+
     // The inner size in pixels of the screen (not the toolkit's units, which are larger on a
     // display with small pixels).
     wxSize sizeInPixels() const;
 
     std::function<void(MouseButton, int, int)> onMouseDown;
+    std::function<void()> onDoubleClick; // of the left button; its second press is not reported
     std::function<void(int, int)> onMouseMove;
     std::function<void(MouseButton, int, int)> onMouseUp;
     std::function<void(wxSize)> onResized;
@@ -47,7 +60,10 @@ class PictureBox : public wxWindow {
     void paint();
     const wxBitmapBundle& drawingForSize();
     void drawFocus(wxDC& dc);
+    void drawMarks(wxDC& dc);
+    void drawVeil(wxDC& dc, const wxRect& part);
     void pointerDown(wxMouseEvent& event, MouseButton button);
+    void returnToolTip();
     void pointerUp(wxMouseEvent& event, MouseButton button);
     wxPoint inPicture(const wxMouseEvent& event) const;
     wxPoint pictureOrigin() const; // in pixels of the screen
@@ -58,9 +74,12 @@ class PictureBox : public wxWindow {
     std::shared_ptr<const Image> pixels_;
     wxBitmap bitmap_;
     Drawing drawing_ = Drawing::none;
+    std::optional<PictureMarks> marks_;
+    bool dimOutside_ = false;
     wxBitmapBundle drawingBundle_;
     int drawingSide_ = 0;
     int arrowKey_ = 0;
+    wxString toolTip_; // put aside while a button is down
 };
 
 } // namespace veldara

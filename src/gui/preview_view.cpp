@@ -31,14 +31,15 @@ PreviewView::PreviewView(frmPreview& model, wxWindow* parent)
                               wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR)),
       model_(model) {
     native().SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
-    picture_ = bind().placedPicture(&native(), model_.picPreview, "picPreview");
-    close_ = bind().button(&native(), model_.cmdClose, "cmdClose", 'C');
+    picture_ = bind().placedPicture(&native(), model_.picPreview);
+    close_ = bind().button(&native(), model_.cmdClose, 'C');
     closeOnEscape();
     const wxRect area = wxDisplay(parent).GetClientArea();
     native().SetSize(area);
     static_cast<wxFrame&>(native()).Maximize();
     const wxSize button = close_->GetBestSize();
     model_.setCloseButtonSize(inPixels(button.x), inPixels(button.y));
+    bind().onLayoutChanged = [this] { place(); };
     native().Bind(wxEVT_SIZE, [this](wxSizeEvent&) { tellSize(); });
 }
 

@@ -20,12 +20,11 @@ class ProgressView : public DialogView {
 };
 
 ProgressView::ProgressView(frmMsg& model, wxWindow* parent) : DialogView(model, parent) {
-    wxStaticText* message = bind().valueLabel(dialog(), model.lblMsg, "lblMsg", "M");
-    PictureBox* bar = bind().picture(dialog(), model.picProgressBar, "picProgressBar",
-                                     dialog()->FromDIP(wxSize(width, barHeight)),
-                                     PictureBox::Keyboard::ignored, PictureBox::Ground::mat);
-    wxButton* cancel = bind().button(dialog(), model.cmdCancel, "cmdCancel", 'C');
-    bind().timer(model.tmrProgBar);
+    wxStaticText* message = bind().valueLabel(dialog(), model.lblMsg, "M");
+    PictureBox* bar =
+        bind().picture(dialog(), model.picProgressBar, dialog()->FromDIP(wxSize(width, barHeight)),
+                       PictureBox::Keyboard::ignored, PictureBox::Ground::trough);
+    wxButton* cancel = bind().button(dialog(), model.cmdCancel, 'C');
     const int gap = dialog()->FromDIP(spacing::group);
     auto* contents = new wxBoxSizer(wxVERTICAL);
     contents->Add(message, wxSizerFlags().Expand());

@@ -17,15 +17,15 @@ class ResultView : public DialogView {
 };
 
 ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model, parent) {
-    PictureBox* check = bind().picture(dialog(), model.imgCheck, "imgCheck",
-                                       dialog()->FromDIP(wxSize(checkSide, checkSide)),
-                                       PictureBox::Keyboard::ignored, PictureBox::Ground::window);
-    wxStaticText* title = bind().label(dialog(), model.lblTitle, "lblTitle");
+    PictureBox* check =
+        bind().picture(dialog(), model.imgCheck, dialog()->FromDIP(wxSize(checkSide, checkSide)),
+                       PictureBox::Keyboard::ignored, PictureBox::Ground::window);
+    wxStaticText* title = bind().label(dialog(), model.lblTitle);
     title->SetFont(title->GetFont().Bold().Scaled(1.25F));
-    wxStaticText* message = bind().label(dialog(), model.lblMsg, "lblMsg");
+    wxStaticText* message = bind().label(dialog(), model.lblMsg);
     wrapText(*message, textWidth);
-    LinkText* folder = bind().link(dialog(), model.lnkFol, "lnkFol", linkWidth);
-    wxButton* ok = bind().button(dialog(), model.cmdOk, "cmdOk", 'O');
+    LinkText* folder = bind().link(dialog(), model.lnkFol, linkWidth);
+    wxButton* ok = bind().button(dialog(), model.cmdOk, 'O');
     setDefault(ok);
     ok->SetFocus();
 

@@ -28,14 +28,14 @@ class SaveTilesView : public DialogView {
 
 SaveTilesView::SaveTilesView(frmSaveTiles& model, wxWindow* parent)
     : DialogView(model, parent), model_(model) {
-    wxStaticText* step1 = bind().label(dialog(), model_.lblStep1, "lblStep1");
+    wxStaticText* step1 = bind().label(dialog(), model_.lblStep1);
     makeHeading(*step1);
     wxSizer* info = makeSaveInfo();
-    wxStaticText* step2 = bind().label(dialog(), model_.lblStep2, "lblStep2");
+    wxStaticText* step2 = bind().label(dialog(), model_.lblStep2);
     makeHeading(*step2);
     wxSizer* path = makePath();
-    wxButton* save = bind().button(dialog(), model_.cmdSaveNow, "cmdSaveNow", 'S');
-    wxButton* close = bind().button(dialog(), model_.cmdClose, "cmdClose", 'C');
+    wxButton* save = bind().button(dialog(), model_.cmdSaveNow, 'S');
+    wxButton* close = bind().button(dialog(), model_.cmdClose, 'C');
     setDefault(save);
 
     const int gap = dialog()->FromDIP(spacing::group);
@@ -49,7 +49,7 @@ SaveTilesView::SaveTilesView(frmSaveTiles& model, wxWindow* parent)
 }
 
 wxSizer* SaveTilesView::makeSaveInfo() {
-    const GroupSizer group(bind().frame(dialog(), model_.fraSaveInfo, "fraSaveInfo"), wxHORIZONTAL);
+    const GroupSizer group(bind().frame(dialog(), model_.fraSaveInfo), wxHORIZONTAL);
     wxSizer* location = makeLocation(group.box());
     wxSizer* names = makeNames(group.box());
     wxSizer* type = makeFileType(group.box());
@@ -64,39 +64,39 @@ wxSizer* SaveTilesView::makeSaveInfo() {
 }
 
 wxSizer* SaveTilesView::makeLocation(wxWindow* box) {
-    wxChoice* drive = bind().driveList(box, model_.drvTile, "drvTile");
+    wxChoice* drive = bind().driveList(box, model_.drvTile);
+    wxStaticText* label = bind().labelForNext(box, model_.lblLocation, 'L');
     FolderListBox* folders = bind().folderList(
-        box, model_.dirTile, "dirTile", dialog()->FromDIP(wxSize(fieldWidth, folderListHeight)));
-    wxStaticText* label = bind().labelFor(*folders, box, model_.lblLocation, "lblLocation", 'L');
+        box, model_.dirTile, dialog()->FromDIP(wxSize(fieldWidth, folderListHeight)));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
     column->Add(drive, wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::row)));
-    column->Add(folders->framed(), wxSizerFlags(1).Expand());
+    column->Add(folders, wxSizerFlags(1).Expand());
     return column;
 }
 
 wxSizer* SaveTilesView::makeNames(wxWindow* box) {
-    wxTextCtrl* folder = bind().textBox(box, model_.txtNewFolderName, "txtNewFolderName");
-    wxTextCtrl* base = bind().textBox(box, model_.txtBaseFileName, "txtBaseFileName");
+    wxStaticText* folderLabel = bind().labelForNext(box, model_.lblNewFolderName, 'N');
+    wxTextCtrl* folder = bind().textBox(box, model_.txtNewFolderName);
+    wxStaticText* baseLabel = bind().labelForNext(box, model_.lblBaseFileName, 'a');
+    wxTextCtrl* base = bind().textBox(box, model_.txtBaseFileName);
     setFieldLength(*folder, fieldWidth);
     setFieldLength(*base, fieldWidth);
     const int close = dialog()->FromDIP(spacing::close);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(bind().labelFor(*folder, box, model_.lblNewFolderName, "lblNewFolderName", 'N'),
-                wxSizerFlags().Border(wxBOTTOM, close));
+    column->Add(folderLabel, wxSizerFlags().Border(wxBOTTOM, close));
     column->Add(folder,
                 wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::group)));
-    column->Add(bind().labelFor(*base, box, model_.lblBaseFileName, "lblBaseFileName", 'a'),
-                wxSizerFlags().Border(wxBOTTOM, close));
+    column->Add(baseLabel, wxSizerFlags().Border(wxBOTTOM, close));
     column->Add(base, wxSizerFlags().Expand());
     return column;
 }
 
 wxSizer* SaveTilesView::makeFileType(wxWindow* box) {
-    const GroupSizer group(bind().frame(box, model_.fraFileFormat, "fraFileFormat"), wxVERTICAL);
-    wxRadioButton* bmp = bind().option(group.box(), model_.opbBmp, "opbBmp", 'B', true);
-    wxRadioButton* tif = bind().option(group.box(), model_.opbTif, "opbTif", 'T', false);
-    wxRadioButton* jpg = bind().option(group.box(), model_.opbJpg, "opbJpg", 'J', false);
+    const GroupSizer group(bind().frame(box, model_.fraFileFormat), wxVERTICAL);
+    wxRadioButton* bmp = bind().option(group.box(), model_.opbBmp, 'B', true);
+    wxRadioButton* tif = bind().option(group.box(), model_.opbTif, 'T', false);
+    wxRadioButton* jpg = bind().option(group.box(), model_.opbJpg, 'J', false);
     const int row = dialog()->FromDIP(spacing::row);
     group.inner()->Add(bmp, wxSizerFlags().Border(wxBOTTOM, row));
     group.inner()->Add(tif, wxSizerFlags().Border(wxBOTTOM, row));
@@ -107,9 +107,9 @@ wxSizer* SaveTilesView::makeFileType(wxWindow* box) {
 // The path has room for as many lines as a long one takes, so that the dialog keeps its size then.
 wxSizer* SaveTilesView::makePath() {
     auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(bind().label(dialog(), model_.lblPathCaption, "lblPathCaption"),
+    column->Add(bind().label(dialog(), model_.lblPathCaption),
                 wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
-    column->Add(bind().paragraph(dialog(), model_.lblPath, "lblPath", pathWidth, pathLines),
+    column->Add(bind().paragraph(dialog(), model_.lblPath, pathWidth, pathLines),
                 wxSizerFlags().Expand());
     return column;
 }

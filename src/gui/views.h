@@ -8,10 +8,12 @@ namespace veldara {
 std::unique_ptr<View> makeMainView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makeAboutView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makeSaveTilesView(Window& model, wxWindow* parent);
+std::unique_ptr<View> makeSheetsView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makeProgressView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makeResultView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makePaperView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makeCalibrationView(Window& model, wxWindow* parent);
+std::unique_ptr<View> makePosterSizeView(Window& model, wxWindow* parent);
 std::unique_ptr<View> makePreviewView(Window& model, wxWindow* parent);
 
 } // namespace veldara

@@ -43,6 +43,17 @@ UINT iconOf(MessageIcon icon) {
     return 0;
 }
 
+// The button that Enter presses. Cancel is the second of two buttons, the third of three.
+UINT defaultOf(const Message& message) {
+    if (message.defaultAnswer == Answer::no) {
+        return MB_DEFBUTTON2;
+    }
+    if (message.defaultAnswer == Answer::cancel) {
+        return message.buttons == MessageButtons::yesNoCancel ? MB_DEFBUTTON3 : MB_DEFBUTTON2;
+    }
+    return MB_DEFBUTTON1;
+}
+
 UINT buttonsOf(MessageButtons buttons) {
     switch (buttons) {
     case MessageButtons::okCancel:
@@ -64,7 +75,8 @@ Answer showNatively(wxWindow* parent, const Message& message) {
     const HWND owner = parent == nullptr ? nullptr : static_cast<HWND>(parent->GetHWND());
     const UINT modality = parent == nullptr ? MB_TASKMODAL : MB_APPLMODAL;
     switch (::MessageBoxW(owner, text.wc_str(), title.wc_str(),
-                          iconOf(message.icon) | buttonsOf(message.buttons) | modality)) {
+                          iconOf(message.icon) | buttonsOf(message.buttons) | defaultOf(message) |
+                              modality)) {
     case IDYES:
         return Answer::yes;
     case IDNO:
@@ -82,9 +94,9 @@ Answer showNatively(wxWindow* parent, const Message& message) {
 }
 #endif
 
-wxString wildcardOf(const SaveFileRequest& request) {
+wxString wildcardOf(const std::vector<FileFilter>& filters) {
     wxString wildcard;
-    for (const FileFilter& filter : request.filters) {
+    for (const FileFilter& filter : filters) {
         wildcard += (wildcard.empty() ? "" : "|") + nativeText(filter.label) + "|" +
                     nativeText(filter.pattern);
     }
@@ -129,6 +141,12 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     return dialog.ShowModal() == wxID_OK ? portableText(dialog.GetValue()) : std::string();
 }
 
+std::string WxDialogs::askOpenFile(const OpenFileRequest& request) {
+    wxFileDialog dialog(parent_(), nativeText(request.title), nativeText(request.folder),
+                        wxString(), wildcardOf(request.filters), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    return dialog.ShowModal() == wxID_OK ? portableText(dialog.GetPath()) : std::string();
+}
+
 std::string WxDialogs::askSaveFile(const SaveFileRequest& request) {
     // For a folder that is not there the toolkit would take the one that the program was started
     // in.
@@ -137,7 +155,7 @@ std::string WxDialogs::askSaveFile(const SaveFileRequest& request) {
     int filter = 0;
     for (;;) {
         wxFileDialog dialog(parent_(), nativeText(request.title), file.GetPath(),
-                            file.GetFullName(), wildcardOf(request),
+                            file.GetFullName(), wildcardOf(request.filters),
                             wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
         // The toolkit has given the name the first type's ending, which would stay with any other.
         dialog.SetFilename(file.GetFullName());

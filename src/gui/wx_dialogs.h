@@ -17,6 +17,7 @@ class WxDialogs : public Dialogs {
     Answer showMessage(const Message& message) override;
     std::string askText(const std::string& prompt, const std::string& title,
                         const std::string& proposed) override;
+    std::string askOpenFile(const OpenFileRequest& request) override;
     std::string askSaveFile(const SaveFileRequest& request) override;
 
   private:

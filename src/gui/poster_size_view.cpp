@@ -1,0 +1,123 @@
+// The dialog that chooses the poster by its size: the wish and the sheets at the left, the choices
+// with their pictures at the right.
+#include "choice/frmPosterSize.h"
+#include "gui/dialog_view.h"
+#include "gui/views.h"
+
+namespace veldara {
+
+namespace {
+
+constexpr int lengthWidth = 90;
+constexpr int listWidth = 560;
+constexpr int listHeight = 150;
+constexpr int galleryWidth = 400;
+constexpr int galleryHeight = 210;
+constexpr int roomWidth = 230;
+
+class PosterSizeView : public DialogView {
+  public:
+    PosterSizeView(frmPosterSize& model, wxWindow* parent);
+
+  private:
+    wxSizer* makeWish();
+    wxSizer* makePaper();
+    wxSizer* makeChoices();
+    wxSizer* makeButtons();
+    void addLength(wxFlexGridSizer& rows, wxWindow* box, OptionButton& option, char letter,
+                   TextBox& length, Label& units, bool first);
+
+    frmPosterSize& model_;
+};
+
+PosterSizeView::PosterSizeView(frmPosterSize& model, wxWindow* parent)
+    : DialogView(model, parent), model_(model) {
+    const int gap = dialog()->FromDIP(spacing::group);
+    auto* left = new wxBoxSizer(wxVERTICAL);
+    left->Add(makeWish(), wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+    left->Add(makePaper(), wxSizerFlags().Expand());
+
+    auto* columns = new wxBoxSizer(wxHORIZONTAL);
+    columns->Add(left, wxSizerFlags().Border(wxRIGHT, gap));
+    columns->Add(makeChoices(), wxSizerFlags(1).Expand());
+
+    auto* contents = new wxBoxSizer(wxVERTICAL);
+    contents->Add(columns, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
+    contents->Add(makeButtons(), wxSizerFlags().Expand());
+    finish(contents);
+}
+
+void PosterSizeView::addLength(wxFlexGridSizer& rows, wxWindow* box, OptionButton& option,
+                               char letter, TextBox& length, Label& units, bool first) {
+    wxRadioButton* button = bind().option(box, option, letter, first);
+    wxTextCtrl* field = bind().textBox(box, length);
+    setFieldLength(*field, lengthWidth);
+    auto* value = new wxBoxSizer(wxHORIZONTAL);
+    value->Add(field,
+               wxSizerFlags().CentreVertical().Border(wxRIGHT, dialog()->FromDIP(spacing::close)));
+    value->Add(bind().valueLabel(box, units, "mm  = 1000.0 cm"), wxSizerFlags().CentreVertical());
+    addRow(rows, button, value);
+}
+
+wxSizer* PosterSizeView::makeWish() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraWish), wxVERTICAL);
+    wxStaticBox* box = group.box();
+    wxFlexGridSizer* rows = labelledRows(*dialog());
+    addLength(*rows, box, model_.opbWidth, 'W', model_.txtWidth, model_.lblWidthUnits, true);
+    addLength(*rows, box, model_.opbHeight, 'H', model_.txtHeight, model_.lblHeightUnits, false);
+    group.inner()->Add(rows,
+                       wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::row)));
+    group.inner()->Add(bind().option(box, model_.opbQuality, 'l', false),
+                       wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
+    group.inner()->Add(bind().choice(box, model_.cmbQuality), wxSizerFlags().Expand());
+    return group.outer();
+}
+
+wxSizer* PosterSizeView::makePaper() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraPaper), wxVERTICAL);
+    wxStaticBox* box = group.box();
+    const int row = dialog()->FromDIP(spacing::row);
+    group.inner()->Add(bind().option(box, model_.opbThisPaper, 'T', true),
+                       wxSizerFlags().Border(wxBOTTOM, row));
+    group.inner()->Add(bind().option(box, model_.opbAnyPaper, 'A', false),
+                       wxSizerFlags().Border(wxBOTTOM, row));
+    group.inner()->Add(bind().checkBox(box, model_.chkOnTheirSide, 's'), wxSizerFlags());
+    return group.outer();
+}
+
+wxSizer* PosterSizeView::makeChoices() {
+    const GroupSizer group(bind().frame(dialog(), model_.fraChoices), wxVERTICAL);
+    wxStaticBox* box = group.box();
+    const int row = dialog()->FromDIP(spacing::row);
+    group.inner()->Add(
+        bind().listBox(box, model_.lstChoices, dialog()->FromDIP(wxSize(listWidth, listHeight))),
+        wxSizerFlags().Expand().Border(wxBOTTOM, row));
+    auto* pictures = new wxBoxSizer(wxHORIZONTAL);
+    pictures->Add(bind().picture(box, model_.picChoices,
+                                 dialog()->FromDIP(wxSize(galleryWidth, galleryHeight)),
+                                 PictureBox::Keyboard::ignored, PictureBox::Ground::window),
+                  wxSizerFlags(galleryWidth).Expand().Border(wxRIGHT, row));
+    pictures->Add(bind().picture(box, model_.picRoom,
+                                 dialog()->FromDIP(wxSize(roomWidth, galleryHeight)),
+                                 PictureBox::Keyboard::ignored, PictureBox::Ground::window),
+                  wxSizerFlags(roomWidth).Expand());
+    group.inner()->Add(pictures, wxSizerFlags(1).Expand().Border(wxBOTTOM, row));
+    group.inner()->Add(bind().paragraph(box, model_.lblResult, listWidth, 2),
+                       wxSizerFlags().Expand());
+    return group.outer();
+}
+
+wxSizer* PosterSizeView::makeButtons() {
+    wxButton* ok = bind().button(dialog(), model_.cmdOk, 'O');
+    wxButton* cancel = bind().button(dialog(), model_.cmdCancel, 'C');
+    setDefault(ok);
+    return buttonRow(*dialog(), {ok, cancel});
+}
+
+} // namespace
+
+std::unique_ptr<View> makePosterSizeView(Window& model, wxWindow* parent) {
+    return std::make_unique<PosterSizeView>(static_cast<frmPosterSize&>(model), parent);
+}
+
+} // namespace veldara
