@@ -11,6 +11,7 @@
 #include <wx/clipbrd.h>
 #include <wx/combobox.h>
 #include <wx/control.h>
+#include <wx/dataobj.h>
 #include <wx/frame.h>
 #include <wx/listbox.h>
 #include <wx/menu.h>
@@ -221,6 +222,23 @@ void Driver::clickScreen(wxPoint at) {
     settle();
 }
 
+void Driver::doubleClickAt(const std::string& windowName, const std::string& name,
+                           wxPoint inWidget) {
+    hands_.moveTo(screenPoint(windowName, name, inWidget));
+    settle();
+    pause(doubleClickTime); // an earlier click must not count
+    hands_.doubleClick();
+    settle();
+}
+
+void Driver::rightClick(const std::string& windowName, const std::string& name) {
+    const wxSize size = sizeOf(windowName, name);
+    hands_.moveTo(screenPoint(windowName, name, {size.x / 2, size.y / 2}));
+    settle();
+    hands_.rightClick();
+    waitForList(true);
+}
+
 void Driver::drag(const std::string& windowName, const std::string& name, wxPoint from,
                   wxPoint to) {
     dragScreen(screenPoint(windowName, name, from), screenPoint(windowName, name, to));
@@ -344,11 +362,8 @@ void Driver::openFolderEntry(const std::string& windowName, const std::string& n
         if (index < 0) {
             throw DriverError("There is no folder \"" + folder + "\" in the list.");
         }
-        const auto row = static_cast<std::size_t>(index);
-        if (!list.IsRowVisible(row)) {
-            list.ScrollToRow(row);
-        }
-        const wxRect place = list.GetItemRect(row);
+        list.bringIntoSight(index);
+        const wxRect place = list.placeOf(index);
         return wxPoint(place.x + place.width / 2, place.y + place.height / 2);
     });
     const wxPoint onScreen = screenPoint(windowName, name, at);
@@ -412,6 +427,24 @@ void Driver::closeByCloseBox(const std::string& windowName) {
 void Driver::key(int keyCode, int modifiers) {
     hands_.key(keyCode, modifiers);
     settle();
+}
+
+void Driver::keys(int keyCode, int times) {
+    for (int i = 0; i < times; ++i) {
+        hands_.key(keyCode, wxMOD_NONE);
+    }
+    settle();
+}
+
+std::string Driver::clipboard() {
+    return onWindowThread([] {
+        wxTextDataObject text;
+        if (wxTheClipboard->Open()) {
+            wxTheClipboard->GetData(text);
+            wxTheClipboard->Close();
+        }
+        return portableText(text.GetText());
+    });
 }
 
 void Driver::type(const std::string& text) {

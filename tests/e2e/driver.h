@@ -68,6 +68,8 @@ class Driver {
     // The mouse
     void click(const std::string& window, const std::string& name);
     void clickAt(const std::string& window, const std::string& name, wxPoint inWidget);
+    void doubleClickAt(const std::string& window, const std::string& name, wxPoint inWidget);
+    void rightClick(const std::string& window, const std::string& name);
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
     // From a place on the screen, in its pixels, into the middle of a widget, even of one that a
     // dialog keeps the mouse from.
@@ -92,6 +94,8 @@ class Driver {
     // The keyboard, of whichever window has it: where a dialog has just gone, waitForWindow() comes
     // first, for a key that is struck before the window behind has the keyboard again is lost.
     void key(int keyCode, int modifiers = 0);
+    // The same key again and again, faster than the program may be.
+    void keys(int keyCode, int times);
     void type(const std::string& text);
     // Replaces the text of the field that has the keyboard.
     void retype(const std::string& text);
@@ -102,6 +106,10 @@ class Driver {
     std::string waitForMessage(); // the text of the box that is up
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
+
+    // The text on the clipboard, and the name of the mouse pointer as the display shows it.
+    std::string clipboard();
+    std::string pointerName() const { return hands_.pointerName(); }
 
     // A dialog of the system's, which the toolkit cannot be asked about: waits until one with that
     // title has the keyboard.

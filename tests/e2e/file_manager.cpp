@@ -45,7 +45,7 @@ class FileManagerApp : public wxApp {
 } // namespace
 
 FileManager::FileManager(Driver& user, const std::filesystem::path& file) : user_(user) {
-    const wxString ready = nativeText(pathText(marks_.path() / "ready"));
+    const wxString ready = nativeText(pathText(flags_.path() / "ready"));
     process_ = user_.onWindowThread([&] {
         const std::wstring words[] = {wxStandardPaths::Get().GetExecutablePath().ToStdWstring(),
                                       wxString(asFileManager).ToStdWstring(),

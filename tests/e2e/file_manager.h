@@ -26,7 +26,7 @@ class FileManager {
 
   private:
     Driver& user_;
-    TempFolder marks_; // what the two programs tell each other
+    TempFolder flags_; // how the two programs signal each other
     long process_ = 0;
 };
 

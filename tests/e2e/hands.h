@@ -23,6 +23,7 @@ class Hands {
     void release();
     void click();
     void doubleClick();
+    void rightClick();
 
     // Keys have the toolkit's codes: a capital letter, a character, or WXK_RETURN and the like.
     void key(int keyCode, int modifiers);
@@ -30,6 +31,9 @@ class Hands {
 
     // The title of the window that has the keyboard, also of one that is the system's own.
     std::string activeTitle() const;
+    // The name of the pointer that is seen ("move", "cross"), empty where the display does not
+    // tell.
+    std::string pointerName() const;
     // Whether a menu or a drop-down list is open, which takes the keys.
     bool seesOpenList() const;
 

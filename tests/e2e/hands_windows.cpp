@@ -5,6 +5,8 @@
 
 #include "gui/native_text.h"
 
+#include <utility>
+
 #include <wx/msw/wrapwin.h>
 #include <wx/uiaction.h>
 
@@ -36,6 +38,24 @@ void Hands::click() {
 
 void Hands::doubleClick() {
     connection_->input.MouseDblClick();
+}
+
+void Hands::rightClick() {
+    connection_->input.MouseClick(wxMOUSE_BTN_RIGHT);
+}
+
+std::string Hands::pointerName() const {
+    CURSORINFO info = {};
+    info.cbSize = sizeof info;
+    GetCursorInfo(&info);
+    const std::pair<LPWSTR, const char*> known[] = {
+        {IDC_ARROW, "default"}, {IDC_CROSS, "cross"}, {IDC_SIZEALL, "move"}, {IDC_WAIT, "wait"}};
+    for (const auto& [identifier, name] : known) {
+        if (info.hCursor == LoadCursorW(nullptr, identifier)) {
+            return name;
+        }
+    }
+    return {};
 }
 
 void Hands::key(int keyCode, int modifiers) {

@@ -11,6 +11,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
+#include <X11/extensions/Xfixes.h>
 #include <X11/keysym.h>
 #include <wx/defs.h>
 #include <wx/utils.h>
@@ -27,7 +28,9 @@ struct Hands::Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    void button(bool down) { XTestFakeButtonEvent(display, 1, down ? True : False, CurrentTime); }
+    void button(bool down, unsigned number = 1) {
+        XTestFakeButtonEvent(display, number, down ? True : False, CurrentTime);
+    }
 
     void click() {
         button(true);
@@ -91,6 +94,12 @@ KeySym symbolOf(int keyCode) {
         return XK_Up;
     case WXK_DOWN:
         return XK_Down;
+    case WXK_PAGEUP:
+        return XK_Page_Up;
+    case WXK_PAGEDOWN:
+        return XK_Page_Down;
+    case WXK_F5:
+        return XK_F5;
     default:
         break;
     }
@@ -143,6 +152,22 @@ void Hands::doubleClick() {
     connection_->click();
     connection_->click();
     connection_->finish();
+}
+
+void Hands::rightClick() {
+    connection_->button(true, 3);
+    connection_->button(false, 3);
+    connection_->finish();
+}
+
+std::string Hands::pointerName() const {
+    XFixesCursorImage* image = XFixesGetCursorImage(connection_->display);
+    if (image == nullptr) {
+        return {};
+    }
+    std::string name = image->name == nullptr ? std::string() : image->name;
+    XFree(image);
+    return name;
 }
 
 void Hands::key(int keyCode, int modifiers) {

@@ -37,7 +37,7 @@ waitFor() {
     "$@" && return
     sleep 0.1
   done
-  echo "in_virtual_display: waited in vain until $*" >&2
+  echo "in_virtual_display: gave up waiting for: $*" >&2
   exit 1
 }
 waitFor test -s "$work/display"

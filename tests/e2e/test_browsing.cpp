@@ -19,7 +19,7 @@ TEST(Browsing, FolderAndPhotoArePickedByClicking) {
     writeBitmap(stage.photos() / "summer" / "lake.bmp", 300, 200, smoothColour);
     stage.start();
     Driver& user = stage.user();
-    EXPECT_EQ(user.title("frmMain"), "Veldara v1.20");
+    EXPECT_EQ(user.title("frmMain"), "Veldara v" VELDARA_VERSION);
     EXPECT_FALSE(user.isEnabled("frmMain", "cmdSaveNow"));
     EXPECT_FALSE(user.isEnabled("frmMain", "cmdLargePreview"));
 
@@ -34,7 +34,7 @@ TEST(Browsing, FolderAndPhotoArePickedByClicking) {
     EXPECT_EQ(stage.stored("last_folder"), stage.home() / "photos/summer");
 }
 
-TEST(Browsing, TheListShowsTheWayBackUp) {
+TEST(Browsing, TheListShowsTheFoldersAbove) {
     Stage stage;
     stage.home().addFolder("photos/summer/beach");
     stage.start();

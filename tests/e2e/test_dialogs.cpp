@@ -227,12 +227,14 @@ TEST(Dialogs, AboutByMenuAndMouse) {
     Stage stage;
     stage.start();
     Driver& user = stage.user();
-    report("frmAbout", user.timeToOpenByMenu("frmAbout", 2, 1));
+    report("frmAbout", user.timeToOpenByMenu("frmAbout", 3, 1));
     EXPECT_EQ(user.title("frmAbout"), "Veldara");
-    EXPECT_EQ(user.text("frmAbout", "lblVersion"), "Version 1.20");
+    EXPECT_EQ(user.text("frmAbout", "lblVersion"), "Version " VELDARA_VERSION);
+#ifdef _WIN32 // elsewhere the button is there only where the desktop has such a program
     user.click("frmAbout", "cmdSysInfo");
     EXPECT_EQ(user.waitForMessage(), "System Information Is Unavailable At This Time");
     user.answerByMouse(Answer::ok);
+#endif
     user.click("frmAbout", "cmdOk");
     user.waitForWindowToGo("frmAbout");
 }
@@ -241,7 +243,7 @@ TEST(Dialogs, AboutByKeyboard) {
     Stage stage;
     stage.start();
     Driver& user = stage.user();
-    user.clickMenu("frmMain", 2, 1);
+    user.clickMenu("frmMain", 3, 1);
     user.waitForWindow("frmAbout");
     user.key(WXK_RETURN);
     user.waitForWindowToGo("frmAbout");

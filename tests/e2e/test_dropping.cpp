@@ -56,7 +56,7 @@ TEST(Browsing, NothingCanBeDroppedBehindADialog) {
     const std::filesystem::path away = textPath(stage.home().addFolder("far/away"));
     stage.start();
     Driver& user = stage.user();
-    user.clickMenu("frmMain", 2, 1);
+    user.clickMenu("frmMain", 3, 1);
     user.waitForWindow("frmAbout");
     {
         FileManager files(user, away);

@@ -216,6 +216,7 @@ TEST(Layout, TabGoesThroughTheWindowInTheOrderOfTheWork) {
                                             "scrZoom",
                                             "imgArrow",
                                             "cmdSaveNow",
+                                            "cmdSheets",
                                             "cmdQuit",
                                             "cmdDesktop"};
     poster.user.onWindowThread([] { Driver::widget("frmMain", "cmdDesktop")->SetFocus(); });

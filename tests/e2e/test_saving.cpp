@@ -255,8 +255,7 @@ TEST(Saving, ALongWayOfManyWordsLeavesTheWindowsTheirShape) {
     EXPECT_TRUE(user.onWindowThread([] {
         const auto* list =
             dynamic_cast<const FolderListBox*>(Driver::widget("frmSaveTiles", "dirTile"));
-        const auto row = static_cast<std::size_t>(list->GetSelection());
-        return list->GetClientRect().Contains(list->GetItemRect(row));
+        return list->GetClientRect().Contains(list->placeOf(list->currentEntry()));
     })) << "the folder is not seen whole";
     user.click("frmSaveTiles", "cmdSaveNow");
     user.waitForWindow("frmSimpleMsg");
@@ -285,11 +284,11 @@ TEST(Saving, TheProgressWindowIsAsHighAsWhatItShows) {
         EXPECT_LT(bottom("picProgressBar"), bottom("cmdCancel"));
         EXPECT_LT(bottom("cmdCancel"), withCancel);
         message.bAllowCancel = false;
-        message.SetMode(2);
+        message.SetMode(progressMode);
         const int withBar = height();
         EXPECT_LT(bottom("picProgressBar"), withBar);
         EXPECT_LT(withBar, withCancel);
-        message.SetMode(1);
+        message.SetMode(messageMode);
         EXPECT_LT(bottom("lblMsg"), height());
         EXPECT_LT(height(), withBar);
         message.unload();
