@@ -30,6 +30,14 @@ void saveJpegs(const std::filesystem::path& folder) {
     save(folder, "exifBigEndian", withSegment(plain, 0xE1, exifContent(3, 300, true)));
 }
 
+// Several MCUs wide and high, so that there is something to cut.
+void saveJpegsToCut(const std::filesystem::path& folder) {
+    for (JpegKind kind : everyJpegKind()) {
+        kind.quality = 30;
+        save(folder, kind.name, makeJpeg(kind, photo(70, 61)));
+    }
+}
+
 void saveTiffs(const std::filesystem::path& folder) {
     for (TiffKind kind : everyTiffSampleKind()) {
         save(folder, kind.name, makeTiff(kind, 13, 11).bytes);
@@ -64,9 +72,9 @@ void saveTiffs(const std::filesystem::path& folder) {
 }
 
 void saveBitmaps(const std::filesystem::path& folder) {
-    save(folder, "colour24", encodeImage(photo(9, 7).view(), FileType::bmp, 300, {}));
+    save(folder, "colour24", encodeImage(photo(9, 7).view(), TileFormat::bmp, 300, {}));
     save(folder, "colour24profile",
-         encodeImage(photo(3, 2).view(), FileType::bmp, 300, rgbProfile()));
+         encodeImage(photo(3, 2).view(), TileFormat::bmp, 300, rgbProfile()));
     const auto header = [](unsigned bits, std::uint32_t compression, std::uint32_t colours) {
         Bytes file = {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0};
         put32(file, 54 + 4 * colours + (compression == 3 ? 12 : 0));
@@ -108,6 +116,7 @@ int main(int count, char** arguments) {
     }
     const std::filesystem::path corpus = arguments[1];
     saveJpegs(corpus / "fuzz_jpeg");
+    saveJpegsToCut(corpus / "fuzz_jpeg_cutter");
     saveTiffs(corpus / "fuzz_tiff");
     saveBitmaps(corpus / "fuzz_bmp");
     save(corpus / "fuzz_colour_profile", "rgb", rgbProfile());

@@ -1,4 +1,4 @@
-# The three picture formats, and the colour profiles inside of them.
+# The picture formats, and the colour profiles inside of them.
 add_library(fuzz_pictures STATIC picture_fuzzing.cpp)
 target_link_libraries(
   fuzz_pictures
@@ -6,12 +6,12 @@ target_link_libraries(
   PRIVATE veldara_options)
 target_include_directories(fuzz_pictures PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
 
-foreach(format jpeg tiff bmp)
+foreach(format jpeg tiff bmp png webp heic avif)
   veldara_fuzz(fuzz_${format} SOURCES fuzz_${format}.cpp USES fuzz_pictures LONGEST 8192)
 endforeach()
 veldara_fuzz(fuzz_colour_profile SOURCES fuzz_colour_profile.cpp USES veldara_image LONGEST 8192)
 
-# Writes the seeds anew: fuzz_codec_seeds fuzz/corpus
+# Writes the seeds again: fuzz_codec_seeds fuzz/corpus
 find_package(JPEG REQUIRED)
 find_package(TIFF REQUIRED)
 find_package(GTest REQUIRED)

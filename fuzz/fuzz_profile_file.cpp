@@ -8,7 +8,7 @@
 namespace veldara::fuzz {
 namespace {
 
-// The bytes as a file of the process, read through the door that the program uses.
+// The bytes as a file of the process, read through the function that the program uses.
 class FileInMemory {
   public:
     explicit FileInMemory(const std::string& content) : number_(memfd_create("profiles", 0)) {

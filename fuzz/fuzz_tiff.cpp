@@ -3,6 +3,6 @@
 #include <cstddef>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    veldara::fuzz::readEveryWay({data, size}, veldara::FileType::tiff);
+    veldara::fuzz::readEveryWay({data, size}, "TIFF");
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "picture_fuzzing.h"
 
 #include "platform/error.h"
+#include "platform/image/input_format.h"
 #include "platform/image/picture_bytes.h"
 
 #include <algorithm>
@@ -60,11 +61,12 @@ void readBands(std::span<const std::uint8_t> bytes, const Image& whole) {
 
 } // namespace
 
-void readEveryWay(std::span<const std::uint8_t> bytes, FileType expected) {
+void readEveryWay(std::span<const std::uint8_t> bytes, std::string_view kind) {
     std::optional<Image> whole;
     try {
         const ImageHeader header = readImageHeader(sourceOf(bytes), "fuzz");
-        if (header.type != expected || std::int64_t{header.width} * header.height > mostPixels) {
+        if (header.format->name != kind ||
+            std::int64_t{header.width} * header.height > mostPixels) {
             return;
         }
         whole = loadImage(sourceOf(bytes), "fuzz");

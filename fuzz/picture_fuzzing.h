@@ -5,11 +5,13 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace veldara::fuzz {
 
-// Reads the header, loads the picture, and reads it again in bands with jumps. Any of it may be
-// refused with an Error; what is not refused must agree. Aborts when it does not.
-void readEveryWay(std::span<const std::uint8_t> bytes, FileType expected);
+// Reads a file of that kind (an InputFormat's name): its header, then loads the picture, and reads
+// it again in bands with jumps. Any of it may be refused with an Error; what is not refused must
+// agree. Aborts when it does not.
+void readEveryWay(std::span<const std::uint8_t> bytes, std::string_view kind);
 
 } // namespace veldara::fuzz

@@ -11,4 +11,4 @@ veldara_fuzz(fuzz_value_file SOURCES fuzz_value_file.cpp USES fuzz_texts veldara
 veldara_fuzz(fuzz_command_line SOURCES fuzz_command_line.cpp USES fuzz_texts veldara_cli LONGEST 512)
 
 # The fakes that the main window comes up on are shared with the tests.
-veldara_fuzz(fuzz_start_up SOURCES fuzz_start_up.cpp USES fuzz_texts veldara_app GTest::gtest LONGEST 1024)
+veldara_fuzz(fuzz_start_up SOURCES fuzz_start_up.cpp no_pdf_writer.cpp USES fuzz_texts veldara_app GTest::gtest LONGEST 1024)
