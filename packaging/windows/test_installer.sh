@@ -2,10 +2,10 @@
 # Installs silently under Wine, starts what was installed, makes tiles with it, uninstalls silently
 # (settings stay) and by hand (settings go), and looks at what is left. Needs a display.
 #
-#   test_installer.sh SETUP ARCHIVE WINDOWS_RUN PREFIX PHOTO SHOW_ACCESS
+#   test_installer.sh SETUP ARCHIVE WINDOWS_RUN PREFIX PHOTO PROBE VERSION
 set -euo pipefail
 
-setup="$1" archive="$2" run="$3" prefix="$4" photo="$5" show_access="$6"
+setup="$1" archive="$2" run="$3" prefix="$4" photo="$5" probe="$6" version="$7"
 drive="$prefix/drive_c"
 folder="$drive/Program Files/Veldara"
 shortcut="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/Veldara.lnk"
@@ -24,24 +24,21 @@ fail() {
 wine() { "$run" "$prefix" "$@"; }
 registry() { wine reg query "HKLM\\Software\\Korvane\\omra" /v "$1" 2>/dev/null | tr -d '\r'; }
 install() { wine "$setup" /S || fail "the installer ended with $?"; }
-# The uninstaller copies itself aside and comes back before it is done.
+# The uninstaller copies itself aside and ends before its copy does: the probe waits for both, for up to
+# five minutes.
 uninstall() {
-  wine "$folder/uninstall.exe" "$@"
-  for _ in $(seq 300); do
-    [[ -e "$folder/uninstall.exe" || -e "$folder/veldara.exe" ]] || return 0
-    sleep 0.1
-  done
-  fail "the uninstaller left the program there"
+  wine "$probe" run 'C:\Program Files\Veldara\uninstall.exe' "$@" || fail "the uninstaller ended with $?"
+  [[ ! -e "$folder/uninstall.exe" && ! -e "$folder/veldara.exe" ]] || fail "the uninstaller left the program there"
 }
 
 rm -rf "$prefix"
 install
-# Wine keeps a key's access list, though it enforces none; a file's becomes its mode. Users may read and
-# change values, and nothing else; the program's file of profiles may be written by more than its owner.
-wine "$show_access" 'MACHINE\Software\Korvane\omra' | grep -qF '(A;CI;CCDCLCSWRPRC;;;BU)' ||
-  fail "users have no right to the settings: $(wine "$show_access" 'MACHINE\Software\Korvane\omra')"
+# Wine keeps a key's access list, though it enforces none; a file's becomes its mode. The file of profiles
+# may be written by more than its owner.
+wine "$probe" access 'Software\Korvane\omra' | grep -q '^allow 0x2001b S-1-5-32-545' ||
+  fail "users have no right to the settings: $(wine "$probe" access 'Software\Korvane\omra')"
 [[ -n "$(find "$folder/printer_edge_config" -perm -020)" ]] || fail "users have no right to the profiles"
-for file in veldara.exe veldara-tiles.exe omra.chm licences.txt printer_edge_config uninstall.exe; do
+for file in veldara.exe veldara-tiles.exe libheif.dll libde265.dll omra.chm licences.txt printer_edge_config uninstall.exe; do
   [[ -f "$folder/$file" ]] || fail "$file was not installed"
 done
 [[ -f "$shortcut" ]] || fail "there is no start-menu entry"
@@ -49,7 +46,7 @@ registry app_dir | grep -qF 'C:\Program Files\Veldara' || fail "app_dir is not s
 grep -q 'wxWidgets' "$folder/licences.txt" || fail "the licences are incomplete"
 
 # The installed programs run.
-wine "$folder/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fail "veldara-tiles does not run"
+wine "$folder/veldara-tiles.exe" --version | grep -q "veldara-tiles $version" || fail "veldara-tiles does not run"
 photos="fotos Über 照片"
 mkdir -p "$drive/$photos"
 cp "$photo" "$drive/$photos/See.jpg"
@@ -71,7 +68,7 @@ wine reg add 'HKLM\Software\Korvane\omra' /v last_folder /d "C:\\$photos" /f >/d
 start_program() {
   wine "$folder/veldara.exe" &
   program=$!
-  window="$(waiting_for '^Veldara v1\.20$')"
+  window="$(waiting_for "^Veldara v${version//./\\.}$")"
   timeout 20 xdotool windowactivate --sync "$window"
   sleep 1
 }
@@ -149,9 +146,10 @@ registry app_dir | grep -q 'Veldara' && fail "app_dir names a folder that is gon
 # Installed again, the settings are the old ones; uninstalled by hand with Yes, everything goes.
 install
 registry prefs_numTiles | grep -q 'w02h01' || fail "installing again lost the settings"
-wine "$folder/uninstall.exe" &
+wine "$probe" run 'C:\Program Files\Veldara\uninstall.exe' &
+uninstaller=$!
 question() { xdotool search --onlyvisible --name '^Veldara Uninstall' 2>/dev/null | tail -n 1; }
-for _ in $(seq 300); do
+for _ in $(seq 1200); do
   [[ -z "$(question)" ]] || break
   sleep 0.1
 done
@@ -159,20 +157,24 @@ sleep 2
 xdotool key Return # the first page: Uninstall
 sleep 3
 xdotool key alt+y # remove the settings too
-for _ in $(seq 300); do
+for _ in $(seq 1200); do
   [[ -e "$folder/veldara.exe" ]] || break
   sleep 0.1
 done
-sleep 2
-xdotool key Return # Close
-wait || true
+# The last page comes when everything is removed.
+for _ in $(seq 60); do
+  kill -0 "$uninstaller" 2>/dev/null || break
+  sleep 2
+  xdotool key Return # Close
+done
+wait "$uninstaller" || fail "the uninstaller ended with $?"
 [[ ! -e "$folder" ]] || fail "left behind: $(ls "$folder")"
 wine reg query "HKLM\\Software\\Korvane" >/dev/null 2>&1 && fail "the settings are left"
 
 # The archive holds the same programs.
 (cd "$work" && unzip -q "$archive")
 for file in veldara.exe veldara-tiles.exe omra.chm licences.txt readme.txt; do
-  [[ -f "$work/veldara-1.20/$file" ]] || fail "$file is not in the archive"
+  [[ -f "$work/veldara-$version/$file" ]] || fail "$file is not in the archive"
 done
-wine "$work/veldara-1.20/veldara-tiles.exe" --version | grep -q 'veldara-tiles 1.20' || fail "the archive's program does not run"
+wine "$work/veldara-$version/veldara-tiles.exe" --version | grep -q "veldara-tiles $version" || fail "the archive's program does not run"
 echo "test_installer: installed, ran, was uninstalled with and without the settings"
