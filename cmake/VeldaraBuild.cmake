@@ -29,8 +29,11 @@ target_compile_options(
             -Woverloaded-virtual
             -Werror
             -fstack-protector-strong)
-target_compile_definitions(veldara_options INTERFACE VELDARA_VERSION_MAJOR=1 VELDARA_VERSION_MINOR=2
-                                                     VELDARA_VERSION_REVISION=0)
+target_compile_definitions(
+  veldara_options
+  INTERFACE VELDARA_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+            VELDARA_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+            VELDARA_VERSION_REVISION=${PROJECT_VERSION_PATCH})
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # This compiler's library warns of overlaps that cannot be when a literal meets a std::string.
@@ -84,6 +87,13 @@ function(veldara_library name)
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
 endfunction()
 
+# What the address sanitizer needs to know, in every program that is built with it.
+function(veldara_sanitizer_defaults name)
+  if(VELDARA_SANITIZE MATCHES "address")
+    target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/sanitizer_defaults.cpp")
+  endif()
+endfunction()
+
 # veldara_program(NAME [WIN32] SOURCES a.cpp ... USES lib ...)
 function(veldara_program name)
   cmake_parse_arguments(ARG "WIN32" "" "SOURCES;USES" ${ARGN})
@@ -93,6 +103,7 @@ function(veldara_program name)
     add_executable(${name} ${ARG_SOURCES})
   endif()
   target_link_libraries(${name} PRIVATE veldara_options ${ARG_USES})
+  veldara_sanitizer_defaults(${name})
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   set_property(GLOBAL APPEND PROPERTY VELDARA_PROGRAMS ${name}) # what the hardening test looks at
   if(WIN32)

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the static libraries that the Windows programs are linked with, from the source packages of
-# the distribution this runs on: the same versions and the same patches as on Linux.
+# Builds the libraries that the Windows programs are linked with, from the source packages of the
+# distribution this runs on: the same versions and the same patches as on Linux. All are static, but
+# for libheif and libde265, whose licence asks for libraries that a user can replace.
 #
 #   cmake/windows-dependencies.sh            build what is missing; print the folder of the libraries
 #   cmake/windows-dependencies.sh --refresh  ask the mirrors first whether there are newer versions
@@ -12,7 +13,8 @@ set -euo pipefail
 target=x86_64-w64-mingw32
 cache="${XDG_CACHE_HOME:-$HOME/.cache}/veldara"
 recipe="$(readlink -f "${BASH_SOURCE[0]}")"
-packages=(zlib libjpeg-turbo libpng1.6 tiff freetype lcms2 googletest wxwidgets3.2)
+packages=(zlib libjpeg-turbo libpng1.6 tiff freetype lcms2 libwebp qpdf libde265 dav1d libheif googletest
+  wxwidgets3.2)
 jobs="$(nproc)"
 
 say() { printf 'windows-dependencies: %s\n' "$*" >&2; }
@@ -116,7 +118,7 @@ fi
 
 work="$prefix/work"
 logs="$prefix/logs"
-mkdir -p "$work" "$logs" "$prefix"/{include,lib,licences}
+mkdir -p "$work" "$logs" "$prefix"/{bin,include,lib,licences}
 say "building ${versions[*]} into $prefix"
 
 # The programs do not tell in whose home folder their libraries were built.
@@ -221,6 +223,75 @@ build_lcms2() {
   )
 }
 
+build_libwebp() {
+  with_cmake libwebp -DWEBP_BUILD_ANIM_UTILS=OFF -DWEBP_BUILD_CWEBP=OFF -DWEBP_BUILD_DWEBP=OFF \
+    -DWEBP_BUILD_GIF2WEBP=OFF -DWEBP_BUILD_IMG2WEBP=OFF -DWEBP_BUILD_VWEBP=OFF -DWEBP_BUILD_WEBPINFO=OFF \
+    -DWEBP_BUILD_WEBPMUX=OFF -DWEBP_BUILD_EXTRAS=OFF
+}
+
+# The header is for the one file that uses a fixed-width type without asking for it.
+build_qpdf() {
+  cmake -S "$work/qpdf" -B "$work/qpdf-build" "${cmake_common[@]}" -DCMAKE_CXX_FLAGS="$hardening -include cstdint" \
+    -DBUILD_STATIC_LIBS=ON -DUSE_IMPLICIT_CRYPTO=OFF -DREQUIRE_CRYPTO_NATIVE=ON -DREQUIRE_CRYPTO_OPENSSL=OFF \
+    -DREQUIRE_CRYPTO_GNUTLS=OFF -DBUILD_DOC=OFF -DINSTALL_MANUAL=OFF -DINSTALL_EXAMPLES=OFF
+  cmake --build "$work/qpdf-build" -j "$jobs" --target libqpdf
+  for component in lib dev; do
+    cmake --install "$work/qpdf-build" --component "$component"
+  done
+  test -f "$prefix/lib/libqpdf.a"
+}
+
+# A DLL that brings the compiler's own libraries with it, and does not export them.
+dll_flags="-static -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp,--gc-sections"
+dll_flags+=" -Wl,--exclude-libs,ALL"
+shared_library=(-DBUILD_SHARED_LIBS=ON "-DCMAKE_SHARED_LINKER_FLAGS=$dll_flags -fstack-protector-strong")
+
+build_libde265() {
+  with_cmake libde265 "${shared_library[@]}" -DENABLE_SDL=OFF -DENABLE_DECODER=OFF -DENABLE_ENCODER=OFF
+}
+
+build_dav1d() {
+  local word flags=""
+  for word in $hardening; do
+    flags+="${flags:+, }'$word'"
+  done
+  cat >"$work/dav1d-cross.ini" <<EOF_CROSS
+[binaries]
+c = '$target-gcc-posix'
+cpp = '$target-g++-posix'
+ar = '$target-ar'
+strip = '$target-strip'
+windres = '$target-windres'
+nasm = 'nasm'
+[built-in options]
+c_args = [$flags]
+c_link_args = ['-static']
+[host_machine]
+system = 'windows'
+cpu_family = 'x86_64'
+cpu = 'x86_64'
+endian = 'little'
+EOF_CROSS
+  meson setup "$work/dav1d-build" "$work/dav1d" --cross-file "$work/dav1d-cross.ini" --prefix "$prefix" --libdir lib \
+    --buildtype plain --default-library static -Denable_tools=false -Denable_tests=false
+  ninja -C "$work/dav1d-build" -j "$jobs" install
+}
+
+# Only what decodes: H.265 by libde265, AV1 by dav1d.
+build_libheif() {
+  with_cmake libheif "${shared_library[@]}" -DWITH_LIBDE265=ON -DWITH_LIBDE265_PLUGIN=OFF -DWITH_DAV1D=ON \
+    -DWITH_DAV1D_PLUGIN=OFF -DWITH_X265=OFF -DWITH_AOM=OFF -DWITH_AOM_DECODER=OFF -DWITH_AOM_ENCODER=OFF \
+    -DWITH_RAV1E=OFF -DWITH_SvtEnc=OFF -DWITH_KVAZAAR=OFF -DWITH_OpenH264_DECODER=OFF -DWITH_X264=OFF \
+    -DWITH_FFMPEG_DECODER=OFF -DWITH_JPEG_DECODER=OFF -DWITH_JPEG_ENCODER=OFF -DWITH_OpenJPEG_DECODER=OFF \
+    -DWITH_OpenJPEG_ENCODER=OFF -DWITH_UNCOMPRESSED_CODEC=OFF -DWITH_LIBSHARPYUV=OFF -DWITH_HEADER_COMPRESSION=OFF \
+    -DWITH_EXAMPLES=OFF -DWITH_GDK_PIXBUF=OFF -DENABLE_PLUGIN_LOADING=OFF -DBUILD_TESTING=OFF
+  # It would build without a codec that it does not find.
+  "$target-nm" "$prefix/bin/libheif.dll" >"$work/libheif-symbols"
+  grep -q 'dav1d_open' "$work/libheif-symbols"
+  grep -q 'de265_new_decoder' "$work/libheif-symbols"
+  "$target-strip" "$prefix"/bin/libheif.dll "$prefix"/bin/libde265.dll
+}
+
 build_googletest() {
   with_cmake googletest -DBUILD_GMOCK=ON -DINSTALL_GTEST=ON
 }
@@ -241,7 +312,7 @@ build_wxwidgets3.2() {
     -DwxUSE_FS_INET=OFF -DwxUSE_IPC=OFF \
     -DwxUSE_DEBUGREPORT=OFF -DwxUSE_DBGHELP=OFF -DwxUSE_GRID=OFF -DwxUSE_DATAVIEWCTRL=OFF -DwxUSE_FSVOLUME=OFF \
     -DwxUSE_ACTIVEX=OFF -DwxUSE_JOYSTICK=OFF -DwxUSE_SOUND=OFF -DwxUSE_TREELISTCTRL=OFF \
-    -DwxUSE_UIACTIONSIMULATOR=ON
+    -DwxUSE_UIACTIONSIMULATOR=ON -DwxUSE_ACCESSIBILITY=ON
 }
 
 for entry in "${versions[@]}"; do
@@ -269,9 +340,9 @@ for entry in "${versions[@]}"; do
 done
 
 # What the compiler adds by itself, and what is the same on every system: headers and a font.
-cp -r /usr/include/CLI "$prefix/include/"
-for entry in cli11:libcli11-dev font-dejavu:fonts-dejavu-core gcc-runtime:gcc-mingw-w64-x86-64-posix-runtime \
-  mingw-w64:mingw-w64-common; do
+cp -r /usr/include/CLI /usr/include/nlohmann "$prefix/include/"
+for entry in cli11:libcli11-dev nlohmann-json:nlohmann-json3-dev font-dejavu:fonts-dejavu-core \
+  gcc-runtime:gcc-mingw-w64-x86-64-posix-runtime mingw-w64:mingw-w64-common; do
   cp -L "/usr/share/doc/${entry#*:}/copyright" "$prefix/licences/${entry%%:*}.txt"
 done
 

@@ -1,5 +1,6 @@
 // The sample photograph: large enough for a poster, small enough to be kept with the sources.
 #include "platform/image/codec.h"
+#include "platform/image/input_format.h"
 
 #include <filesystem>
 
@@ -12,7 +13,7 @@ const std::filesystem::path sample = std::filesystem::path(SAMPLE_FOLDER) / "vel
 
 TEST(SamplePhoto, HasTheSizeOfACamerasPhoto) {
     const ImageHeader header = readImageHeader(sample);
-    EXPECT_EQ(header.type, FileType::jpeg);
+    EXPECT_EQ(header.format->name, "JPEG");
     EXPECT_EQ(header.width, 4608);
     EXPECT_EQ(header.height, 3072);
     EXPECT_EQ(header.dotsPerInch, 300);

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks that a program was built so that an error in it is hard to abuse.
 
-    check_hardening.py PROGRAM...      prints what each one lacks; status 1 when one lacks anything
-    check_hardening.py --prove CXX     builds a program without any of it; fails if that is missed
+    check_hardening.py VERSION PROGRAM  prints what the program lacks; status 1 when it lacks anything
+    check_hardening.py --prove CXX      builds a program without any of it; fails if that is missed
 
 Linux programs: loaded at a random place (PIE), the tables of the loader read-only once it is done
 (RELRO, bound at start), no executable stack, stack guards, checked library calls, no library path of
@@ -33,7 +33,6 @@ MANIFEST = {
     ">true</longPathAware>": "long paths",
     'level="asInvoker"': "the user's own rights",
 }
-VERSION = (1, 20, 0, 0)
 
 
 def readelf(program, *options):
@@ -68,7 +67,7 @@ def lacking_in_elf(program):
     return lacking
 
 
-def lacking_in_pe(content):
+def lacking_in_pe(content, version):
     start = struct.unpack_from("<I", content, 0x3C)[0]
     optional = start + 24
     flags = struct.unpack_from("<H", content, optional + 70)[0]
@@ -84,7 +83,7 @@ def lacking_in_pe(content):
     carried = resources(content, optional)
     manifest = carried.get(24, b"").decode("utf-8")
     lacking += [sentence for words, sentence in MANIFEST.items() if words not in manifest]
-    if file_version(carried.get(16, b"")) != VERSION:
+    if file_version(carried.get(16, b"")) != version:
         lacking.append("its version")
     return lacking
 
@@ -148,12 +147,12 @@ def file_version(resource):
     return high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF
 
 
-def lacking(program):
+def lacking(program, version):
     content = Path(program).read_bytes()
     if content.startswith(b"\x7fELF"):
         return lacking_in_elf(program)
     if content.startswith(b"MZ"):
-        return lacking_in_pe(content)
+        return lacking_in_pe(content, version)
     return ["the form of a program"]
 
 
@@ -168,7 +167,7 @@ def built(compiler, flags):
         file.write_text(SOURCE)
         program = Path(folder) / "program.exe"
         subprocess.run([compiler, "-w", *flags, str(file), "-o", str(program)], check=True, capture_output=True)
-        found = lacking(program)
+        found = lacking(program, ())
     print(f"{' '.join(flags)}: lacks {', '.join(found) or 'nothing'}")
     return found
 
@@ -190,12 +189,10 @@ def prove(compiler):
 def main(arguments):
     if arguments[0] == "--prove":
         return 0 if prove(arguments[1]) else 1
-    status = 0
-    for program in arguments:
-        faults = lacking(program)
-        print(f"{program}: {'lacks ' + ', '.join(faults) if faults else 'has everything'}")
-        status |= bool(faults)
-    return status
+    version, program = arguments
+    faults = lacking(program, (*map(int, version.split(".")), 0, 0))
+    print(f"{program}: {'lacks ' + ', '.join(faults) if faults else 'has everything'}")
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":

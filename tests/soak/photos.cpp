@@ -3,6 +3,7 @@
 #include "image/files.h"
 #include "image/jpeg_files.h"
 #include "image/tiff_files.h"
+#include "platform/files/whole_file.h"
 
 #include <string>
 
@@ -60,10 +61,10 @@ void addTiffs(Folder& folder) {
 
 void addBitmaps(Folder& folder) {
     for (const int width : {25, 160, 640, 1201}) {
-        folder.add(".bmp", encodeImage(photo(width, 30 + width / 2).view(), FileType::bmp, 300,
+        folder.add(".bmp", encodeImage(photo(width, 30 + width / 2).view(), TileFormat::bmp, 300,
                                        width == 160 ? rgbProfile() : ColourProfile{}));
     }
-    folder.addBroken(".bmp", encodeImage(photo(99, 98).view(), FileType::bmp, 300, {}));
+    folder.addBroken(".bmp", encodeImage(photo(99, 98).view(), TileFormat::bmp, 300, {}));
     folder.add(".bmp", {});
     folder.add(".jpg", noise(5000));
 }

@@ -56,7 +56,7 @@ class ThreadedPump : public EventPump {
 };
 
 // In KiB. The bytes that the program holds say whether it leaks; the pages that it occupies say
-// what the allocator makes of it.
+// what the allocator keeps.
 struct MemoryFigure {
     long held = 0;
     long resident = 0;
