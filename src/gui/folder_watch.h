@@ -1,7 +1,7 @@
 // Watches one folder and reports when files or folders in it appear, disappear or are renamed.
 #pragma once
 
-#include <filesystem>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,7 +18,8 @@ class FolderWatch {
   public:
     FolderWatch();
 
-    // Called a moment after the last of several changes.
+    // Called a moment after the last of several changes, and once for each new folder, which may
+    // have changed since it was listed.
     std::function<void()> onChanged;
 
     // Watches this folder instead of the one before. A folder that the system cannot watch is never
@@ -32,10 +33,11 @@ class FolderWatch {
 #ifdef __WXMSW__
     void look();
 
-    // The toolkit's watcher lets the system write into memory that it has freed; so the folder's
-    // time of change is compared instead.
-    std::filesystem::file_time_type changed_;
-    wxTimer poll_;
+    // The toolkit's watcher lets the system write into memory that it has freed, and the folder's
+    // time of change tells too little: the standard library rounds it to seconds, and memory cards
+    // do not keep it. So the names themselves are compared.
+    std::size_t names_ = 0;
+    wxTimer look_;
 #else
     std::unique_ptr<wxFileSystemWatcher> watcher_;
 #endif
