@@ -107,10 +107,12 @@ std::string frmMain::GetAppCopyrightString() const {
 
 void frmMain::EndNow() {
     ended_ = true;
+    work_.dropLoad();
     screen().endProgram();
 }
 
 void frmMain::unloadHandler() {
+    work_.dropLoad();
     saveSettings();
     for (Timer* timer : {&tmrImg, &tmrLoadingImg, &tmrResize}) {
         timer->setEnabled(false);

@@ -44,8 +44,8 @@
 namespace veldara {
 
 // Turns a picture file into an upright picture; runs on a worker thread. Throws Error or
-// std::bad_alloc.
-using PhotoLoader = std::function<Image(const std::filesystem::path&)>;
+// std::bad_alloc, or WorkStopped after the flag was set.
+using PhotoLoader = std::function<Image(const std::filesystem::path&, const StopFlag& stop)>;
 
 class frmMain : public Window,
                 public PaperOwner,

@@ -97,6 +97,8 @@ void frmMain::loadSelectedPhoto() {
     std::optional<LoadFailure> failure;
     try {
         loadPhotoFile(name);
+    } catch (const WorkStopped&) {
+        // Nobody waits for this photo any more.
     } catch (const LoadFailure& reason) {
         failure = reason;
     } catch (const Error& error) {
@@ -126,7 +128,7 @@ void frmMain::loadPhotoFile(const std::string& name) {
     const std::string path = withSeparator(Dir1.path(), platform_.drives.separator()) + name;
     std::shared_ptr<const Image> photo;
     platform_.eventPump.runWhileServing(
-        [&] { photo = std::make_shared<const Image>(loadPhoto_(textPath(path))); });
+        [&] { photo = std::make_shared<const Image>(loadPhoto_(textPath(path), work_.stop())); });
     const int angle = rotationAngle(cmbRotate.listIndex());
     if (angle != 0 && !isSuperseded() && generation == work_.listGeneration()) {
         platform_.eventPump.runWhileServing(

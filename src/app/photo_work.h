@@ -4,6 +4,7 @@
 
 #include "controls/scoped_flag.h"
 #include "platform/image/image.h"
+#include "platform/stop_flag.h"
 
 #include <memory>
 #include <utility>
@@ -26,16 +27,31 @@ class PhotoWork {
     [[nodiscard]] ScopedFlag start() { return ScopedFlag(running_); }
     bool running() const { return running_; }
 
-    void requestLoad() { loadRequested_ = true; }
+    void requestLoad() {
+        loadRequested_ = true;
+        stop_.set();
+    }
     bool loadRequested() const { return loadRequested_; }
-    bool takeLoadRequest() { return std::exchange(loadRequested_, false); }
+    bool takeLoadRequest() {
+        if (loadRequested_) {
+            stop_.clear(); // what it stopped has ended
+        }
+        return std::exchange(loadRequested_, false);
+    }
+
+    // Set as soon as nobody waits for the photo any more that is being decoded.
+    const StopFlag& stop() const { return stop_; }
+    void dropLoad() { stop_.set(); }
 
     // The preview is to be built again, because the picture box has another size.
     void requestPreview() { previewRequested_ = true; }
     bool takePreviewRequest() { return std::exchange(previewRequested_, false); }
 
     // The file list was filled again: a photo that is being loaded is no longer the selected one.
-    void listFilled() { ++listGeneration_; }
+    void listFilled() {
+        ++listGeneration_;
+        stop_.set();
+    }
     int listGeneration() const { return listGeneration_; }
 
   private:
@@ -43,6 +59,7 @@ class PhotoWork {
     bool loadRequested_ = false;
     bool previewRequested_ = false;
     int listGeneration_ = 0;
+    StopFlag stop_;
 };
 
 } // namespace veldara

@@ -1,10 +1,16 @@
+#include "files.h"
+#include "jpeg_files.h"
 #include "platform/error.h"
 #include "platform/image/memory_limits.h"
+#include "platform/image/pixel_memory.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
+#include <new>
 #include <sstream>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace veldara::test {
 
@@ -38,6 +44,43 @@ TEST(MemoryLimits, NoContainerIsNoLimit) {
     EXPECT_EQ(leftInGroup("", "", ""), unlimited);
     EXPECT_EQ(leftInGroup("max\n", "400\n", ""), unlimited);
     EXPECT_EQ(leftInGroup("1000\n", "", ""), unlimited);
+}
+
+TEST(MemoryLimits, AQuarterOfTheMachineStaysForEverythingElse) {
+    EXPECT_EQ(memoryLeft(1000, 0, 1000), 750U);
+    EXPECT_EQ(memoryLeft(1000, 200, 1000), 550U);
+    EXPECT_EQ(memoryLeft(1000, 200, 300), 300U);
+    EXPECT_EQ(memoryLeft(1000, 750, 1000), 0U);
+    EXPECT_EQ(memoryLeft(1000, 900, 1000), 0U);
+    EXPECT_EQ(memoryLeft(unlimited, 900, 1000), 1000U);
+}
+
+TEST(MemoryLimits, NoBufferTakesMoreThanThat) {
+    const auto tooMuch = static_cast<std::size_t>(physicalMemory() - physicalMemory() / 4) + 1;
+    EXPECT_THROW(requireMemory(tooMuch, 1, 1), Error);
+    EXPECT_THROW(takePixelMemory(tooMuch), std::bad_alloc);
+    Bytes bytes;
+    EXPECT_THROW(reserveLargePages(bytes, tooMuch), std::bad_alloc);
+}
+
+// Each fits, both together do not: 3 bytes a pixel for the picture, 6 for its coefficients.
+TEST(MemoryLimits, WhatTheDecoderHoldsCountsAsWell) {
+    const auto side = static_cast<unsigned>(
+        std::min(std::sqrt(static_cast<double>(availableMemory()) / 7), 65'000.0));
+    if (std::uint64_t{9} * side * side < availableMemory() + availableMemory() / 4) {
+        return; // a machine for which no JPEG is too large
+    }
+    JpegKind kind;
+    kind.progressive = true;
+    Bytes file = makeJpeg(kind, photo(64, 64));
+    const Bytes frame{0xFF, 0xC2, 0x00, 0x11, 0x08};
+    const auto at = std::search(file.begin(), file.end(), frame.begin(), frame.end()) +
+                    static_cast<std::ptrdiff_t>(frame.size());
+    ASSERT_LT(at, file.end());
+    at[0] = at[2] = static_cast<std::uint8_t>(side >> 8);
+    at[1] = at[3] = static_cast<std::uint8_t>(side);
+    file.resize(std::size_t{side} * side / 64); // what so many blocks need at the very least
+    EXPECT_THAT(complaintOf(file), testing::HasSubstr("there is not enough memory for a picture"));
 }
 
 TEST(MemoryLimits, TheMachineHasSomeMemoryButNotAll) {

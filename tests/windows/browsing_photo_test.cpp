@@ -275,6 +275,42 @@ TEST_F(LoadingAPhoto, LatestOfSeveralClicksWins) {
     EXPECT_EQ(window->lstFiles.selectedText(), "3rd.jpg");
 }
 
+TEST_F(LoadingAPhoto, AClickOnAnotherFileStopsTheDecoding) {
+    addPhoto("1st.jpg", 100, 100);
+    addPhoto("2nd.jpg", 120, 100);
+    start();
+    whileLoading = [this](const std::string& name) {
+        if (name == "1st.jpg") {
+            clickFile("2nd.jpg");
+        }
+    };
+    clickFile("1st.jpg");
+    EXPECT_THAT(decoded, ::testing::ElementsAre("2nd.jpg"));
+    EXPECT_EQ(window->lImgWidth, 120);
+    EXPECT_TRUE(window->bImgSelected);
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(LoadingAPhoto, AnotherFolderStopsTheDecoding) {
+    fakes.tree.addFolder("/photos/summer");
+    addPhoto("photo.jpg", 100, 100);
+    start();
+    whileLoading = [this](const std::string&) { window->Dir1.setPath("/photos/summer"); };
+    clickFile("photo.jpg");
+    EXPECT_TRUE(decoded.empty());
+    expectNoPhoto();
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(LoadingAPhoto, ClosingTheWindowStopsTheDecoding) {
+    addPhoto("photo.jpg", 100, 100);
+    start();
+    whileLoading = [this](const std::string&) { window->unload(); };
+    clickFile("photo.jpg");
+    EXPECT_TRUE(decoded.empty());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
 TEST_F(LoadingAPhoto, FailureOfASupersededPhotoIsNotReported) {
     fakes.tree.addFile("/photos/broken.jpg");
     addPhoto("good.jpg", 100, 100);

@@ -70,8 +70,9 @@ class MainWindowTest : public ::testing::Test {
 
     frmMain& create() {
         platform.emplace(fakes.platform());
-        window = std::make_unique<frmMain>(*platform, fakes.screen,
-                                           [this](const auto& path) { return loadFake(path); });
+        window = std::make_unique<frmMain>(
+            *platform, fakes.screen,
+            [this](const auto& path, const StopFlag& stop) { return loadFake(path, stop); });
         window->picCur.setSize(300, 200);
         window->imgArrow.setSize(100, 100);
         return *window;
@@ -106,12 +107,14 @@ class MainWindowTest : public ::testing::Test {
         EXPECT_EQ(done, 1);
     }
 
-    Image loadFake(const std::filesystem::path& path) {
+    Image loadFake(const std::filesystem::path& path, const StopFlag& stop) {
         const std::string name = pathText(path.filename());
         loaded.push_back(pathText(path));
         if (whileLoading) {
             whileLoading(name);
         }
+        stop.check();
+        decoded.push_back(name);
         const auto found = sizes.find(name);
         if (found == sizes.end()) {
             throw Error("The file \"" + name + "\" is no picture.");
@@ -129,7 +132,8 @@ class MainWindowTest : public ::testing::Test {
     TestPlatform fakes;
     std::string photoFolder;
     std::map<std::string, std::pair<int, int>> sizes;
-    std::vector<std::string> loaded; // paths given to the loader
+    std::vector<std::string> loaded;  // paths given to the loader
+    std::vector<std::string> decoded; // names of those that it was not stopped in
     std::function<void(const std::string&)> whileLoading;
     std::optional<Platform> platform;
     std::unique_ptr<frmMain> window;

@@ -282,8 +282,9 @@ class MainMonkey : public MainWindowTest {
 
 TEST_F(MainMonkey, NothingGoesWrong) {
     platform.emplace(fakes.platform());
-    window = std::make_unique<frmMain>(*platform, impatient,
-                                       [this](const auto& path) { return loadFake(path); });
+    window = std::make_unique<frmMain>(
+        *platform, impatient,
+        [this](const auto& path, const StopFlag& stop) { return loadFake(path, stop); });
     window->picCur.setSize(300, 200);
     window->imgArrow.setSize(100, 100);
     window->load();

@@ -30,7 +30,7 @@ TEST_F(TurningThePhoto, TurnsThePixelsExactly) {
     addPhoto("photo.jpg", 60, 40);
     create();
     Platform& all = *platform;
-    window = std::make_unique<frmMain>(all, fakes.screen, [](const auto&) {
+    window = std::make_unique<frmMain>(all, fakes.screen, [](const auto&, const StopFlag&) {
         Image image = Image::filled(60, 40, 0, 0, 0);
         image.row(0)[0] = 200; // the top-left corner
         image.dotsPerInch = 300;

@@ -54,7 +54,8 @@ class OfferedCopy : public MainWindowTest {
             });
         };
         window = std::make_unique<frmMain>(
-            *platform, fakes.screen, [this](const auto& path) { return loadFake(path); }, hooks);
+            *platform, fakes.screen,
+            [this](const auto& path, const StopFlag& stop) { return loadFake(path, stop); }, hooks);
         window->picCur.setSize(300, 200);
         window->imgArrow.setSize(100, 100);
         window->load();

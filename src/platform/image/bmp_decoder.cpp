@@ -72,6 +72,10 @@ BmpDecoder::BmpDecoder(ByteSource& source)
     facts_.height = header_.height;
     facts_.dotsPerInch = header_.dotsPerInch;
     facts_.streams = !header_.runLengthCoded();
+    if (!facts_.streams) {
+        facts_.heldBytes = std::uint64_t{static_cast<unsigned>(header_.width)} *
+                           static_cast<unsigned>(header_.height);
+    }
 }
 
 ColourProfile BmpDecoder::colourProfile() {

@@ -41,10 +41,12 @@ OpenPicture openPicture(std::unique_ptr<ByteSource> source) {
     return picture;
 }
 
+// Rows that are decoded between two looks at the stop flag.
+constexpr int bandHeight = 64;
+
 // Decodes a picture whose sides are exchanged: a band of stored rows at a time becomes a band of
 // columns, so that the photo is never in memory twice.
-void decodeSideways(PictureDecoder& decoder, Image& image) {
-    constexpr int bandHeight = 64;
+void decodeSideways(PictureDecoder& decoder, Image& image, const StopFlag& stop) {
     const Orientation orientation = decoder.facts().orientation;
     const int width = decoder.facts().width;
     const int height = decoder.facts().height;
@@ -56,6 +58,7 @@ void decodeSideways(PictureDecoder& decoder, Image& image) {
     for (int top = 0; top < height; top += bandHeight) {
         const int count = std::min(bandHeight, height - top);
         const MutablePixelView rows = band.mutableView().cut(0, 0, width, count);
+        stop.check();
         decoder.readRows(rows);
         exchangeSides(
             rows,
@@ -64,32 +67,45 @@ void decodeSideways(PictureDecoder& decoder, Image& image) {
     }
 }
 
-void decodeUpright(PictureDecoder& decoder, Image& image) {
+void decodeUpright(PictureDecoder& decoder, Image& image, const StopFlag& stop) {
     const Orientation orientation = decoder.facts().orientation;
     MutablePixelView rows = image.mutableView();
     if (orientation == Orientation::halfTurned || orientation == Orientation::flipped) {
         rows = {image.row(image.height() - 1), image.width(), image.height(), -rows.stride()};
     }
-    decoder.readRows(rows);
-    if (orientation == Orientation::halfTurned || orientation == Orientation::mirrored) {
-        for (int y = 0; y < image.height(); ++y) {
-            mirrorRow(image.row(y), image.width());
+    const bool mirrored =
+        orientation == Orientation::halfTurned || orientation == Orientation::mirrored;
+    for (int top = 0; top < image.height(); top += bandHeight) {
+        const MutablePixelView band(rows.row(top), image.width(),
+                                    std::min(bandHeight, image.height() - top), rows.stride());
+        stop.check();
+        decoder.readRows(band);
+        for (int y = 0; mirrored && y < band.height(); ++y) {
+            mirrorRow(band.row(y), band.width());
         }
     }
 }
 
-Image decodeWhole(OpenPicture& picture) {
+Image decodeWhole(OpenPicture& picture, const StopFlag& stop) {
     const ImageHeader& header = picture.header;
-    requireMemory(std::uint64_t{3} * static_cast<std::uint64_t>(header.width) *
-                      static_cast<std::uint64_t>(header.height),
+    // Both at once: each alone may fit where both do not.
+    requireMemory(picture.decoder->facts().heldBytes +
+                      std::uint64_t{3} * static_cast<std::uint64_t>(header.width) *
+                          static_cast<std::uint64_t>(header.height),
                   header.width, header.height);
     Image image(header.width, header.height);
     image.colourProfile = picture.decoder->colourProfile();
     image.dotsPerInch = header.dotsPerInch;
-    if (exchangesSides(picture.decoder->facts().orientation)) {
-        decodeSideways(*picture.decoder, image);
-    } else {
-        decodeUpright(*picture.decoder, image);
+    picture.decoder->stopBy(stop);
+    try {
+        if (exchangesSides(picture.decoder->facts().orientation)) {
+            decodeSideways(*picture.decoder, image, stop);
+        } else {
+            decodeUpright(*picture.decoder, image, stop);
+        }
+    } catch (const Error&) {
+        stop.check(); // libraries that are stopped in their work call it a failure
+        throw;
     }
     return image;
 }
@@ -226,10 +242,10 @@ ImageHeader readImageHeader(std::unique_ptr<ByteSource> source, const std::strin
     return reading(name, [&] { return openPicture(std::move(source)).header; });
 }
 
-Image loadImage(std::unique_ptr<ByteSource> source, const std::string& name) {
+Image loadImage(std::unique_ptr<ByteSource> source, const std::string& name, const StopFlag& stop) {
     return reading(name, [&] {
         OpenPicture picture = openPicture(std::move(source));
-        return decodeWhole(picture);
+        return decodeWhole(picture, stop);
     });
 }
 
@@ -241,7 +257,7 @@ std::unique_ptr<RowReader> openRowReader(std::unique_ptr<ByteSource> source,
         if (orientation == Orientation::upright || orientation == Orientation::mirrored) {
             return std::make_unique<DecodingReader>(std::move(picture), name);
         }
-        Image image = decodeWhole(picture);
+        Image image = decodeWhole(picture, StopFlag());
         return std::make_unique<WholeReader>(picture.header, std::move(image), name);
     });
 }
@@ -258,8 +274,8 @@ ImageHeader readImageHeader(const std::filesystem::path& file) {
     return readImageHeader(opened(file), pathText(file));
 }
 
-Image loadImage(const std::filesystem::path& file) {
-    return loadImage(opened(file), pathText(file));
+Image loadImage(const std::filesystem::path& file, const StopFlag& stop) {
+    return loadImage(opened(file), pathText(file), stop);
 }
 
 std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file) {

@@ -3,6 +3,7 @@
 
 #include "platform/image/image.h"
 #include "platform/image/tile_format.h"
+#include "platform/stop_flag.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -28,8 +29,9 @@ struct ImageHeader {
 ImageHeader readImageHeader(const std::filesystem::path& file);
 
 // Decodes the whole picture, upright, as 8-bit RGB. Throws Error; never returns a picture of which
-// a part was missing.
-Image loadImage(const std::filesystem::path& file);
+// a part was missing. Another thread may set the flag, which is looked at after every band of rows:
+// then throws WorkStopped.
+Image loadImage(const std::filesystem::path& file, const StopFlag& stop = StopFlag());
 
 // Decodes a picture from the top to the bottom without ever holding it whole. Files that can only
 // be decoded whole (turned by their orientation tag, progressive, bottom-up and compressed ...) are

@@ -33,7 +33,14 @@ class JpegDecoder : public PictureDecoder {
 
     JpegFile file_;
     jpeg_decompress_struct& state_ = file_.state();
-    jpeg_progress_mgr progress_{};
+    // What the library calls while it reads the scans of a picture that has several.
+    struct Progress {
+        jpeg_progress_mgr manager{}; // first, so that the library's pointer is a pointer to this
+        const JpegDecoder* decoder = nullptr;
+    };
+    static void watchScans(j_common_ptr library);
+
+    Progress progress_;
     bool started_ = false;
     int wantedLeft_ = 0;
     int wantedWidth_ = 0;
@@ -53,7 +60,8 @@ JpegDecoder::JpegDecoder(ByteSource& source) : file_(source) {
     facts_.orientation = exif.orientation;
     facts_.dotsPerInch = exif.dotsPerInch;
     if (!facts_.streams) {
-        requireMemory(file_.blockCount() * sizeof(JBLOCK), facts_.width, facts_.height);
+        facts_.heldBytes = file_.blockCount() * sizeof(JBLOCK);
+        requireMemory(facts_.heldBytes, facts_.width, facts_.height);
     }
 }
 
@@ -67,13 +75,21 @@ void JpegDecoder::wantColumns(int left, int width) {
     wantedWidth_ = width;
 }
 
+void JpegDecoder::watchScans(j_common_ptr library) {
+    JpegFile::countScans(library);
+    if (reinterpret_cast<const Progress*>(library->progress)->decoder->shallStop()) {
+        reinterpret_cast<JpegErrors*>(library->err)->fail("its decoding was stopped");
+    }
+}
+
 void JpegDecoder::start() {
     started_ = true;
     if (isCmyk()) {
         inks_.emplace(file_.profile());
     }
-    progress_.progress_monitor = JpegFile::countScans;
-    state_.progress = &progress_;
+    progress_.manager.progress_monitor = watchScans;
+    progress_.decoder = this;
+    state_.progress = &progress_.manager;
     state_.do_block_smoothing = FALSE; // it invents what missing scans would have said
     file_.errors().guard([this] { jpeg_start_decompress(&state_); });
     if (!facts_.streams) {

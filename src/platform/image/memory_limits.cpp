@@ -8,6 +8,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+// Needs the declarations of the header above.
+#include <psapi.h>
 #else
 #include <cstdio>
 #include <fstream>
@@ -39,17 +41,27 @@ std::uint64_t freeOfMachine() {
     return unlimited;
 }
 
+// Bytes of this program: its address space, and what of it lies in memory.
+struct OwnMemory {
+    std::uint64_t addresses = 0;
+    std::uint64_t held = 0;
+};
+
+OwnMemory ownMemory() {
+    std::ifstream table("/proc/self/statm");
+    OwnMemory own;
+    table >> own.addresses >> own.held;
+    const auto page = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+    return {own.addresses * page, own.held * page};
+}
+
 // What is left of the address space that a ulimit allows.
-std::uint64_t freeOfProcess() {
+std::uint64_t freeOfProcess(const OwnMemory& own) {
     rlimit limit{};
     if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) {
         return unlimited;
     }
-    std::ifstream table("/proc/self/statm");
-    std::uint64_t pages = 0;
-    table >> pages;
-    const std::uint64_t used = pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
-    return limit.rlim_cur > used ? limit.rlim_cur - used : 0;
+    return limit.rlim_cur > own.addresses ? limit.rlim_cur - own.addresses : 0;
 }
 
 std::uint64_t freeOfContainer() {
@@ -79,23 +91,74 @@ std::uint64_t memoryLeftInGroup(std::istream& most, std::istream& used, std::ist
     return limit > taken ? limit - taken : 0;
 }
 
-std::uint64_t availableMemory() {
+std::uint64_t memoryLeft(std::uint64_t physical, std::uint64_t held, std::uint64_t free) {
+    const std::uint64_t most = physical == unlimited ? unlimited : physical - physical / 4;
+    return std::min(free, most > held ? most - held : 0);
+}
+
 #ifdef _WIN32
+
+namespace {
+
+MEMORYSTATUSEX memoryStatus() {
     MEMORYSTATUSEX status{};
     status.dwLength = sizeof status;
     if (!GlobalMemoryStatusEx(&status)) {
-        return unlimited;
+        status.ullTotalPhys = unlimited;
+        status.ullAvailPageFile = unlimited;
+        status.ullAvailVirtual = unlimited;
     }
-    return std::min<std::uint64_t>(status.ullAvailPageFile, status.ullAvailVirtual);
+    return status;
+}
+
+// With what was promised to this program and not touched yet.
+std::uint64_t heldMemory() {
+    PROCESS_MEMORY_COUNTERS_EX counters{};
+    counters.cb = sizeof counters;
+    return GetProcessMemoryInfo(GetCurrentProcess(),
+                                reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                                sizeof counters)
+               ? counters.PrivateUsage
+               : 0;
+}
+
+} // namespace
+
+std::uint64_t physicalMemory() {
+    return memoryStatus().ullTotalPhys;
+}
+
+std::uint64_t availableMemory() {
+    const MEMORYSTATUSEX status = memoryStatus();
+    return memoryLeft(status.ullTotalPhys, heldMemory(),
+                      std::min(status.ullAvailPageFile, status.ullAvailVirtual));
+}
+
 #else
-    return std::min({freeOfMachine(), freeOfProcess(), freeOfContainer()});
+
+std::uint64_t physicalMemory() {
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    return pages > 0 ? static_cast<std::uint64_t>(pages) *
+                           static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))
+                     : unlimited;
+}
+
+std::uint64_t availableMemory() {
+    const OwnMemory own = ownMemory();
+    return memoryLeft(physicalMemory(), own.held,
+                      std::min({freeOfMachine(), freeOfProcess(own), freeOfContainer()}));
+}
+
 #endif
+
+bool mayTakeMemory(std::uint64_t bytes) {
+    // Small pictures are not worth the question.
+    constexpr std::uint64_t always = 16 << 20;
+    return bytes <= always || bytes <= availableMemory();
 }
 
 void requireMemory(std::uint64_t bytes, int width, int height) {
-    // Small pictures are not worth the question.
-    constexpr std::uint64_t always = 16 << 20;
-    if (bytes > always && bytes > availableMemory()) {
+    if (!mayTakeMemory(bytes)) {
         throw Error("there is not enough memory for a picture of " + std::to_string(width) + " x " +
                     std::to_string(height) + " pixels");
     }

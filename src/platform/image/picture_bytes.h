@@ -10,7 +10,8 @@
 namespace veldara {
 
 ImageHeader readImageHeader(std::unique_ptr<ByteSource> source, const std::string& name);
-Image loadImage(std::unique_ptr<ByteSource> source, const std::string& name);
+Image loadImage(std::unique_ptr<ByteSource> source, const std::string& name,
+                const StopFlag& stop = StopFlag());
 std::unique_ptr<RowReader> openRowReader(std::unique_ptr<ByteSource> source,
                                          const std::string& name);
 

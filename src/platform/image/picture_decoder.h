@@ -4,6 +4,7 @@
 
 #include "platform/image/byte_source.h"
 #include "platform/image/image.h"
+#include "platform/stop_flag.h"
 
 #include <cstdint>
 #include <memory>
@@ -42,6 +43,9 @@ struct PictureFacts {
 
     // Rows are decoded as they are asked for, with little memory.
     bool streams = true;
+
+    // Otherwise: bytes that the decoder holds beside the rows that it returns.
+    std::uint64_t heldBytes = 0;
 };
 
 class PictureDecoder {
@@ -53,6 +57,10 @@ class PictureDecoder {
 
     const PictureFacts& facts() const { return facts_; }
 
+    // To be looked at during work that lasts long before it returns the first row. The flag
+    // outlives the decoder.
+    void stopBy(const StopFlag& flag) { stop_ = &flag; }
+
     // The profile that describes the decoder's RGB rows; empty when there is none. Costs some work
     // for grey pictures, so it is not done with the header.
     virtual ColourProfile colourProfile() = 0;
@@ -63,7 +71,12 @@ class PictureDecoder {
     virtual void readRows(const MutablePixelView& rows) = 0;
 
   protected:
+    bool shallStop() const { return stop_ != nullptr && stop_->isSet(); }
+
     PictureFacts facts_;
+
+  private:
+    const StopFlag* stop_ = nullptr;
 };
 
 } // namespace veldara

@@ -1,5 +1,7 @@
 #include "platform/image/pixel_memory.h"
 
+#include "platform/image/memory_limits.h"
+
 #include <cstdlib>
 #include <new>
 
@@ -8,6 +10,16 @@
 #endif
 
 namespace veldara {
+
+namespace {
+
+void requireRoom(std::size_t bytes) {
+    if (!mayTakeMemory(bytes)) {
+        throw std::bad_alloc();
+    }
+}
+
+} // namespace
 
 #ifdef __linux__
 
@@ -30,6 +42,7 @@ PixelMemory takePixelMemory(std::size_t bytes) {
         }
         return PixelMemory(small);
     }
+    requireRoom(bytes);
     void* large = nullptr;
     if (posix_memalign(&large, largePage, bytes) != 0) {
         throw std::bad_alloc();
@@ -39,6 +52,7 @@ PixelMemory takePixelMemory(std::size_t bytes) {
 }
 
 void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count) {
+    requireRoom(count);
     bytes.reserve(count);
     void* start = bytes.data();
     std::size_t room = bytes.capacity();
@@ -50,6 +64,7 @@ void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count) {
 #else
 
 PixelMemory takePixelMemory(std::size_t bytes) {
+    requireRoom(bytes);
     auto* memory = static_cast<std::uint8_t*>(std::malloc(bytes));
     if (memory == nullptr) {
         throw std::bad_alloc();
@@ -58,6 +73,7 @@ PixelMemory takePixelMemory(std::size_t bytes) {
 }
 
 void reserveLargePages(std::vector<std::uint8_t>& bytes, std::size_t count) {
+    requireRoom(count);
     bytes.reserve(count);
 }
 

@@ -14,7 +14,8 @@ struct FreePixelMemory {
 };
 using PixelMemory = std::unique_ptr<std::uint8_t[], FreePixelMemory>;
 
-// Undefined bytes; the system provides them when they are first touched. Throws std::bad_alloc.
+// Undefined bytes; the system provides them when they are first touched. Throws std::bad_alloc,
+// also where the machine has too little memory for so many (see memory_limits.h).
 PixelMemory takePixelMemory(std::size_t bytes);
 
 // Reserves room for that many bytes in the same manner; a vector that stays smaller touches, and so

@@ -134,6 +134,10 @@ void PngDecoder::readHeader() {
     interlaced_ = png_get_interlace_type(png, info) != PNG_INTERLACE_NONE;
     grey_ = (png_get_color_type(png, info) & PNG_COLOR_MASK_COLOR) == 0;
     facts_.streams = !interlaced_;
+    if (interlaced_) {
+        facts_.heldBytes = std::uint64_t{4} * static_cast<unsigned>(facts_.width) *
+                           static_cast<unsigned>(facts_.height);
+    }
     png_uint_32 size = 0;
     png_bytep block = nullptr;
     if (png_get_eXIf_1(png, info, &size, &block) != 0) {
@@ -234,11 +238,14 @@ void PngDecoder::readInterlaced() {
     std::memset(whole_.get(), 0, bytes);
     file_.guard(damagedPixels, [this] {
         for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass) {
-            for (int y = 0; y < facts_.height; ++y) {
+            for (int y = 0; y < facts_.height && !shallStop(); ++y) {
                 png_read_row(file_.png(), &whole_[rowSize_ * static_cast<std::size_t>(y)], nullptr);
             }
         }
     });
+    if (shallStop()) {
+        throw Error("its decoding was stopped");
+    }
 }
 
 const std::uint8_t* PngDecoder::decodedRow(int row) {

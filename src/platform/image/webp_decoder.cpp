@@ -31,6 +31,9 @@ class WebpDecoder : public WholePictureDecoder {
         facts_.height = file_.height;
         facts_.lossless = file_.lossless;
         facts_.streams = false;
+        facts_.heldBytes = std::uint64_t{4} * static_cast<unsigned>(file_.width) *
+                               static_cast<unsigned>(file_.height) +
+                           file_.picture.size;
         std::vector<std::uint8_t> block = sidePart(file_.exif);
         constexpr std::size_t label = 6; // some programs write JPEG's "Exif" before the block
         const bool labelled = block.size() > label && std::memcmp(block.data(), "Exif\0", 6) == 0;
@@ -66,7 +69,7 @@ DecodedPixels WebpDecoder::decode() {
     }
     const auto width = static_cast<std::size_t>(file_.width);
     const auto height = static_cast<std::size_t>(file_.height);
-    requireMemory(4 * width * height + file_.picture.size, file_.width, file_.height);
+    requireMemory(facts_.heldBytes, file_.width, file_.height);
     std::vector<std::uint8_t> bytes(file_.picture.size);
     WebPDecoderConfig config{};
     if (WebPInitDecoderConfig(&config) == 0 ||
