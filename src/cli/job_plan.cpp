@@ -7,6 +7,7 @@
 #include "paper/paper_check.h"
 #include "platform/error.h"
 #include "platform/image/input_format.h"
+#include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 
 #include <utility>
@@ -82,6 +83,21 @@ PaperRecord chosenPaper(const Options& options) {
     return paper;
 }
 
+namespace {
+
+// The folder that may have to be made; whatever is above it must be there.
+void checkFolderName(const std::string& out) {
+    const std::string name = pathText(textPath(out).filename());
+    if (name.empty() || name == "." || name == "..") {
+        return;
+    }
+    if (const std::string problem = folderNameProblem(name); !problem.empty()) {
+        throw Error(problem + ": give another --out.");
+    }
+}
+
+} // namespace
+
 JobPlan planJob(const Options& options, const ImageHeader& header,
                 const std::optional<ClipCounts>& clip) {
     JobPlan plan;
@@ -92,6 +108,7 @@ JobPlan planJob(const Options& options, const ImageHeader& header,
     if (!isPhotoLargeEnough(header.width, header.height)) {
         throw Error(trimmed(photoTooSmallText()));
     }
+    checkFolderName(options.out);
     const std::filesystem::path photo = textPath(options.photo);
     const std::string stem = pathText(photo.stem());
     plan.folder = options.out.empty() ? photo.parent_path() / textPath(defaultFolderName(stem))

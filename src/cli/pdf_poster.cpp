@@ -3,6 +3,7 @@
 #include "cli/plan_json.h"
 #include "cli/progress_line.h"
 #include "platform/error.h"
+#include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 #include "sheets/poster_pdf.h"
 #include "sheets/sheet_job.h"
@@ -41,6 +42,10 @@ std::string pageJson(const PlannedPage& page, std::size_t number) {
 PdfPlan planPdf(const JobPlan& plan, const Options& options) {
     PdfPlan pdf;
     pdf.file = textPath(options.pdf);
+    if (const std::string problem = fileNameProblem(pathText(pdf.file.filename()));
+        !problem.empty()) {
+        throw Error(problem + ": give another --pdf.");
+    }
     std::optional<EdgeTrims> trims;
     if (plan.clip) {
         trims = edgeTrims(*plan.clip);

@@ -19,6 +19,7 @@
 #include "platform/files/whole_file.h"
 #include "platform/image/tile_format.h"
 #include "platform/text/characters.h"
+#include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 
 #include <algorithm>
@@ -259,6 +260,9 @@ int runTestTarget(const Options& options, Console& console) {
     }
     const PaperRecord paper = chosenPaper(options);
     const std::filesystem::path file = textPath(options.testTarget);
+    if (const std::string problem = fileNameProblem(pathText(file.filename())); !problem.empty()) {
+        throw Error(problem + ": give another --test-target.");
+    }
     if (!mayReplaceFile(options, console, options.testTarget)) {
         return statusFailed;
     }

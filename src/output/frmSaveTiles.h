@@ -98,6 +98,7 @@ class frmSaveTiles : public Window {
     std::optional<TileFormat> chosenType() const;
 
     std::string tileFolder() const;
+    std::string newFolderProblem() const;
     TileFileParts tileFileParts() const;
     bool makeFolder(FileSystemObject& files, const std::string& folder);
     bool hasMemoryFor(const PosterPlan& plan) const;

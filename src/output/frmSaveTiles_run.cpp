@@ -6,6 +6,7 @@
 #include "output/tile_pool.h"
 #include "output/tile_run.h"
 #include "platform/error.h"
+#include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 
 #include <algorithm>
@@ -72,6 +73,10 @@ void frmSaveTiles::processSaveNow() {
         endRun(fileSystemObjectFailedMessage(), Progress::notShown, Dialog::unloaded);
         return;
     }
+    if (const std::string problem = newFolderProblem(); !problem.empty()) {
+        endRun(tileNameProblemMessage(problem), Progress::notShown, Dialog::unloaded);
+        return;
+    }
     const std::string folder = tileFolder();
     if (!makeFolder(*files, folder)) {
         return;
@@ -92,6 +97,14 @@ void frmSaveTiles::processSaveNow() {
 
 std::string frmSaveTiles::tileFolder() const {
     return tileFolderPath(dirTile.path(), txtNewFolderName.text(), platform_.drives.separator());
+}
+
+// An empty name stands for the parent folder.
+std::string frmSaveTiles::newFolderProblem() const {
+    const char separator = platform_.drives.separator();
+    const std::string& text = txtNewFolderName.text();
+    const std::string name = text.substr(text.rfind(separator) + 1);
+    return name.empty() ? name : folderNameProblem(name, separator);
 }
 
 TileFileParts frmSaveTiles::tileFileParts() const {

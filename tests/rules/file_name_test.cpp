@@ -38,6 +38,15 @@ TEST(FileName, OfOtherSystemsTakesNearlyEverything) {
     EXPECT_NE(fileNameProblem("", '/'), "");
 }
 
+TEST(FileName, OfAFolderKeepsTheSameRules) {
+    EXPECT_EQ(folderNameProblem("poster ", '\\'),
+              "The folder name \"poster \" ends with a blank or a dot, which Windows drops");
+    EXPECT_EQ(folderNameProblem("nul.poster", '\\'),
+              "The folder name \"nul.poster\" is the name of a device in Windows");
+    EXPECT_EQ(folderNameProblem("poster.", '/'), "");
+    EXPECT_EQ(folderNameProblem("my poster", '\\'), "");
+}
+
 TEST(FileName, OfWindowsIsNotTooLong) {
     const std::string umlaut = "\xC3\x9C";
     EXPECT_EQ(fileNameProblem(std::string(252, 'x') + umlaut + umlaut + umlaut, '\\'), "");

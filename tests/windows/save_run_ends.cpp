@@ -141,6 +141,21 @@ TEST_F(SaveFailure, FolderCannotBeLookedFor) {
     EXPECT_FALSE(progressWasShown());
 }
 
+TEST_F(SaveFailure, NamesThatTheSystemWouldChangeOrTakeForDevices) {
+    for (const auto& [name, problem] : std::vector<std::pair<std::string, std::string>>{
+             {"poster ", "ends with a blank or a dot, which Windows drops"},
+             {"poster.", "ends with a blank or a dot, which Windows drops"},
+             {"con.poster", "is the name of a device in Windows"},
+         }) {
+        SaveWindows other;
+        other.save([&] { other.dialog.txtNewFolderName.setText(name); });
+        EXPECT_EQ(other.fakes.dialogs.onlyMessage(),
+                  critical("Error", "Problem: The folder name \"" + name + "\" " + problem));
+        EXPECT_TRUE(other.written.empty());
+        EXPECT_FALSE(other.fakes.tree.folders.contains(other.photos + "\\" + name));
+    }
+}
+
 TEST_F(SaveFailure, FolderWithinAFolderThatIsNotThere) {
     before = [&] { windows.dialog.txtNewFolderName.setText("a\\b"); };
     windows.save(before);

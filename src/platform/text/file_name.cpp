@@ -44,18 +44,30 @@ std::string windowsProblem(std::string_view name) {
     return {};
 }
 
+std::string problemOf(std::string_view name, char separator) {
+    if (name.empty()) {
+        return "is empty";
+    }
+    if (separator == '\\') {
+        return windowsProblem(name);
+    }
+    return name.find('/') != std::string_view::npos ? "has the character /" : "";
+}
+
+std::string sentence(const char* what, std::string_view name, const std::string& problem) {
+    return problem.empty()
+               ? problem
+               : "The " + std::string(what) + " name \"" + std::string(name) + "\" " + problem;
+}
+
 } // namespace
 
 std::string fileNameProblem(std::string_view name, char separator) {
-    std::string problem;
-    if (name.empty()) {
-        problem = "is empty";
-    } else if (separator == '\\') {
-        problem = windowsProblem(name);
-    } else if (name.find('/') != std::string_view::npos) {
-        problem = "has the character /";
-    }
-    return problem.empty() ? problem : "The file name \"" + std::string(name) + "\" " + problem;
+    return sentence("file", name, problemOf(name, separator));
+}
+
+std::string folderNameProblem(std::string_view name, char separator) {
+    return sentence("folder", name, problemOf(name, separator));
 }
 
 } // namespace veldara

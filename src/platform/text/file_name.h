@@ -14,4 +14,7 @@ namespace veldara {
 // it, and drops blanks and dots at the end.
 std::string fileNameProblem(std::string_view name, char separator = platformSeparator);
 
+// The same for a folder.
+std::string folderNameProblem(std::string_view name, char separator = platformSeparator);
+
 } // namespace veldara
