@@ -11,6 +11,9 @@ import tempfile
 
 from PIL import Image, ImageCms
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "tests", "cli"))
+from heic_files import grid_heic  # noqa: E402
+
 
 def picture(width=24, height=18):
     across = Image.linear_gradient("L").rotate(90).resize((width, height))
@@ -65,6 +68,8 @@ def main(corpus):
             made = os.path.join(work, "made.heic")
             make("heif-enc", *options, source, "-o", made)
             os.replace(made, heic(name))
+        for name, rotation in (("grid", 0), ("gridTurned", 1)):
+            os.replace(grid_heic(work, "made.heic", picture(100, 70), 64, rotation=rotation), heic(name))
         avif = folder("avif")
         for name, source, options in (("plain", plain, ()), ("lossless", plain, ("--lossless",)),
                                       ("opacity", clear, ()), ("bits10", plain, ("--depth", "10")),

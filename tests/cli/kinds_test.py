@@ -10,6 +10,7 @@ import zlib
 
 from PIL import Image, ImageChops, ImageCms, ImageStat
 
+from heic_files import grid_heic
 from tiles_support import TilesTest, noise, smooth
 
 ORIENTATION = 0x0112
@@ -252,12 +253,43 @@ class Heif(KindsTest):
                 self.assertEqual(shown.size, expected.size)
                 self.assertLess(mean_difference(shown, expected), 3, (angle, axis))
 
+    def test_heic_as_telephones_write_it(self):
+        """A grid whose last tiles reach beyond the picture, turned and mirrored, with a profile."""
+        picture, profile = smooth(300, 200), ImageCms.ImageCmsProfile(ImageCms.createProfile("sRGB")).tobytes()
+        turns = {0: [], 1: [Image.Transpose.ROTATE_90], 2: [Image.Transpose.ROTATE_180],
+                 3: [Image.Transpose.ROTATE_270]}
+        for rotation, steps in turns.items():
+            for mirror, flip in ((None, []), (0, [Image.Transpose.FLIP_TOP_BOTTOM])):
+                name = f"grid{rotation}{mirror}.heic"
+                photo = grid_heic(self.folder, name, picture, 128, rotation=rotation, mirror=mirror,
+                                  profile=profile)
+                expected = picture
+                for step in steps + flip:
+                    expected = expected.transpose(step)
+                shown = self.pixels(photo)
+                self.assertEqual(shown.size, expected.size)
+                self.assertLess(mean_difference(shown, expected), 3, (rotation, mirror))
+        # The library's own way of putting the tiles together gives the same pixels.
+        whole = grid_heic(self.folder, "whole.heic", picture, 128)
+        self.run_tool("heif-convert", whole, "read.png")
+        with Image.open(self.path("read.png")) as read:
+            self.assertSame(self.pixels(whole), read)
+        self.done("--wide", "2", "--high", "2", "--format", "jpg", "--out", "tiles", photo)
+        for name in os.listdir(self.path("tiles")):
+            with Image.open(self.path("tiles", name)) as tile:
+                self.assertEqual(tile.info["icc_profile"], profile)
+
     def test_coded_colour_becomes_a_profile(self):
         for code in ("12/13/6", "9/16/9", "9/18/9"):  # Display P3, and BT.2100 with PQ and HLG
             photo, _ = self.avif(smooth(128, 96), "--cicp", code)
-            with Image.open(self.whole(photo, format="tif")) as tile:
-                profile = ImageCms.ImageCmsProfile(io.BytesIO(tile.info["icc_profile"]))
-                self.assertEqual(profile.profile.xcolor_space.strip(), "RGB")
+            tiles = self.path("tiles" + code.replace("/", "_"))
+            self.done("--wide", "2", "--high", "2", "--out", tiles, photo)
+            names = os.listdir(tiles)
+            self.assertEqual(len(names), 4)
+            for name in names:
+                with Image.open(os.path.join(tiles, name)) as tile:
+                    profile = ImageCms.ImageCmsProfile(io.BytesIO(tile.info["icc_profile"]))
+                    self.assertEqual(profile.profile.xcolor_space.strip(), "RGB")
         photo, _ = self.avif(smooth(128, 96), "--cicp", "1/13/6")
         with Image.open(self.whole(photo, format="tif")) as tile:
             self.assertNotIn("icc_profile", tile.info)

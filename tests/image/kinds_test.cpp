@@ -97,6 +97,16 @@ TEST(EveryKind, SurvivesDamage) {
     }
 }
 
+TEST(EveryKind, OfAGridIsDecodedByRowsOfTiles) {
+    for (const char* name : {"grid", "gridTurned"}) {
+        const Bytes bytes = seed("fuzz_heic", name);
+        EXPECT_EQ(reader(bytes)->streams(), std::string(name) == "grid");
+        EXPECT_GT(refusedTruncations(bytes, 5), 100U);
+    }
+    const Bytes single = seed("fuzz_avif", "plain");
+    EXPECT_FALSE(reader(single)->streams());
+}
+
 TEST(EveryKind, LosslessOnesSaySo) {
     EXPECT_FALSE(headerOf(seed("fuzz_png", "modeRGB")).lossy);
     EXPECT_FALSE(headerOf(seed("fuzz_webp", "lossless")).lossy);

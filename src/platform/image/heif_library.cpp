@@ -56,6 +56,7 @@ bool findAll(Module module, HeifLibrary& library) {
            find(library.context_read_from_reader, "heif_context_read_from_reader") &&
            find(library.context_get_primary_image_handle,
                 "heif_context_get_primary_image_handle") &&
+           find(library.context_get_image_handle, "heif_context_get_image_handle") &&
            find(library.image_handle_release, "heif_image_handle_release") &&
            find(library.image_handle_get_width, "heif_image_handle_get_width") &&
            find(library.image_handle_get_height, "heif_image_handle_get_height") &&

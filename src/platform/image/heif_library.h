@@ -14,6 +14,7 @@ struct HeifLibrary {
     decltype(&heif_context_free) context_free = nullptr;
     decltype(&heif_context_read_from_reader) context_read_from_reader = nullptr;
     decltype(&heif_context_get_primary_image_handle) context_get_primary_image_handle = nullptr;
+    decltype(&heif_context_get_image_handle) context_get_image_handle = nullptr;
     decltype(&heif_image_handle_release) image_handle_release = nullptr;
     decltype(&heif_image_handle_get_width) image_handle_get_width = nullptr;
     decltype(&heif_image_handle_get_height) image_handle_get_height = nullptr;

@@ -44,7 +44,7 @@ struct PictureFacts {
     // Rows are decoded as they are asked for, with little memory.
     bool streams = true;
 
-    // Otherwise: bytes that the decoder holds beside the rows that it returns.
+    // Bytes that the decoder holds beside the rows that it returns, where they are many.
     std::uint64_t heldBytes = 0;
 };
 
