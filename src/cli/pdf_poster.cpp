@@ -1,6 +1,5 @@
 #include "cli/pdf_poster.h"
 
-#include "cli/plan_json.h"
 #include "cli/progress_line.h"
 #include "platform/error.h"
 #include "platform/text/file_name.h"
@@ -12,29 +11,12 @@
 namespace veldara {
 namespace {
 
-template <class Rectangle>
-std::string edges(const Rectangle& rectangle) {
-    return "[" + plainNumber(rectangle.left) + "," + plainNumber(rectangle.top) + "," +
-           plainNumber(rectangle.right) + "," + plainNumber(rectangle.bottom) + "]";
-}
-
 std::vector<int> chosenNumbers(const std::string& text, const PosterLayout& layout) {
     try {
         return readSheetNumbers(text, layout.tilesWide * layout.tilesHigh);
     } catch (const Error& error) {
         throw WrongOption("--sheets: " + std::string(error.what()));
     }
-}
-
-std::string pageJson(const PlannedPage& page, std::size_t number) {
-    const bool guide = page.tile == 0;
-    return "{\"page\":" + std::to_string(number) +
-           ",\"kind\":" + (guide ? "\"guide\"" : "\"sheet\"") +
-           ",\"tile\":" + (guide ? "null" : std::to_string(page.tile)) +
-           ",\"width_pt\":" + plainNumber(page.width) +
-           ",\"height_pt\":" + plainNumber(page.height) +
-           ",\"own_pt\":" + (guide ? "null" : edges(page.own)) +
-           ",\"own_px\":" + (guide ? "null" : edges(page.ownPhoto)) + "}";
 }
 
 } // namespace
@@ -66,15 +48,6 @@ PdfPlan planPdf(const JobPlan& plan, const Options& options) {
             {number, pdf.job.paperWidth, pdf.job.paperHeight, place.own, place.ownPhoto});
     }
     return pdf;
-}
-
-std::string pdfPlanJson(const PdfPlan& plan) {
-    std::string pages;
-    std::size_t number = 0;
-    for (const PlannedPage& page : plan.pages) {
-        pages += (pages.empty() ? "\n    " : ",\n    ") + pageJson(page, ++number);
-    }
-    return "{\"file\":" + jsonString(pathText(plan.file)) + ",\"pages\":[" + pages + "\n  ]}";
 }
 
 bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& console) {

@@ -30,9 +30,6 @@ struct PdfPlan {
 // Throws WrongOption for sheets that the poster does not have, Error when no document can be made.
 PdfPlan planPdf(const JobPlan& plan, const Options& options);
 
-// The value of the plan's member "pdf".
-std::string pdfPlanJson(const PdfPlan& plan);
-
 // Writes the document, and says what the person should know of it. False when it was interrupted.
 // Throws Error.
 bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& console);

@@ -4,6 +4,7 @@
 #include "platform/text/number_text.h"
 #include "platform/text/path_text.h"
 
+#include <array>
 #include <nlohmann/json.hpp>
 
 namespace veldara {
@@ -58,21 +59,52 @@ std::string line(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::string tileList(const std::vector<PlannedTile>& tiles) {
+// A list with each of its members on a line of its own.
+std::string linesOf(const Json& members) {
     std::string text;
-    for (std::size_t i = 0; i < tiles.size(); ++i) {
-        text += (i == 0 ? "\n    " : ",\n    ") + line(tileOf(tiles[i], i));
+    for (const Json& member : members) {
+        text += (text.empty() ? "\n    " : ",\n    ") + line(member);
     }
     return "[" + text + "\n  ]";
 }
 
-} // namespace
-
-std::string jsonString(std::string_view text) {
-    return line(std::string(text));
+Json tilesOf(const std::vector<PlannedTile>& tiles) {
+    Json list = Json::array();
+    for (const PlannedTile& tile : tiles) {
+        list.push_back(tileOf(tile, list.size()));
+    }
+    return list;
 }
 
-std::string planJson(const JobPlan& plan, const std::string& pdf) {
+template <class Rectangle>
+Json edges(const Rectangle& rectangle) {
+    return numbers(std::array{rectangle.left, rectangle.top, rectangle.right, rectangle.bottom});
+}
+
+Json pageOf(const PlannedPage& page, std::size_t index) {
+    const bool guide = page.tile == 0;
+    Json member;
+    member["page"] = index + 1;
+    member["kind"] = guide ? "guide" : "sheet";
+    member["tile"] = guide ? Json() : Json(page.tile);
+    member["width_pt"] = number(page.width);
+    member["height_pt"] = number(page.height);
+    member["own_pt"] = guide ? Json() : edges(page.own);
+    member["own_px"] = guide ? Json() : edges(page.ownPhoto);
+    return member;
+}
+
+std::string pdfText(const PdfPlan& pdf) {
+    Json pages = Json::array();
+    for (const PlannedPage& page : pdf.pages) {
+        pages.push_back(pageOf(page, pages.size()));
+    }
+    return "{\"file\":" + line(pathText(pdf.file)) + ",\"pages\":" + linesOf(pages) + "}";
+}
+
+} // namespace
+
+std::string planJson(const JobPlan& plan, const PdfPlan* pdf) {
     const PosterLayout& layout = plan.poster.layout;
     const Json members{
         {"photo",
@@ -97,8 +129,8 @@ std::string planJson(const JobPlan& plan, const std::string& pdf) {
     for (const auto& [name, value] : members.items()) {
         text += "\n  " + line(name) + ":" + line(value) + ",";
     }
-    return text + "\n  \"tiles\":" + tileList(plan.poster.tiles) +
-           (pdf.empty() ? "" : ",\n  \"pdf\":" + pdf) + "\n}\n";
+    return text + "\n  \"tiles\":" + linesOf(tilesOf(plan.poster.tiles)) +
+           (pdf == nullptr ? "" : ",\n  \"pdf\":" + pdfText(*pdf)) + "\n}\n";
 }
 
 } // namespace veldara

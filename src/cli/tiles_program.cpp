@@ -188,7 +188,7 @@ void writePoster(const JobPlan& plan, const Options& options, Console& console) 
 int runDocument(const JobPlan& plan, const Options& options, Console& console) {
     const PdfPlan pdf = planPdf(plan, options);
     if (options.plan) {
-        console.print(planJson(plan, pdfPlanJson(pdf)));
+        console.print(planJson(plan, &pdf));
         return statusDone;
     }
     if (isSameFile(textPath(options.photo), pdf.file)) {
