@@ -13,8 +13,9 @@ constexpr std::size_t mostBytesAhead = std::size_t{16} << 20;
 
 } // namespace
 
-JpegCutSchedule::JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept)
-    : stripsKept_(stripsKept) {
+JpegCutSchedule::JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept,
+                                 int rowsWanted)
+    : rowsNeeded_(rowsWanted), stripsKept_(stripsKept) {
     for (const McuRows& rows : pieces) {
         rowsNeeded_ = std::max(rowsNeeded_, rows.end);
         Piece piece;
@@ -73,6 +74,8 @@ bool JpegCutSchedule::beginStrip(int strip) {
 void JpegCutSchedule::endReading() {
     const std::lock_guard hold(lock_);
     markRead(static_cast<int>(jobsLeft_.size()));
+    allRead_ = true;
+    ready_.notify_all();
 }
 
 bool JpegCutSchedule::hasJob() const {
@@ -144,14 +147,25 @@ bool JpegCutSchedule::waitReady(std::chrono::milliseconds time) {
     return ready_.wait_for(hold, time, [&] { return stopped_ || nextIsReady(); });
 }
 
+bool JpegCutSchedule::waitRead(std::chrono::milliseconds time) {
+    std::unique_lock hold(lock_);
+    ready_.wait_for(hold, time, [&] { return stopped_ || allRead_; });
+    throwFailure();
+    return allRead_;
+}
+
+void JpegCutSchedule::throwFailure() const {
+    if (failure_) {
+        std::rethrow_exception(failure_);
+    }
+}
+
 std::vector<std::uint8_t> JpegCutSchedule::takePiece() {
     Piece piece;
     {
         std::unique_lock hold(lock_);
         ready_.wait(hold, [&] { return stopped_ || nextIsReady(); });
-        if (failure_) {
-            std::rethrow_exception(failure_);
-        }
+        throwFailure();
         piece = std::move(pieces_[nextPiece_++]);
         bytesHeld_ -= piece.bytes;
         work_.notify_all();

@@ -26,12 +26,14 @@ struct CutJob {
 
 class JpegCutSchedule {
   public:
-    // A strip is rowsPerStrip rows of MCUs; the ring holds stripsKept of them.
-    JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept);
+    // A strip is rowsPerStrip rows of MCUs; the ring holds stripsKept of them. At least
+    // `rowsWanted` rows are read, whatever the pieces need.
+    JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept,
+                    int rowsWanted = 0);
     JpegCutSchedule(const JpegCutSchedule&) = delete;
     JpegCutSchedule& operator=(const JpegCutSchedule&) = delete;
 
-    // Rows of MCUs down to the end of the last piece.
+    // Rows of MCUs that are to be read, from the photo's top.
     int rowsNeeded() const { return rowsNeeded_; }
 
     // The reading thread: waits until the ring has room for the strip; false: stop. The strips
@@ -53,6 +55,9 @@ class JpegCutSchedule {
     bool waitReady(std::chrono::milliseconds time);
     std::vector<std::uint8_t> takePiece();
 
+    // The same thread: waits at most that long until all strips are read; true when they are.
+    bool waitRead(std::chrono::milliseconds time);
+
   private:
     struct Piece {
         int firstStrip = 0;
@@ -66,6 +71,7 @@ class JpegCutSchedule {
     bool nextIsReady() const;
     bool hasJob() const;
     void noteReady();
+    void throwFailure() const;
 
     std::vector<Piece> pieces_;
     std::vector<CutJob> jobs_;            // by strips, then pieces
@@ -84,6 +90,7 @@ class JpegCutSchedule {
     std::size_t nextPiece_ = 0;
     std::size_t bytesHeld_ = 0;
     std::size_t bytesWhenReady_ = 0;
+    bool allRead_ = false;
     bool stopped_ = false;
     std::exception_ptr failure_;
 };

@@ -5,6 +5,7 @@
 #include "platform/image/memory_limits.h"
 #include "sheets/jpeg_coefficients.h"
 #include "sheets/jpeg_cut_schedule.h"
+#include "sheets/jpeg_miniature.h"
 #include "sheets/jpeg_piece_writer.h"
 
 #include <algorithm>
@@ -106,6 +107,8 @@ class JpegCutter::Work {
         return taken_ == pieces_.size() || schedule_->waitReady(time);
     }
     JpegPiece next();
+    bool wantSmall(const PixelRectangle& area, const SmallSize& size);
+    std::optional<Image> small(std::chrono::milliseconds time);
 
   private:
     struct Shape {
@@ -116,6 +119,8 @@ class JpegCutter::Work {
     void makeWriters();
     void startThreads(int workers);
     void read();
+    void readStrips();
+    void readWhole();
     void code(const std::unique_ptr<JpegPieceWriter>& writer);
 
     template <class Task>
@@ -138,6 +143,7 @@ class JpegCutter::Work {
     std::size_t taken_ = 0;
     std::optional<JpegCutSchedule> schedule_;
     std::optional<JpegCoefficients> coefficients_;
+    std::optional<JpegMiniature> miniature_;
     std::vector<std::unique_ptr<JpegPieceWriter>> writers_; // one a worker
     std::vector<std::thread> threads_;
 };
@@ -170,14 +176,15 @@ void JpegCutter::Work::start(const std::vector<PixelRectangle>& wanted, int work
         pieces_.push_back(withContext(grid_, rectangle));
         rows.push_back(mcuRowsOf(grid_, pieces_.back()));
     }
-    if (pieces_.empty()) {
+    if (pieces_.empty() && !miniature_) {
         return;
     }
     workers = coresOr(workers);
     const Shape strips = shape(workers);
     rowsPerStrip_ = strips.rowsPerStrip;
     try {
-        schedule_.emplace(rows, strips.rowsPerStrip, strips.stripsKept);
+        schedule_.emplace(rows, strips.rowsPerStrip, strips.stripsKept,
+                          miniature_ ? miniature_->rowsNeeded() : 0);
         writers_.resize(static_cast<std::size_t>(workers));
         if (facts_.streams) {
             makeWriters();
@@ -211,20 +218,35 @@ void JpegCutter::Work::startThreads(int workers) {
 }
 
 void JpegCutter::Work::read() {
-    if (!facts_.streams) {
-        if (coefficients_->read([this](int) { return !schedule_->stopped(); })) {
-            makeWriters(); // tables may change from scan to scan
-            schedule_->endReading();
-        }
-        return;
+    if (facts_.streams) {
+        readStrips();
+    } else {
+        readWhole();
     }
+}
+
+void JpegCutter::Work::readStrips() {
     coefficients_->read([this](int rows) {
+        if (miniature_ && rows > 0 && rows <= miniature_->rowsNeeded()) {
+            miniature_->add(*coefficients_, rows - 1); // the last one that has come
+        }
         if (rows >= schedule_->rowsNeeded()) {
             schedule_->endReading();
             return false;
         }
         return rows % rowsPerStrip_ != 0 || schedule_->beginStrip(rows / rowsPerStrip_);
     });
+}
+
+void JpegCutter::Work::readWhole() {
+    if (!coefficients_->read([this](int) { return !schedule_->stopped(); })) {
+        return;
+    }
+    makeWriters(); // tables may change from scan to scan
+    for (int row = 0; miniature_ && row < miniature_->rowsNeeded(); ++row) {
+        miniature_->add(*coefficients_, row);
+    }
+    schedule_->endReading();
 }
 
 void JpegCutter::Work::code(const std::unique_ptr<JpegPieceWriter>& writer) {
@@ -252,6 +274,18 @@ JpegPiece JpegCutter::Work::next() {
     }
 }
 
+bool JpegCutter::Work::wantSmall(const PixelRectangle& area, const SmallSize& size) {
+    if (!JpegMiniature::serves(file_.state(), area, size)) {
+        return false;
+    }
+    miniature_.emplace(file_.state(), area, size);
+    return true;
+}
+
+std::optional<Image> JpegCutter::Work::small(std::chrono::milliseconds time) {
+    return schedule_->waitRead(time) ? std::optional(miniature_->picture()) : std::nullopt;
+}
+
 JpegCutter::JpegCutter(std::unique_ptr<ByteSource> photo)
     : work_(std::make_unique<Work>(std::move(photo))) {}
 
@@ -269,6 +303,10 @@ PixelRectangle JpegCutter::pieceFor(const PixelRectangle& wanted) const {
     return withContext(work_->grid(), wanted);
 }
 
+bool JpegCutter::wantSmall(const PixelRectangle& area, const SmallSize& size) {
+    return work_->wantSmall(area, size);
+}
+
 void JpegCutter::start(const std::vector<PixelRectangle>& wanted, int workers) {
     work_->start(wanted, workers);
 }
@@ -279,6 +317,10 @@ bool JpegCutter::waitReady(std::chrono::milliseconds time) {
 
 JpegPiece JpegCutter::next() {
     return work_->next();
+}
+
+std::optional<Image> JpegCutter::small(std::chrono::milliseconds time) {
+    return work_->small(time);
 }
 
 } // namespace veldara

@@ -22,11 +22,13 @@
 #include "platform/image/image.h"
 #include "platform/image/picture_decoder.h"
 #include "sheets/jpeg_geometry.h"
+#include "sheets/small_photo.h"
 
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace veldara {
@@ -87,6 +89,11 @@ class JpegCutter {
     // Where the piece for a wanted rectangle lies in the stored photo.
     PixelRectangle pieceFor(const PixelRectangle& wanted) const;
 
+    // Asks for a small picture of an area of the stored photo, made of the coefficients that the
+    // pieces are cut from. False where they do not serve for it (see JpegMiniature). To be called
+    // before start().
+    bool wantSmall(const PixelRectangle& area, const SmallSize& size);
+
     // Starts to cut these rectangles of the stored photo, on one thread that decodes and `workers`
     // threads that encode (0: as many as the machine has cores). The pieces are the same bytes with
     // any number. To be called once. Throws Error when a rectangle is empty or not in the photo, or
@@ -100,6 +107,10 @@ class JpegCutter {
     // photo turns out to be damaged or cannot be read, however much of it was cut before; then what
     // was made of the pieces so far is worth nothing.
     JpegPiece next();
+
+    // Once all pieces were taken: waits at most that long, and gives the small picture that was
+    // asked for when it is there. Throws Error as next() does.
+    std::optional<Image> small(std::chrono::milliseconds time);
 
   private:
     class Work;

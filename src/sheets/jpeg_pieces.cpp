@@ -47,6 +47,19 @@ class JpegPieces : public PieceSource {
         return std::move(piece.bytes);
     }
 
+    bool wantSmall(const PixelRectangle& area, const SmallSize& size) override {
+        return cutter_->wantSmall(area, size);
+    }
+
+    Image small(const std::function<void()>& stopped) override {
+        std::optional<Image> picture;
+        while (!picture) {
+            stopped();
+            attempt([&] { picture = cutter_->small(std::chrono::milliseconds(50)); });
+        }
+        return std::move(*picture);
+    }
+
   private:
     template <class Work>
     void attempt(Work&& work) {

@@ -25,7 +25,7 @@ struct PdfParts {
     // The stream of that page's piece; called once for each page of `order`, in that order.
     std::function<std::vector<std::uint8_t>(std::size_t page)> piece;
 
-    // The guide's small picture of an area of the upright photo, a JPEG; called after all pieces.
+    // The guide's small picture of an area of the photo, a JPEG; called after all pieces.
     std::function<std::vector<std::uint8_t>()> small;
     PhotoFrame smallFrame;
     PixelRectangle smallArea;

@@ -5,6 +5,7 @@
 #include "platform/image/image.h"
 #include "platform/image/picture_decoder.h"
 #include "sheets/jpeg_geometry.h"
+#include "sheets/small_photo.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -47,6 +48,12 @@ class PieceSource {
     // The stored pixels that the piece for these wanted ones holds.
     virtual PixelRectangle pieceFor(const PixelRectangle& wanted) const = 0;
 
+    // Asks for a small picture of an area of the stored photo, which comes along with the pieces.
+    // False where that would take another pass over the photo. To be called before start().
+    virtual bool wantSmall(const PixelRectangle& /*area*/, const SmallSize& /*size*/) {
+        return false;
+    }
+
     // Starts to make the pieces, which lie in rows of about `across`. To be called once. Throws
     // Error.
     virtual void start(std::vector<PixelRectangle> wanted, int across) = 0;
@@ -54,6 +61,9 @@ class PieceSource {
     // The next piece's stream, in the order of start(). `stopped` is asked while it waits, and
     // throws when the run is to end. Throws Error.
     virtual std::vector<std::uint8_t> next(const std::function<void()>& stopped) = 0;
+
+    // After the last piece: the small picture, if wantSmall() promised it. As next() otherwise.
+    virtual Image small(const std::function<void()>& /*stopped*/) { return {}; }
 };
 
 // The source that suits the photo's file: JPEG pieces where the photo is a JPEG, else lossless

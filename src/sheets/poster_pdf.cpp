@@ -85,15 +85,23 @@ class Writing {
         }
     }
 
-    // The guide's picture is read upright, and shows the crop alone.
+    // The guide's picture shows the crop alone. It comes with the pieces where it can; else it is
+    // read from the photo once more, upright.
     void placeGuide() {
         const PieceFacts& facts = parts_.facts;
-        const PhotoFrame upright =
-            photoFrame(facts.width, facts.height, facts.orientation, Turn::none);
-        parts_.smallFrame =
-            photoFrame(upright.width, upright.height, Orientation::upright, poster_.rotation);
-        parts_.smallArea = storedPixels(parts_.smallFrame, wholeCrop(poster_.job));
-        const SmallSize size = smallSize(parts_.smallArea, guidePixels);
+        const TileRect crop = wholeCrop(poster_.job);
+        parts_.smallFrame = parts_.frame;
+        parts_.smallArea = storedPixels(parts_.smallFrame, crop);
+        SmallSize size = smallSize(parts_.smallArea, guidePixels);
+        smallComes_ = poster_.job.choices.guide && source_->wantSmall(parts_.smallArea, size);
+        if (!smallComes_) {
+            const PhotoFrame upright =
+                photoFrame(facts.width, facts.height, facts.orientation, Turn::none);
+            parts_.smallFrame =
+                photoFrame(upright.width, upright.height, Orientation::upright, poster_.rotation);
+            parts_.smallArea = storedPixels(parts_.smallFrame, crop);
+            size = smallSize(parts_.smallArea, guidePixels);
+        }
         parts_.smallWidth = size.width;
         parts_.smallHeight = size.height;
     }
@@ -108,7 +116,9 @@ class Writing {
     }
 
     std::vector<std::uint8_t> smallPicture() {
-        const Image small = smallPhoto(poster_.photo, parts_.smallArea, guidePixels, stopped_);
+        const Image small =
+            smallComes_ ? source_->small(stopped_)
+                        : smallPhoto(poster_.photo, parts_.smallArea, guidePixels, stopped_);
         return encodeImage(small.view(), TileFormat::jpeg, 0, {});
     }
 
@@ -118,6 +128,7 @@ class Writing {
     std::unique_ptr<PieceSource> source_;
     PdfParts parts_;
     std::vector<PixelRectangle> wanted_;
+    bool smallComes_ = false; // with the pieces
     std::size_t count_ = 0;
 };
 

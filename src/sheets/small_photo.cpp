@@ -1,17 +1,10 @@
 #include "sheets/small_photo.h"
 
-#include "platform/error.h"
 #include "platform/image/codec.h"
-#include "platform/image/colour.h"
-#include "platform/image/jpeg_file.h"
-#include "platform/text/path_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
-#include <optional>
-#include <utility>
 #include <vector>
 
 namespace veldara {
@@ -82,62 +75,6 @@ Image shrunk(int areaWidth, int areaHeight, const SmallSize& size,
     return result;
 }
 
-// How many times smaller the decoder can make a JPEG photo by itself (2, 4 or 8; 1: not at all) and
-// still give the small picture two pixels for one.
-int decoderScale(const PixelRectangle& area, const SmallSize& size) {
-    int scale = 1;
-    while (scale < 8 && std::min(area.width / size.width, area.height / size.height) >= 4 * scale) {
-        scale *= 2;
-    }
-    return scale;
-}
-
-// A JPEG photo that streams, decoded at a fraction of its size: most of the work falls away.
-// Nothing when the photo is of another kind.
-std::optional<Image> smallJpeg(ByteSource& source, const PixelRectangle& area,
-                               const SmallSize& size, const std::function<void()>& stopped) {
-    const int scale = decoderScale(area, size);
-    std::array<std::uint8_t, 2> start{};
-    if (scale == 1 || !source.readFully(0, start.data(), start.size()) || start[0] != 0xFF ||
-        start[1] != 0xD8) {
-        return std::nullopt;
-    }
-    JpegFile file(source);
-    jpeg_decompress_struct& state = file.state();
-    if (!file.hasOneScan() || state.num_components == 4 ||
-        file.exifFacts().orientation != Orientation::upright) {
-        return std::nullopt;
-    }
-    state.out_color_space = JCS_RGB;
-    state.scale_num = 1;
-    state.scale_denom = static_cast<unsigned>(scale);
-    file.errors().guard([&] { jpeg_start_decompress(&state); });
-    const int left = area.left / scale;
-    const int width = std::max(area.right() / scale - left, 1);
-    const int top = area.top / scale;
-    const int height = std::max(area.bottom() / scale - top, 1);
-    std::vector<JSAMPLE> line(channels * state.output_width);
-    const auto nextLine = [&] {
-        file.errors().guard([&] {
-            JSAMPROW row = line.data();
-            jpeg_read_scanlines(&state, &row, 1);
-        });
-    };
-    for (int y = 0; y < top; ++y) {
-        nextLine();
-    }
-    Image result = shrunk(width, height, size, stopped, [&](const MutablePixelView& rows) {
-        for (int y = 0; y < rows.height(); ++y) {
-            nextLine();
-            std::copy_n(line.begin() + static_cast<std::ptrdiff_t>(channels) * left,
-                        channels * static_cast<std::size_t>(width), rows.row(y));
-        }
-    });
-    result.colourProfile =
-        profileForRgbRows(file.profile(), state.jpeg_color_space == JCS_GRAYSCALE);
-    return result;
-}
-
 } // namespace
 
 SmallSize smallSize(const PixelRectangle& area, int longest) {
@@ -152,14 +89,6 @@ SmallSize smallSize(const PixelRectangle& area, int longest) {
 Image smallPhoto(const std::filesystem::path& photo, const PixelRectangle& area, int longest,
                  const std::function<void()>& stopped) {
     const SmallSize size = smallSize(area, longest);
-    try {
-        const std::unique_ptr<ByteSource> source = openFileBytes(photo);
-        if (std::optional<Image> small = smallJpeg(*source, area, size, stopped)) {
-            return std::move(*small);
-        }
-    } catch (const Error& error) {
-        throw Error("Could not read \"" + pathText(photo) + "\": " + error.what() + ".");
-    }
     const std::unique_ptr<RowReader> reader = openRowReader(photo);
     reader->wantColumns(area.left, area.width);
     reader->skipRows(area.top);

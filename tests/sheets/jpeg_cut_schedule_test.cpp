@@ -111,6 +111,33 @@ TEST(JpegCutSchedule, WorkersWaitForTheTakerWhenTheyAreFarAhead) {
     EXPECT_LE(most, 20) << "the first, sixteen more, and the ones in hand";
 }
 
+TEST(JpegCutSchedule, ReadsAsFarAsIsWantedBeyondThePieces) {
+    JpegCutSchedule schedule({{0, 1}}, 2, 1, 5);
+    EXPECT_EQ(schedule.rowsNeeded(), 5);
+    ASSERT_TRUE(schedule.beginStrip(0));
+    std::thread reader([&] {
+        for (int strip = 1; strip < 3; ++strip) {
+            EXPECT_TRUE(schedule.beginStrip(strip));
+        }
+        schedule.endReading();
+    });
+    const std::optional<CutJob> job = schedule.takeJob();
+    ASSERT_TRUE(job);
+    EXPECT_FALSE(schedule.waitRead(0ms)) << "the ring is full until its piece is coded";
+    schedule.finishJob(*job, bytesOf(*job));
+    EXPECT_EQ(schedule.takePiece().size(), 3U);
+    while (!schedule.waitRead(1s)) {
+    }
+    reader.join();
+}
+
+TEST(JpegCutSchedule, WhoWaitsForReadingHearsOfAFailure) {
+    JpegCutSchedule schedule({{0, 4}}, 1, 1);
+    EXPECT_FALSE(schedule.waitRead(0ms));
+    schedule.fail(std::make_exception_ptr(Error("torn")));
+    EXPECT_THROW(schedule.waitRead(1s), Error);
+}
+
 TEST(JpegCutSchedule, AFailureEndsEveryWait) {
     JpegCutSchedule schedule({{0, 4}}, 1, 1);
     ASSERT_TRUE(schedule.beginStrip(0));

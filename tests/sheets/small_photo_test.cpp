@@ -82,9 +82,9 @@ TEST_F(SmallPhoto, OfEveryKindOfJpeg) {
     for (const JpegKind& kind : everyJpegKind()) {
         SCOPED_TRACE(kind.name);
         const Bytes file = makeJpeg(kind, slopes(410, 300));
-        expectMeans(file, {0, 0, 410, 300}, 20);   // eight times smaller by the decoder
-        expectMeans(file, {32, 17, 300, 250}, 50); // twice
-        expectMeans(file, {32, 17, 30, 25}, 20);   // not at all
+        expectMeans(file, {0, 0, 410, 300}, 20);
+        expectMeans(file, {32, 17, 300, 250}, 50);
+        expectMeans(file, {32, 17, 30, 25}, 20);
     }
 }
 
