@@ -5,6 +5,7 @@
 #include "sheets/pdf_font.h"
 
 #include <algorithm>
+#include <exception>
 #include <memory>
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
@@ -22,12 +23,27 @@ QPDFObjectHandle integer(long long value) {
     return QPDFObjectHandle::newInteger(value);
 }
 
+// What a function of the caller's threw, on its way through the library, which would put words of
+// its own before the text of every std::exception.
+struct Passing {
+    std::exception_ptr thrown;
+};
+
+template <class Call>
+auto passing(Call&& call) {
+    try {
+        return call();
+    } catch (const std::exception&) {
+        throw Passing{std::current_exception()};
+    }
+}
+
 // A stream whose bytes are made when the writer comes to it.
 class LateBytes : public QPDFObjectHandle::StreamDataProvider {
   public:
     explicit LateBytes(std::function<std::vector<std::uint8_t>()> make) : make_(std::move(make)) {}
     void provideStreamData(QPDFObjGen const& /*object*/, Pipeline* pipeline) override {
-        const std::vector<std::uint8_t> bytes = make_();
+        const std::vector<std::uint8_t> bytes = passing(make_);
         pipeline->write(bytes.data(), bytes.size());
         pipeline->finish();
     }
@@ -40,7 +56,9 @@ class OutputPipeline : public Pipeline {
   public:
     explicit OutputPipeline(const std::function<void(std::span<const std::uint8_t>)>& output)
         : Pipeline("document", nullptr), output_(output) {}
-    void write(unsigned char const* data, size_t count) override { output_({data, count}); }
+    void write(unsigned char const* data, size_t count) override {
+        passing([&] { output_({data, count}); });
+    }
     void finish() override {}
 
   private:
@@ -263,7 +281,11 @@ class Document {
 
 void writePdf(const PdfParts& parts,
               const std::function<void(std::span<const std::uint8_t>)>& output) {
-    Document(parts).write(output);
+    try {
+        Document(parts).write(output);
+    } catch (const Passing& passing) {
+        std::rethrow_exception(passing.thrown);
+    }
 }
 
 } // namespace veldara

@@ -269,9 +269,14 @@ TEST(PosterPdf, ADamagedPhotoLeavesNothing) {
     photo.resize(photo.size() / 2);
     const std::filesystem::path file = folder.file("photo.jpg");
     testing::writeFile(file, photo);
-    EXPECT_THROW(writePosterPdf(
-                     {file, Turn::none, job, folder.file("poster.pdf")}, [] {}, [](std::size_t) {}),
-                 Error);
+    try {
+        writePosterPdf(
+            {file, Turn::none, job, folder.file("poster.pdf")}, [] {}, [](std::size_t) {});
+        FAIL();
+    } catch (const Error& error) { // the reason alone, and not what a library makes of it
+        EXPECT_EQ(std::string(error.what()).find("Could not read \"" + file.string() + "\": "), 0U)
+            << error.what();
+    }
     EXPECT_EQ(folder.count(), 1U);
 }
 
