@@ -14,10 +14,10 @@ run_packages="cmake ninja-build g++ pkg-config ccache libjpeg-dev libtiff-dev zl
 quick_packages="$run_packages webp libheif-examples libavif-bin $heif_encoders git libgtest-dev libgmock-dev
   libxtst-dev python3 python3-pil xvfb xauth
   openbox xdotool imagemagick binutils file time locales strace clang-format
-  qpdf poppler-utils mupdf-tools ghostscript
+  qpdf poppler-utils mupdf-tools ghostscript libjpeg-turbo-progs
   dbus-daemon at-spi2-core python3-gi gir1.2-atspi-2.0"
 test_packages="$quick_packages clang libclang-rt-dev llvm g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
-  wine wine64 nasm meson dpkg-dev libjpeg-turbo-progs nsis zip unzip"
+  wine wine64 nasm meson dpkg-dev nsis zip unzip"
 package_packages="$run_packages g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 nasm meson dpkg-dev file nsis zip gzip"
 package_test_packages="$test_packages debootstrap"
 long_packages="$package_test_packages clang-tidy"
