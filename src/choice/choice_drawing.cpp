@@ -18,6 +18,7 @@ constexpr Colour grey{190, 190, 190};
 constexpr Colour red{255, 0, 0};
 constexpr Colour blue{38, 110, 190};
 constexpr Colour wall{238, 235, 228};
+constexpr Colour shadow{206, 202, 192};
 constexpr Colour floorColour{201, 183, 158};
 constexpr Colour person{96, 102, 112};
 constexpr Colour sofa{126, 139, 120};
@@ -91,13 +92,19 @@ void drawPerson(Image& image, double x, double ground, double height) {
     const double head = height * 0.065;
     fillRounded(image, x - head, ground - height, x + head, ground - height + 2.4 * head, head,
                 person);
-    const double shoulders = height * 0.125;
-    fillRounded(image, x - shoulders, ground - 0.86 * height, x + shoulders, ground - 0.45 * height,
-                shoulders * 0.7, person);
-    const double leg = height * 0.05;
+    const double neck = height * 0.028;
+    fill(image, x - neck, ground - 0.88 * height, x + neck, ground - 0.8 * height, person);
+    const double chest = height * 0.085;
+    fillRounded(image, x - chest, ground - 0.83 * height, x + chest, ground - 0.44 * height,
+                chest * 0.5, person);
+    const double arm = height * 0.025;
+    const double leg = height * 0.042;
     for (const double side : {-1.0, 1.0}) {
-        const double middle = x + side * 1.15 * leg;
-        fillRounded(image, middle - leg, ground - 0.5 * height, middle + leg, ground, leg * 0.6,
+        const double shoulder = x + side * (chest + arm * 0.7);
+        fillRounded(image, shoulder - arm, ground - 0.82 * height, shoulder + arm,
+                    ground - 0.42 * height, arm, person);
+        const double middle = x + side * (chest - leg);
+        fillRounded(image, middle - leg, ground - 0.52 * height, middle + leg, ground, leg * 0.5,
                     person);
     }
 }
@@ -145,15 +152,16 @@ Image drawSheets(const PixelView& thumbnail, const PosterLayout& layout) {
     dim(image, 0, bottom, image.width(), image.height());
     dim(image, 0, top, left, bottom);
     dim(image, right, top, image.width(), bottom);
+    const int line = 1 + image.width() / 200; // as wide on a screen of small pixels
     for (int i = 1; i < layout.tilesWide; ++i) {
         const int x = left + (right - left) * i / layout.tilesWide;
-        fill(image, x, top, x + 1, bottom, red);
+        fill(image, x, top, x + line, bottom, red);
     }
     for (int j = 1; j < layout.tilesHigh; ++j) {
         const int y = top + (bottom - top) * j / layout.tilesHigh;
-        fill(image, left, y, right, y + 1, red);
+        fill(image, left, y, right, y + line, red);
     }
-    frame(image, left, top, right, bottom, 1, red);
+    frame(image, left, top, right, bottom, line, red);
     return image;
 }
 
@@ -163,7 +171,7 @@ Image drawGallery(const std::vector<Image>& pictures, int chosen, int columns, i
     const int rows = std::max(1, (count + columns - 1) / columns);
     Image gallery =
         Image::filled(columns * cellWidth, rows * cellHeight, white.c0, white.c1, white.c2);
-    constexpr int numberSize = 11;
+    const int numberSize = std::max(9, cellHeight / 10);
     for (int i = 0; i < count; ++i) {
         const int left = i % columns * cellWidth;
         const int top = i / columns * cellHeight;
@@ -173,7 +181,8 @@ Image drawGallery(const std::vector<Image>& pictures, int chosen, int columns, i
         drawText(gallery.mutableView(), left + 5, top + 3, std::to_string(i + 1), numberSize,
                  person.c0, person.c1, person.c2, 100);
         if (i == chosen) {
-            frame(gallery, left, top, left + cellWidth, top + cellHeight, 2, blue);
+            frame(gallery, left, top, left + cellWidth, top + cellHeight, 1 + cellHeight / 80,
+                  blue);
         }
     }
     return gallery;
@@ -205,10 +214,14 @@ Image drawRoom(const PixelView& poster, double posterWidth, double posterHeight,
     const double column = std::max(posterWidth, sofaWidth) * scale;
     const int posterPixelsWide = std::max(1, static_cast<int>(std::lround(posterWidth * scale)));
     const int posterPixelsHigh = std::max(1, static_cast<int>(std::lround(posterHeight * scale)));
-    paste(
-        room, resampled(poster, posterPixelsWide, posterPixelsHigh).view(),
-        static_cast<int>(std::lround(left + (column - posterPixelsWide) / 2)),
-        static_cast<int>(std::lround(ground - (sofaHeight + gap / 2) * scale - posterPixelsHigh)));
+    const auto posterLeft = static_cast<int>(std::lround(left + (column - posterPixelsWide) / 2));
+    const auto posterTop =
+        static_cast<int>(std::lround(ground - (sofaHeight + gap / 2) * scale - posterPixelsHigh));
+    fill(room, posterLeft + oversampling, posterTop + oversampling,
+         posterLeft + posterPixelsWide + oversampling, posterTop + posterPixelsHigh + oversampling,
+         shadow);
+    paste(room, resampled(poster, posterPixelsWide, posterPixelsHigh).view(), posterLeft,
+          posterTop);
     drawSofa(room, left + (column - sofaWidth * scale) / 2, ground, sofaWidth * scale, scale);
     drawPerson(room, left + column + gap * scale + personInches * 0.15 * scale, ground,
                personInches * scale);

@@ -87,6 +87,17 @@ std::string choiceLine(const PosterChoice& choice, const ChoiceLimits& limits,
            ", " + row[4] + " of the photo";
 }
 
+std::string choiceRow(const PosterChoice& choice, const ChoiceLimits& limits,
+                      const std::vector<ChoicePaper>& papers, Units units, NumberStyle style) {
+    const Row row = rowOf(choice, limits, papers, units, style);
+    const std::string sheets = papers.size() > 1
+                                   ? row[1] + ": " + std::to_string(choice.tilesWide) + " x " +
+                                         std::to_string(choice.tilesHigh) +
+                                         (choice.tilesTurned ? ", on their side" : "")
+                                   : row[0];
+    return sheets + ": " + row[2] + ", " + choice.quality + ", " + row[4] + " of the photo";
+}
+
 std::string choiceTable(const std::vector<PosterChoice>& choices, const ChoiceLimits& limits,
                         const std::vector<ChoicePaper>& papers, Units units, NumberStyle style) {
     std::vector<Row> rows{

@@ -36,6 +36,11 @@ std::string sheetsText(const PosterChoice& choice);
 std::string choiceLine(const PosterChoice& choice, const ChoiceLimits& limits,
                        const std::vector<ChoicePaper>& papers, Units units, NumberStyle style = {});
 
+// The same for a list in a window, shorter: "Letter: 3 x 2, on their side: 24 x 20 inches, Good, 91
+// % of the photo".
+std::string choiceRow(const PosterChoice& choice, const ChoiceLimits& limits,
+                      const std::vector<ChoicePaper>& papers, Units units, NumberStyle style = {});
+
 // The choices as a table with a heading, a line each.
 std::string choiceTable(const std::vector<PosterChoice>& choices, const ChoiceLimits& limits,
                         const std::vector<ChoicePaper>& papers, Units units,

@@ -33,6 +33,10 @@ void frmPosterSize::fillTexts() {
     opbWidth.setCaption("Width:");
     opbHeight.setCaption("Height:");
     opbQuality.setCaption("As large as it stays:");
+    txtWidth.setCaption("Width");
+    txtHeight.setCaption("Height");
+    cmbQuality.setCaption("Quality");
+    lstChoices.setCaption("Choices");
     txtWidth.setToolTip("Width of the poster on the wall; its height follows the photo");
     txtHeight.setToolTip("Height of the poster on the wall; its width follows the photo");
     cmbQuality.setToolTip("Quality that the poster must keep");
@@ -201,10 +205,13 @@ PosterWish frmPosterSize::wish() const {
 
 void frmPosterSize::update() {
     showUnits();
-    papers_ = opbAnyPaper.selected() ? offeredPapers(state_.papers, state_.units, state_.trims)
-                                     : std::vector<ChoicePaper>{offeredPaper(
-                                           state_.papers[static_cast<std::size_t>(state_.paper)],
-                                           state_.units, state_.trims)};
+    std::vector<PaperRecord> records = state_.papers;
+    if (!opbAnyPaper.selected()) {
+        records = {state_.papers[static_cast<std::size_t>(state_.paper)]};
+    } else if (state_.paper + 1 < static_cast<int>(records.size())) {
+        records.pop_back(); // the custom paper: a paper to be had only where it is the current one
+    }
+    papers_ = offeredPapers(records, state_.units, state_.trims);
     state_.limits.sheetsTurn = chkOnTheirSide.checked();
     choices_ = choosePoster(wish(), state_.limits, papers_, mostChoices);
     showChoices();
@@ -231,7 +238,7 @@ void frmPosterSize::showChoices() {
     for (const PosterChoice& choice : choices_.best) {
         lines.push_back(
             std::to_string(lines.size() + 1) + ".  " +
-            choiceLine(choice, state_.limits, papers_, state_.units, platform_.numberStyle));
+            choiceRow(choice, state_.limits, papers_, state_.units, platform_.numberStyle));
     }
     if (lines != lstChoices.items()) {
         lstChoices.setItems(std::move(lines));
@@ -249,12 +256,13 @@ const PosterChoice* frmPosterSize::chosen() const {
 void frmPosterSize::showResult() {
     const PosterChoice* choice = chosen();
     cmdOk.setEnabled(choice != nullptr);
-    lblResult.setCaption(choice == nullptr
-                             ? choiceProblemText(choices_, wish(), state_.limits, papers_,
-                                                 state_.units, platform_.numberStyle)
-                             : std::to_string(choice->sheets) +
-                                   (choice->sheets == 1 ? " sheet" : " sheets") + ", " +
-                                   shareText(choice->paperCutAway) + " of the paper is cut away");
+    lblResult.setCaption(
+        choice == nullptr
+            ? choiceProblemText(choices_, wish(), state_.limits, papers_, state_.units,
+                                platform_.numberStyle)
+            : std::to_string(choice->sheets) + (choice->sheets == 1 ? " sheet, " : " sheets, ") +
+                  resolutionText(choice->dotsPerInch, state_.units, platform_.numberStyle) + "; " +
+                  shareText(choice->paperCutAway) + " of the paper is cut away");
     drawPictures();
 }
 

@@ -1,5 +1,5 @@
-// The dialog that chooses the poster by its size: the wish and the sheets at the left, the choices
-// with their pictures at the right.
+// The dialog that chooses the poster by its size: the wish, the sheets and the poster on its wall
+// at the left, the choices with their pictures at the right.
 #include "choice/frmPosterSize.h"
 #include "gui/dialog_view.h"
 #include "gui/views.h"
@@ -10,10 +10,10 @@ namespace {
 
 constexpr int lengthWidth = 90;
 constexpr int listWidth = 560;
-constexpr int listHeight = 150;
-constexpr int galleryWidth = 400;
-constexpr int galleryHeight = 210;
-constexpr int roomWidth = 230;
+constexpr int listHeight = 160;
+constexpr int galleryHeight = 230;
+constexpr int roomWidth = 250;
+constexpr int roomHeight = 170;
 
 class PosterSizeView : public DialogView {
   public:
@@ -22,6 +22,7 @@ class PosterSizeView : public DialogView {
   private:
     wxSizer* makeWish();
     wxSizer* makePaper();
+    wxSizer* makeRoom();
     wxSizer* makeChoices();
     wxSizer* makeButtons();
     void addLength(wxFlexGridSizer& rows, wxWindow* box, OptionButton& option, char letter,
@@ -35,10 +36,11 @@ PosterSizeView::PosterSizeView(frmPosterSize& model, wxWindow* parent)
     const int gap = dialog()->FromDIP(spacing::group);
     auto* left = new wxBoxSizer(wxVERTICAL);
     left->Add(makeWish(), wxSizerFlags().Expand().Border(wxBOTTOM, gap));
-    left->Add(makePaper(), wxSizerFlags().Expand());
+    left->Add(makePaper(), wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+    left->Add(makeRoom(), wxSizerFlags(1).Expand());
 
     auto* columns = new wxBoxSizer(wxHORIZONTAL);
-    columns->Add(left, wxSizerFlags().Border(wxRIGHT, gap));
+    columns->Add(left, wxSizerFlags().Expand().Border(wxRIGHT, gap));
     columns->Add(makeChoices(), wxSizerFlags(1).Expand());
 
     auto* contents = new wxBoxSizer(wxVERTICAL);
@@ -85,6 +87,15 @@ wxSizer* PosterSizeView::makePaper() {
     return group.outer();
 }
 
+wxSizer* PosterSizeView::makeRoom() {
+    auto* row = new wxBoxSizer(wxVERTICAL);
+    row->Add(bind().picture(dialog(), model_.picRoom,
+                            dialog()->FromDIP(wxSize(roomWidth, roomHeight)),
+                            PictureBox::Keyboard::ignored, PictureBox::Ground::window),
+             wxSizerFlags(1).Expand());
+    return row;
+}
+
 wxSizer* PosterSizeView::makeChoices() {
     const GroupSizer group(bind().frame(dialog(), model_.fraChoices), wxVERTICAL);
     wxStaticBox* box = group.box();
@@ -92,16 +103,10 @@ wxSizer* PosterSizeView::makeChoices() {
     group.inner()->Add(
         bind().listBox(box, model_.lstChoices, dialog()->FromDIP(wxSize(listWidth, listHeight))),
         wxSizerFlags().Expand().Border(wxBOTTOM, row));
-    auto* pictures = new wxBoxSizer(wxHORIZONTAL);
-    pictures->Add(bind().picture(box, model_.picChoices,
-                                 dialog()->FromDIP(wxSize(galleryWidth, galleryHeight)),
-                                 PictureBox::Keyboard::ignored, PictureBox::Ground::window),
-                  wxSizerFlags(galleryWidth).Expand().Border(wxRIGHT, row));
-    pictures->Add(bind().picture(box, model_.picRoom,
-                                 dialog()->FromDIP(wxSize(roomWidth, galleryHeight)),
-                                 PictureBox::Keyboard::ignored, PictureBox::Ground::window),
-                  wxSizerFlags(roomWidth).Expand());
-    group.inner()->Add(pictures, wxSizerFlags(1).Expand().Border(wxBOTTOM, row));
+    group.inner()->Add(bind().picture(box, model_.picChoices,
+                                      dialog()->FromDIP(wxSize(listWidth, galleryHeight)),
+                                      PictureBox::Keyboard::ignored, PictureBox::Ground::window),
+                       wxSizerFlags(1).Expand().Border(wxBOTTOM, row));
     group.inner()->Add(bind().paragraph(box, model_.lblResult, listWidth, 2),
                        wxSizerFlags().Expand());
     return group.outer();

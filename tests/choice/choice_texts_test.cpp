@@ -65,6 +65,19 @@ TEST(ChoiceTexts, sayAChoiceInOneLine) {
     EXPECT_EQ(choiceLine(choices.best.front(), photo, two, Units::inches).substr(0, 8), "Letter: ");
 }
 
+TEST(ChoiceTexts, sayAChoiceShorterInAList) {
+    const std::vector<ChoicePaper> papers{{"Letter", 8.5, 11, 8, 10}};
+    PosterChoice choice = chosenFor(24, papers).best.front();
+    EXPECT_EQ(choiceRow(choice, photo, papers, Units::inches),
+              "3 x 2 sheets: 24 x 20 inches, Very Good, 80 % of the photo");
+    const std::vector<ChoicePaper> two{papers[0], papers[0]};
+    EXPECT_EQ(choiceRow(choice, photo, two, Units::inches),
+              "Letter: 3 x 2: 24 x 20 inches, Very Good, 80 % of the photo");
+    choice.tilesTurned = true;
+    EXPECT_EQ(choiceRow(choice, photo, two, Units::inches).substr(0, 29),
+              "Letter: 3 x 2, on their side:");
+}
+
 TEST(ChoiceTexts, lineUpInATable) {
     const auto papers = papersOf(Units::millimetres);
     const PosterChoices choices = chosenFor(40, papers);

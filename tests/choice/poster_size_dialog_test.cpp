@@ -2,6 +2,7 @@
 #include "choice/frmPosterSize.h"
 #include "support/test_platform.h"
 
+#include <algorithm>
 #include <tuple>
 #include <vector>
 
@@ -26,7 +27,8 @@ class PosterSizeDialog : public testing::Test {
     PosterSizeDialog() {
         owner.state.emplace();
         owner.state->limits = {6000, 4000};
-        owner.state->papers = {{"Letter", 8.5, 11, {}, {}}, {"Tabloid", 11, 17, {}, {}}};
+        owner.state->papers = {
+            {"Letter", 8.5, 11, {}, {}}, {"Tabloid", 11, 17, {}, {}}, {"Custom", 34, 22.7, {}, {}}};
         owner.state->width = 17;
         owner.state->height = 22;
         dialog.picChoices.setSize(400, 200); // cells of 100 x 100
@@ -101,7 +103,7 @@ TEST_F(PosterSizeDialog, keepsAQualityWord) {
     play([this] {
         dialog.cmbQuality.userSelect(1);
         EXPECT_TRUE(dialog.opbQuality.selected());
-        EXPECT_NE(dialog.lstChoices.items()[0].find("(Very Good)"), std::string::npos);
+        EXPECT_NE(dialog.lstChoices.items()[0].find(", Very Good, "), std::string::npos);
         dialog.opbWidth.userSelect();
         EXPECT_EQ(dialog.lstChoices.items()[0].find("1.  2 x 1"), 0U);
     });
@@ -118,6 +120,20 @@ TEST_F(PosterSizeDialog, offersAnyPaperWithItsIndex) {
     EXPECT_EQ(std::get<0>(owner.applied[0]), 1);
     EXPECT_EQ(std::get<1>(owner.applied[0]), 2); // 2 x 17 inches, on their side
     EXPECT_TRUE(std::get<3>(owner.applied[0]));
+}
+
+TEST_F(PosterSizeDialog, triesTheCustomPaperOnlyWhereItIsTheCurrentOne) {
+    const auto custom = [this] {
+        dialog.opbAnyPaper.userSelect();
+        const std::vector<std::string>& lines = dialog.lstChoices.items();
+        return std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+            return line.find("Custom") != std::string::npos;
+        });
+    };
+    owner.state->width = 34; // its own
+    play([&] { EXPECT_EQ(custom(), 0); });
+    owner.state->paper = 2;
+    play([&] { EXPECT_GT(custom(), 0); });
 }
 
 TEST_F(PosterSizeDialog, keepsSheetsUpright) {
@@ -142,7 +158,7 @@ TEST_F(PosterSizeDialog, saysWhyThereIsNoChoiceAndKeepsOkOff) {
         EXPECT_FALSE(dialog.cmdOk.enabled());
         dialog.txtWidth.userSetText("17");
         EXPECT_TRUE(dialog.cmdOk.enabled());
-        EXPECT_EQ(dialog.lblResult.caption(), "2 sheets, 0 % of the paper is cut away");
+        EXPECT_EQ(dialog.lblResult.caption(), "2 sheets, 352.9 dpi; 0 % of the paper is cut away");
     });
 }
 
