@@ -3,8 +3,9 @@
 #include "layout/preview_grid.h"
 #include "output/edge_compensation.h"
 #include "platform/image/codec.h"
-#include "platform/image/operations.h"
 #include "platform/image/picture_bytes.h"
+#include "platform/image/resample.h"
+#include "platform/image/turn.h"
 
 #include <algorithm>
 #include <chrono>

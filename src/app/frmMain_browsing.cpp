@@ -158,7 +158,7 @@ bool frmMain::goToFolder(const std::string& folder) {
 void frmMain::openPath(const std::string& path) {
     try {
         if (platform_.fileSystem.createOrSubstitute()->folderExists(path)) {
-            static_cast<void>(goToFolder(platform_.drives.wayTo(path).back()));
+            static_cast<void>(goToFolder(platform_.drives.foldersDownTo(path).back()));
         } else {
             openPhoto(path);
         }
@@ -179,7 +179,7 @@ void frmMain::openPhoto(const std::string& path) {
         return;
     }
     const int generation = work_.listGeneration();
-    if (!goToFolder(platform_.drives.wayTo(path.substr(0, lastSeparator + 1)).back())) {
+    if (!goToFolder(platform_.drives.foldersDownTo(path.substr(0, lastSeparator + 1)).back())) {
         return;
     }
     if (!isListedFile(name, cmbFileType.listIndex())) {

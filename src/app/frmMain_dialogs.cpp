@@ -1,6 +1,7 @@
 // How the main window opens its other windows and the help.
 #include "app/frmMain.h"
 #include "app/main_messages.h"
+#include "app/photo_turn.h"
 #include "layout/output_figures.h"
 #include "paper/paper_line.h"
 #include "platform/error.h"
@@ -89,16 +90,7 @@ std::filesystem::path frmMain::photoPath() const {
 }
 
 Turn frmMain::photoTurn() const {
-    switch (photo_.rotation) {
-    case 90:
-        return Turn::clockwise;
-    case 180:
-        return Turn::half;
-    case 270:
-        return Turn::counterClockwise;
-    default:
-        return Turn::none;
-    }
+    return turnOf(photo_.rotation);
 }
 
 std::string frmMain::storedChoice(const std::string& name) const {

@@ -9,7 +9,7 @@
 #include "controls/scoped_flag.h"
 #include "layout/preview_resize.h"
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/resample.h"
 #include "platform/text/path_text.h"
 
 #include <algorithm>
@@ -259,7 +259,7 @@ void frmMain::forgetPhoto() {
     preview_.image.reset();
     photo_.rotation = 0;
     picCur.setCaption(noPhotoCaption);
-    picCur.setMarks({});
+    picCur.setOverlay({});
 }
 
 // Whether the running work was overtaken: by a click on another file, or by the end.

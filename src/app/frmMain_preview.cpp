@@ -5,7 +5,7 @@
 #include "layout/full_preview.h"
 #include "layout/preview_grid.h"
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/resample.h"
 
 #include <exception>
 
@@ -33,7 +33,7 @@ void frmMain::ShowMainPreview() {
         picCur.setPixels(preview_.image);
         return;
     }
-    picCur.setMarks({});
+    picCur.setOverlay({});
     if (!hasValidTileSize()) {
         ShowTileSizeError();
         chkPreviewTiles.setChecked(false);
@@ -53,8 +53,8 @@ void frmMain::ShowMainPreview() {
         auto imgGrid = std::make_shared<Image>(Image::copyOf(preview_.image->view()));
         drawPreviewGrid(imgGrid->mutableView(), grid);
         picCur.setPixels(std::move(imgGrid));
-        picCur.setMarks(PictureMarks{grid.crop.left, grid.crop.top, grid.crop.right,
-                                     grid.crop.bottom, grid.columns, grid.rows});
+        picCur.setOverlay(PictureOverlay{grid.crop.left, grid.crop.top, grid.crop.right,
+                                         grid.crop.bottom, grid.columns, grid.rows});
         bPreviewOn = true;
     } catch (const std::exception&) {
         picCur.setPixels(preview_.image); // no memory for a second picture: better without the grid
@@ -65,14 +65,14 @@ void frmMain::ShowMainPreview() {
 void frmMain::markCrop() {
     std::vector<TileRect> tiles;
     if (!hasValidTileSize() || CalcTileCoord(tiles) < 1) {
-        picCur.setMarks({});
+        picCur.setOverlay({});
         return;
     }
     const PreviewCrop crop =
         previewGrid(tiles, GetNumTilesWide(), GetNumTilesHigh(), preview_.scale,
                     preview_.image->width(), preview_.image->height())
             .crop;
-    picCur.setMarks(PictureMarks{crop.left, crop.top, crop.right, crop.bottom, {}, {}});
+    picCur.setOverlay(PictureOverlay{crop.left, crop.top, crop.right, crop.bottom, {}, {}});
 }
 
 void frmMain::UpdatePlacementLabels() {

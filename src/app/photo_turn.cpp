@@ -1,6 +1,6 @@
 #include "app/photo_turn.h"
 
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 
 #include <array>
 #include <cstddef>
@@ -10,19 +10,6 @@ namespace veldara {
 namespace {
 
 constexpr std::array<int, 4> rotationAngles{0, 90, 270, 180}; // of the list's entries
-
-Turn turnOf(int degrees) {
-    switch (degrees) {
-    case 90:
-        return Turn::clockwise;
-    case 180:
-        return Turn::half;
-    case 270:
-        return Turn::counterClockwise;
-    default:
-        return Turn::none;
-    }
-}
 
 } // namespace
 
@@ -43,6 +30,19 @@ int rotationIndex(int angle) {
 int rotationDelta(int from, int to) {
     const int delta = to - from;
     return delta < 0 ? delta + 360 : delta;
+}
+
+Turn turnOf(int degrees) {
+    switch (degrees) {
+    case 90:
+        return Turn::clockwise;
+    case 180:
+        return Turn::half;
+    case 270:
+        return Turn::counterClockwise;
+    default:
+        return Turn::none;
+    }
 }
 
 Image turnedBy(const Image& photo, int degrees) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/image/image.h"
+#include "platform/image/turn.h"
 
 namespace veldara {
 
@@ -14,6 +15,9 @@ int rotationIndex(int angle);
 
 // By how much a photo that was turned by `from` is still to be turned, 0 to 270 degrees.
 int rotationDelta(int from, int to);
+
+// The turn clockwise by 0, 90, 180 or 270 degrees.
+Turn turnOf(int degrees);
 
 // The photo turned clockwise by 0, 90, 180 or 270 degrees, exactly, with its resolution and its
 // colour profile. Throws Error or std::bad_alloc when there is not enough memory.

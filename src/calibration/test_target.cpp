@@ -1,6 +1,6 @@
 #include "calibration/test_target.h"
 
-#include "platform/image/operations.h"
+#include "platform/image/text_drawing.h"
 #include "platform/image/tile_format.h"
 #include "platform/text/rounding.h"
 

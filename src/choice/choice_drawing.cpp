@@ -1,6 +1,7 @@
 #include "choice/choice_drawing.h"
 
-#include "platform/image/operations.h"
+#include "platform/image/resample.h"
+#include "platform/image/text_drawing.h"
 
 #include <algorithm>
 #include <cmath>

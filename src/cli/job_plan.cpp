@@ -48,7 +48,7 @@ PosterLayout photoAndGrid(const Options& options, const ImageHeader& header) {
     PosterLayout layout;
     layout.photoWidth = header.width;
     layout.photoHeight = header.height;
-    if (options.rotation == Turn::clockwise || options.rotation == Turn::counterClockwise) {
+    if (exchangesSides(options.rotation)) {
         std::swap(layout.photoWidth, layout.photoHeight);
     }
     layout.tilesWide = options.wide;

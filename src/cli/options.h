@@ -4,7 +4,7 @@
 #include "calibration/edge_profile.h"
 #include "paper/paper_catalogue.h"
 #include "platform/image/codec.h"
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 #include "platform/measures.h"
 #include "sheets/sheet_layout.h"
 

@@ -39,7 +39,7 @@ SizeChoices chooseBySize(const Options& options, const ImageHeader& header,
     }
     choices.limits.photoWidth = header.width;
     choices.limits.photoHeight = header.height;
-    if (options.rotation == Turn::clockwise || options.rotation == Turn::counterClockwise) {
+    if (exchangesSides(options.rotation)) {
         std::swap(choices.limits.photoWidth, choices.limits.photoHeight);
     }
     choices.limits.zoom = options.zoom;

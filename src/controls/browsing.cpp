@@ -50,7 +50,7 @@ void DriveList::userSelect(int index) {
 
 int FolderList::currentEntry() const {
     const auto below = std::find_if(entries_.begin(), entries_.end(),
-                                    [](const Entry& entry) { return !entry.onTheWay; });
+                                    [](const Entry& entry) { return !entry.isOpen; });
     return static_cast<int>(below - entries_.begin()) - 1;
 }
 
@@ -103,7 +103,7 @@ void FolderList::userOpen(int index) {
 std::vector<FolderList::Entry>
 FolderList::entriesOf(const std::string& path, const std::vector<std::string>& subfolders) const {
     std::vector<Entry> entries;
-    for (const std::string& folder : drives_.wayTo(path)) {
+    for (const std::string& folder : drives_.foldersDownTo(path)) {
         const int depth = static_cast<int>(entries.size());
         entries.push_back({nameOf(folder, drives_.separator()), folder, depth, true});
     }

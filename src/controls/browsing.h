@@ -43,8 +43,8 @@ class FolderList : public Control {
     struct Entry {
         std::string name;
         std::string path;
-        int depth = 0;         // levels below the drive's root, for indenting
-        bool onTheWay = false; // the current folder or one above it
+        int depth = 0;       // levels below the drive's root, for indenting
+        bool isOpen = false; // the current folder or one above it
         bool operator==(const Entry&) const = default;
     };
 

@@ -18,7 +18,7 @@ enum class Property {
     items,
     range,
     picture,
-    marks,
+    overlay,
     pointer,
     focus,
     refused // the user entered what the control does not take

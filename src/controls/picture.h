@@ -30,14 +30,14 @@ enum class Drawing {
 
 // What a view points out on the pixels without changing them: the part that counts, and lines
 // within it. In pixels of the picture; the right and the bottom edge belong to the part.
-struct PictureMarks {
+struct PictureOverlay {
     int left = 0;
     int top = 0;
     int right = 0;
     int bottom = 0;
     std::vector<int> columns;
     std::vector<int> rows;
-    bool operator==(const PictureMarks&) const = default;
+    bool operator==(const PictureOverlay&) const = default;
 };
 
 enum class MouseButton { left, middle, right };
@@ -57,9 +57,9 @@ class Picture : public Control {
     void setPixels(std::shared_ptr<const Image> pixels);
     void setDrawing(Drawing drawing);
 
-    const std::optional<PictureMarks>& marks() const { return marks_; }
-    void setMarks(const std::optional<PictureMarks>& marks) {
-        assign(marks_, marks, Property::marks);
+    const std::optional<PictureOverlay>& overlay() const { return overlay_; }
+    void setOverlay(const std::optional<PictureOverlay>& overlay) {
+        assign(overlay_, overlay, Property::overlay);
     }
 
     // The picture box's inner size in pixels of the screen, and its position in its window.
@@ -79,7 +79,7 @@ class Picture : public Control {
   private:
     std::shared_ptr<const Image> pixels_;
     Drawing drawing_ = Drawing::none;
-    std::optional<PictureMarks> marks_;
+    std::optional<PictureOverlay> overlay_;
     int width_ = 0;
     int height_ = 0;
     int left_ = 0;

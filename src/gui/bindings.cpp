@@ -15,7 +15,7 @@ namespace {
 
 constexpr Property allProperties[] = {
     Property::visible, Property::enabled, Property::caption, Property::toolTip, Property::items,
-    Property::range,   Property::value,   Property::picture, Property::marks,   Property::pointer};
+    Property::range,   Property::value,   Property::picture, Property::overlay, Property::pointer};
 
 wxStockCursor cursorOf(Pointer pointer) {
     switch (pointer) {
@@ -417,8 +417,8 @@ PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const wxSize& sm
     followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::picture) {
             showIn(*native, model);
-        } else if (property == Property::marks) {
-            native->showMarks(model.marks());
+        } else if (property == Property::overlay) {
+            native->showOverlay(model.overlay());
         } else if (property == Property::caption && !model.caption().empty()) {
             setAccessibleName(*native, nativeText(model.caption()));
             speakLater(*native, nativeText(model.caption()));

@@ -44,9 +44,9 @@ void FolderListBox::showRows() {
         const auto depth = std::min(static_cast<std::size_t>(entry.depth), parents.size() - 1);
         parents.resize(depth + 1);
         const wxString name = nativeText(entry.name);
-        rows_.push_back(entry.onTheWay ? AppendContainer(parents.back(), name, openIcon, openIcon)
-                                       : AppendItem(parents.back(), name, closedIcon));
-        if (entry.onTheWay) {
+        rows_.push_back(entry.isOpen ? AppendContainer(parents.back(), name, openIcon, openIcon)
+                                     : AppendItem(parents.back(), name, closedIcon));
+        if (entry.isOpen) {
             parents.push_back(rows_.back());
         }
     }

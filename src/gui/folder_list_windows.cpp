@@ -187,7 +187,7 @@ void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) 
         return;
     }
     const FolderList::Entry& folder = entries_[entry];
-    wxBitmap icon = (folder.onTheWay ? openFolder_ : closedFolder_).GetBitmapFor(this);
+    wxBitmap icon = (folder.isOpen ? openFolder_ : closedFolder_).GetBitmapFor(this);
     if (!IsEnabled()) {
         icon = icon.ConvertToDisabled();
     }

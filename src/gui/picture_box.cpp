@@ -90,8 +90,8 @@ void PictureBox::showDrawing(Drawing drawing) {
     Refresh();
 }
 
-void PictureBox::showMarks(const std::optional<PictureMarks>& marks) {
-    marks_ = marks;
+void PictureBox::showOverlay(const std::optional<PictureOverlay>& overlay) {
+    overlay_ = overlay;
     Refresh();
 }
 
@@ -265,8 +265,8 @@ void PictureBox::paint() {
     if (bitmap_.IsOk()) {
         const wxPoint origin = pictureOrigin();
         dc.DrawBitmap(bitmap_, wxRound(origin.x / scale()), wxRound(origin.y / scale()));
-        if (marks_) {
-            drawMarks(dc);
+        if (overlay_) {
+            drawOverlay(dc);
         }
     } else if (drawing_ != Drawing::none) {
         const wxBitmap picture = drawingForSize().GetBitmapFor(this);
@@ -281,11 +281,12 @@ void PictureBox::paint() {
 
 // Lines are drawn by the picture itself, one of its pixels wide; on a display with small pixels the
 // rest of their width is added here.
-void PictureBox::drawMarks(wxDC& dc) {
+void PictureBox::drawOverlay(wxDC& dc) {
     const wxPoint origin = pictureOrigin();
     const auto units = [this](int pixels) { return wxRound(pixels / scale()); };
-    const wxRect part(wxPoint(units(origin.x + marks_->left), units(origin.y + marks_->top)),
-                      wxPoint(units(origin.x + marks_->right), units(origin.y + marks_->bottom)));
+    const wxRect part(
+        wxPoint(units(origin.x + overlay_->left), units(origin.y + overlay_->top)),
+        wxPoint(units(origin.x + overlay_->right), units(origin.y + overlay_->bottom)));
     if (dimOutside_) {
         drawVeil(dc, part);
     }
@@ -296,12 +297,12 @@ void PictureBox::drawMarks(wxDC& dc) {
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(wxBrush(wxColour(255, 0, 0)));
     const int thick = std::max(1, units(width));
-    for (const int column : marks_->columns) {
+    for (const int column : overlay_->columns) {
         const int x = std::clamp(units(origin.x + column) - thick / 2, part.x,
                                  std::max(part.x, part.GetRight() + 1 - thick));
         dc.DrawRectangle(x, part.y, thick, part.height);
     }
-    for (const int row : marks_->rows) {
+    for (const int row : overlay_->rows) {
         const int y = std::clamp(units(origin.y + row) - thick / 2, part.y,
                                  std::max(part.y, part.GetBottom() + 1 - thick));
         dc.DrawRectangle(part.x, y, part.width, thick);

@@ -34,7 +34,7 @@ class PictureBox : public wxWindow {
     void showPointer(const wxCursor& cursor, bool fourWay);
     // What is drawn over the pixels: a veil over everything outside of the part that counts, and
     // more width for the lines in it where one pixel of the screen is hardly seen.
-    void showMarks(const std::optional<PictureMarks>& marks);
+    void showOverlay(const std::optional<PictureOverlay>& overlay);
     void dimOutside(bool dim);
 
     // The inner size in pixels of the screen (not the toolkit's units, which are larger on a
@@ -60,7 +60,7 @@ class PictureBox : public wxWindow {
     void paint();
     const wxBitmapBundle& drawingForSize();
     void drawFocus(wxDC& dc);
-    void drawMarks(wxDC& dc);
+    void drawOverlay(wxDC& dc);
     void drawVeil(wxDC& dc, const wxRect& part);
     void pointerDown(wxMouseEvent& event, MouseButton button);
     void returnToolTip();
@@ -74,7 +74,7 @@ class PictureBox : public wxWindow {
     std::shared_ptr<const Image> pixels_;
     wxBitmap bitmap_;
     Drawing drawing_ = Drawing::none;
-    std::optional<PictureMarks> marks_;
+    std::optional<PictureOverlay> overlay_;
     bool dimOutside_ = false;
     wxBitmapBundle drawingBundle_;
     int drawingSide_ = 0;

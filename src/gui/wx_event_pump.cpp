@@ -57,12 +57,12 @@ class BackgroundWork {
     std::thread thread_; // last: it uses the members above
 };
 
-class DepthMark {
+class ScopedDepth {
   public:
-    explicit DepthMark(int& depth) : depth_(depth) { ++depth_; }
-    ~DepthMark() { --depth_; }
-    DepthMark(const DepthMark&) = delete;
-    DepthMark& operator=(const DepthMark&) = delete;
+    explicit ScopedDepth(int& depth) : depth_(depth) { ++depth_; }
+    ~ScopedDepth() { --depth_; }
+    ScopedDepth(const ScopedDepth&) = delete;
+    ScopedDepth& operator=(const ScopedDepth&) = delete;
 
   private:
     int& depth_;
@@ -79,7 +79,7 @@ void WxEventPump::doEvents() {
 void WxEventPump::runWhileServing(const std::function<void()>& work) {
     BackgroundWork background(work);
     {
-        const DepthMark mark(depth_);
+        const ScopedDepth depth(depth_);
         while (!background.waitFor(servingInterval)) {
             serveOnce();
         }

@@ -1,7 +1,7 @@
 #include "output/edge_compensation.h"
 
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/resample.h"
 #include "platform/text/rounding.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "output/attempt.h"
 #include "output/edge_compensation.h"
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 #include "platform/text/rounding.h"
 
 #include <algorithm>

@@ -21,7 +21,7 @@ class Drives {
     // Names of the folders in a folder, sorted for a person. Throws Error when it cannot be read.
     virtual std::vector<std::string> subfolders(const std::string& folder) = 0;
     // The folders from the drive's root down to the folder itself, as full paths.
-    virtual std::vector<std::string> wayTo(const std::string& folder) = 0;
+    virtual std::vector<std::string> foldersDownTo(const std::string& folder) = 0;
     // Whether the folder lies on a drive of this machine that is always there: not on the network
     // and on no medium that can be removed. Asks no other machine.
     virtual bool isOnFixedDrive(const std::string&) { return true; }

@@ -9,7 +9,7 @@
 #include "controls/window.h"
 #include "output/frmMsg.h"
 #include "output/frmSimpleMsg.h"
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 #include "platform/platform.h"
 #include "sheets/sheet_layout.h"
 

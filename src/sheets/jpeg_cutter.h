@@ -37,7 +37,7 @@ enum class JpegColour { grey, yCbCr, rgb, cmyk, ycck };
 
 // What the header says of the photo, and so of its pieces.
 struct JpegFacts {
-    int width = 0; // as stored, before any turn by the orientation mark
+    int width = 0; // as stored, before any turn by the orientation tag
     int height = 0;
     int components = 0; // 1, 3 or 4 samples a pixel
     JpegColour colour = JpegColour::yCbCr;
@@ -97,7 +97,7 @@ class JpegCutter {
     // Starts to cut these rectangles of the stored photo, on one thread that decodes and `workers`
     // threads that encode (0: as many as the machine has cores). The pieces are the same bytes with
     // any number. To be called once. Throws Error when a rectangle is empty or not in the photo, or
-    // when threads cannot be had.
+    // when no thread can be started.
     void start(const std::vector<PixelRectangle>& wanted, int workers = 0);
 
     // Waits at most that long; true when next() will not wait.

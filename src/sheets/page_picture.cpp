@@ -1,7 +1,8 @@
 #include "sheets/page_picture.h"
 
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/text_drawing.h"
+#include "platform/image/turn.h"
 #include "sheets/page_font.h"
 #include "sheets/photo_frame.h"
 

@@ -1,11 +1,11 @@
 // Between the photo as its file stores it and the photo as the user sees it: the camera's
-// orientation mark and the user's quarter turns in one. Pieces are cut from the stored photo, and
+// orientation tag and the user's quarter turns in one. Pieces are cut from the stored photo, and
 // the page turns them.
 #pragma once
 
 #include "layout/tile_grid.h"
-#include "platform/image/operations.h"
 #include "platform/image/picture_decoder.h"
+#include "platform/image/turn.h"
 #include "sheets/jpeg_geometry.h"
 #include "sheets/sheet_page.h"
 
@@ -21,7 +21,7 @@ struct PhotoFrame {
     bool operator==(const PhotoFrame&) const = default;
 };
 
-// The frame of a photo stored with those sides: first the orientation mark, then the turn.
+// The frame of a photo stored with those sides: first the orientation tag, then the turn.
 PhotoFrame photoFrame(int storedWidth, int storedHeight, Orientation orientation, Turn turn);
 
 // A point of the stored photo in the photo as turned, in pixels.

@@ -2,7 +2,7 @@
 // pieces of the photo stream from its file into the document; memory holds about a row of sheets.
 #pragma once
 
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 #include "sheets/piece_source.h"
 #include "sheets/sheet_layout.h"
 

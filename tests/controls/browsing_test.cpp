@@ -167,7 +167,7 @@ TEST_P(Browsing, OpeningAFolderWithoutRightsEntersItAndShowsNothing) {
     list.userOpen(3);
     EXPECT_EQ(list.path(), lake);
     EXPECT_EQ(list.entries().back().path, lake);
-    EXPECT_TRUE(list.entries().back().onTheWay);
+    EXPECT_TRUE(list.entries().back().isOpen);
     EXPECT_EQ(watch.taken(), (Log{"items", "value", "change"}));
 }
 

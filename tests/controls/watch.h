@@ -26,8 +26,8 @@ inline std::string nameOf(Property property) {
         return "range";
     case Property::picture:
         return "picture";
-    case Property::marks:
-        return "marks";
+    case Property::overlay:
+        return "overlay";
     case Property::pointer:
         return "pointer";
     case Property::focus:

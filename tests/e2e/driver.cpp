@@ -64,7 +64,7 @@ void Driver::waitUntil(const std::string& what, const std::function<bool()>& tes
     const Clock::time_point end = Clock::now() + longestWait;
     while (!onWindowThread(test)) {
         if (Clock::now() > end) {
-            throw DriverError("Waited in vain until " + what + ".");
+            throw DriverError("Timed out waiting until " + what + ".");
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
@@ -310,7 +310,7 @@ void Driver::waitForDisplay(const std::string& what, const std::function<bool()>
     const Clock::time_point end = Clock::now() + longestWait;
     while (!test()) {
         if (Clock::now() > end) {
-            throw DriverError("Waited in vain until " + what + ".");
+            throw DriverError("Timed out waiting until " + what + ".");
         }
         pause(std::chrono::milliseconds(10));
     }

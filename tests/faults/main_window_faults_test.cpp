@@ -154,7 +154,7 @@ TEST_F(TheMainWindow, GoesRoundACircleOfLinksOnlyAsFarAsTheSystemDoes) {
     for (int round = 0; round < 60; ++round) {
         const auto& entries = window->Dir1.entries();
         const auto below = std::find_if(entries.begin(), entries.end(), [](const auto& entry) {
-            return entry.name == "self" && !entry.onTheWay;
+            return entry.name == "self" && !entry.isOpen;
         });
         if (below != entries.end()) {
             window->Dir1.userOpen(static_cast<int>(below - entries.begin()));

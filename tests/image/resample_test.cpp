@@ -1,6 +1,7 @@
 #include "image/files.h"
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/resample.h"
+#include "platform/image/turn.h"
 
 #include <array>
 #include <cmath>

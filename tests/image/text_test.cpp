@@ -1,6 +1,6 @@
 #include "image/files.h"
 #include "platform/error.h"
-#include "platform/image/operations.h"
+#include "platform/image/text_drawing.h"
 
 #include <algorithm>
 

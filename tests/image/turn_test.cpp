@@ -1,5 +1,5 @@
 #include "image/files.h"
-#include "platform/image/operations.h"
+#include "platform/image/turn.h"
 
 #include <cstring>
 

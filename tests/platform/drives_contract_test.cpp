@@ -79,7 +79,7 @@ TEST_F(TheDrives, SayWhyAFolderCannotBeRead) {
 
 TEST_F(TheDrives, KnowTheWayFromTheRootToAFolder) {
     const std::string end = fromItsRoot(folder.addFolder("a/b"));
-    const Names way = drives.wayTo(end);
+    const Names way = drives.foldersDownTo(end);
     ASSERT_GE(way.size(), 3U);
     EXPECT_EQ(way.front(), drives.rootOf(drives.driveOf(end)));
     EXPECT_EQ(way.back(), end);
@@ -91,11 +91,12 @@ TEST_F(TheDrives, KnowTheWayFromTheRootToAFolder) {
 
 TEST_F(TheDrives, KnowTheWayToARoot) {
     const std::string root = drives.rootOf(drives.driveOf(folder.text()));
-    EXPECT_EQ(drives.wayTo(root), Names{root});
+    EXPECT_EQ(drives.foldersDownTo(root), Names{root});
 }
 
 TEST_F(TheDrives, KnowTheWayToAFolderWithASeparatorBehindIt) {
-    EXPECT_EQ(drives.wayTo(folder.text() + drives.separator()), drives.wayTo(folder.text()));
+    EXPECT_EQ(drives.foldersDownTo(folder.text() + drives.separator()),
+              drives.foldersDownTo(folder.text()));
 }
 
 TEST_F(TheDrives, ReadACrowdedFolder) {

@@ -16,7 +16,7 @@ using Names = std::vector<std::string>;
 void expectOrder(const Names& names) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         for (std::size_t j = 0; j < names.size(); ++j) {
-            EXPECT_EQ(standsBefore(names[i], names[j]), i < j) << names[i] << " and " << names[j];
+            EXPECT_EQ(naturalLess(names[i], names[j]), i < j) << names[i] << " and " << names[j];
         }
     }
 }
@@ -40,25 +40,25 @@ TEST(TheOrderOfNames, TakesBothCasesAlikeUnlessAllElseIsAlike) {
 
 TEST(TheOrderOfNames, TakesBothCasesAlikeInOtherAlphabets) {
     // A, O and U with two dots; Greek alpha and beta; Cyrillic a, be and io; c and z with a hook.
-    EXPECT_TRUE(standsBefore("\xC3\x84z", "\xC3\xA4zz"));
-    EXPECT_TRUE(standsBefore("\xC3\xA4"
-                             "a",
-                             "\xC3\x84"
-                             "b"));
-    EXPECT_TRUE(standsBefore("\xCE\xB1", "\xCE\x92"));
-    EXPECT_TRUE(standsBefore("\xD0\xB0", "\xD0\x91"));
-    EXPECT_TRUE(standsBefore("\xD0\x81"
-                             "a",
-                             "\xD1\x91"
-                             "b"));
-    EXPECT_TRUE(standsBefore("\xC4\x8D"
-                             "a",
-                             "\xC4\x8C"
-                             "b"));
-    EXPECT_TRUE(standsBefore("\xC5\xBD"
-                             "a",
-                             "\xC5\xBE"
-                             "b"));
+    EXPECT_TRUE(naturalLess("\xC3\x84z", "\xC3\xA4zz"));
+    EXPECT_TRUE(naturalLess("\xC3\xA4"
+                            "a",
+                            "\xC3\x84"
+                            "b"));
+    EXPECT_TRUE(naturalLess("\xCE\xB1", "\xCE\x92"));
+    EXPECT_TRUE(naturalLess("\xD0\xB0", "\xD0\x91"));
+    EXPECT_TRUE(naturalLess("\xD0\x81"
+                            "a",
+                            "\xD1\x91"
+                            "b"));
+    EXPECT_TRUE(naturalLess("\xC4\x8D"
+                            "a",
+                            "\xC4\x8C"
+                            "b"));
+    EXPECT_TRUE(naturalLess("\xC5\xBD"
+                            "a",
+                            "\xC5\xBE"
+                            "b"));
 }
 
 TEST(TheOrderOfNames, PutsAShorterNameBeforeItsContinuation) {
@@ -84,10 +84,10 @@ TEST(TheOrderOfNames, IsOneOrderForRandomNames) {
         const std::string a = name();
         const std::string b = name();
         const std::string c = name();
-        EXPECT_FALSE(standsBefore(a, a));
-        EXPECT_TRUE(a == b || standsBefore(a, b) != standsBefore(b, a)) << a << "|" << b;
-        if (standsBefore(a, b) && standsBefore(b, c)) {
-            EXPECT_TRUE(standsBefore(a, c)) << a << "|" << b << "|" << c;
+        EXPECT_FALSE(naturalLess(a, a));
+        EXPECT_TRUE(a == b || naturalLess(a, b) != naturalLess(b, a)) << a << "|" << b;
+        if (naturalLess(a, b) && naturalLess(b, c)) {
+            EXPECT_TRUE(naturalLess(a, c)) << a << "|" << b << "|" << c;
         }
     }
 }

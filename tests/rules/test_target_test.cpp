@@ -1,5 +1,5 @@
 #include "calibration/test_target.h"
-#include "platform/image/operations.h"
+#include "platform/image/text_drawing.h"
 
 #include <algorithm>
 #include <array>

@@ -140,7 +140,7 @@ class DiskDrives : public Drives {
         std::sort(names.begin(), names.end());
         return names;
     }
-    std::vector<std::string> wayTo(const std::string& folder) override {
+    std::vector<std::string> foldersDownTo(const std::string& folder) override {
         std::vector<std::string> way;
         for (std::filesystem::path at = pathOf(folder);; at = at.parent_path()) {
             way.push_back(textOf(at));

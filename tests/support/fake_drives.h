@@ -58,7 +58,7 @@ class FakeDrives final : public Drives {
         return tree_.foldersIn(folder);
     }
 
-    std::vector<std::string> wayTo(const std::string& folder) override {
+    std::vector<std::string> foldersDownTo(const std::string& folder) override {
         std::vector<std::string> way;
         const std::string root = rootOf(driveOf(folder));
         for (std::string at = tree_.clean(folder); !at.empty(); at = tree_.parentOf(at)) {

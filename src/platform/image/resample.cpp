@@ -1,8 +1,9 @@
 // Resampling in two steps a direction: whole groups of pixels are averaged first, which costs
 // little and removes most of a large photo, until about twice the wanted size is left; a cubic
 // filter as wide as the remaining scale does the rest. Enlarging uses the cubic filter alone.
+#include "platform/image/resample.h"
+
 #include "platform/error.h"
-#include "platform/image/operations.h"
 #include "platform/image/parallel_rows.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #include "platform/image/turn.h"
 
-#include "platform/image/operations.h"
 #include "platform/image/parallel_rows.h"
 
 #include <algorithm>

@@ -40,7 +40,7 @@ class DiskObject : public FileSystemObject {
         if (code) {
             throw Error("The folder \"" + folder + "\" cannot be read: " + code.message() + ".");
         }
-        std::sort(names.begin(), names.end(), standsBefore);
+        std::sort(names.begin(), names.end(), naturalLess);
         return names;
     }
 

@@ -93,7 +93,7 @@ std::vector<std::string> userVolumes(std::string_view mountTable) {
             folders.push_back(folder);
         }
     }
-    std::sort(folders.begin(), folders.end(), standsBefore);
+    std::sort(folders.begin(), folders.end(), naturalLess);
     folders.erase(std::unique(folders.begin(), folders.end()), folders.end());
     return folders;
 }
@@ -143,11 +143,11 @@ std::vector<std::string> MountedDrives::subfolders(const std::string& folder) {
     if (code) {
         throw Error("The folder \"" + folder + "\" cannot be read: " + code.message() + ".");
     }
-    std::sort(names.begin(), names.end(), standsBefore);
+    std::sort(names.begin(), names.end(), naturalLess);
     return names;
 }
 
-std::vector<std::string> MountedDrives::wayTo(const std::string& folder) {
+std::vector<std::string> MountedDrives::foldersDownTo(const std::string& folder) {
     const std::string end = cleaned(folder);
     const std::string drive = driveOf(end);
     if (drive.empty()) {

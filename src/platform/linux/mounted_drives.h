@@ -22,7 +22,7 @@ class MountedDrives : public Drives {
     std::string driveOf(const std::string& path) override;
     std::string rootOf(const std::string& drive) override;
     std::vector<std::string> subfolders(const std::string& folder) override; // none hidden
-    std::vector<std::string> wayTo(const std::string& folder) override;
+    std::vector<std::string> foldersDownTo(const std::string& folder) override;
     char separator() const override { return '/'; }
 
   private:

@@ -75,7 +75,7 @@ int compareLoosely(std::string_view a, std::string_view b) {
 
 } // namespace
 
-bool standsBefore(std::string_view a, std::string_view b) {
+bool naturalLess(std::string_view a, std::string_view b) {
     const int order = compareLoosely(a, b);
     return order != 0 ? order < 0 : a < b;
 }

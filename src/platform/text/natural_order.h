@@ -6,9 +6,9 @@
 
 namespace veldara {
 
-// True when a stands before b. Total: two names that differ in any byte are never equal, so a
+// True when a comes before b. Total: two names that differ in any byte are never equal, so a
 // sorted list is the same whatever order it came in. Takes any bytes; those that are no UTF-8 count
 // as they are. Letters of the Latin, Greek and Cyrillic alphabets are compared without their case.
-bool standsBefore(std::string_view a, std::string_view b);
+bool naturalLess(std::string_view a, std::string_view b);
 
 } // namespace veldara

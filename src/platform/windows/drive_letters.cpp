@@ -108,11 +108,11 @@ std::vector<std::string> DriveLetters::subfolders(const std::string& folder) {
     if (code != ERROR_NO_MORE_FILES) {
         failReading(folder, code);
     }
-    std::sort(names.begin(), names.end(), standsBefore);
+    std::sort(names.begin(), names.end(), naturalLess);
     return names;
 }
 
-std::vector<std::string> DriveLetters::wayTo(const std::string& folder) {
+std::vector<std::string> DriveLetters::foldersDownTo(const std::string& folder) {
     const std::string drive = driveOf(folder);
     if (drive.empty()) {
         return {folder};

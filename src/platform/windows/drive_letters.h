@@ -12,7 +12,7 @@ class DriveLetters : public Drives {
     std::string rootOf(const std::string& drive) override;
     // Without the hidden ones and those of the system, which a folder list does not show.
     std::vector<std::string> subfolders(const std::string& folder) override;
-    std::vector<std::string> wayTo(const std::string& folder) override;
+    std::vector<std::string> foldersDownTo(const std::string& folder) override;
     bool isOnFixedDrive(const std::string& folder) override;
     bool answersSoon(const std::string& folder) override;
     char separator() const override { return '\\'; }

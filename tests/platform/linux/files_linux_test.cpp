@@ -35,7 +35,8 @@ TEST_F(Folders, GiveNamesThatAreNoTextByteForByte) {
     EXPECT_EQ(drives.subfolders(folder.text()), Names{below});
     EXPECT_TRUE(object->fileExists(folder.text() + "/" + name));
     EXPECT_EQ(object->files(folder.text() + "/" + below), Names{"x.jpg"});
-    EXPECT_EQ(drives.wayTo(folder.text() + "/" + below).back(), folder.text() + "/" + below);
+    EXPECT_EQ(drives.foldersDownTo(folder.text() + "/" + below).back(),
+              folder.text() + "/" + below);
 }
 
 TEST_F(Folders, ListFilesAsAPersonSortsThem) {

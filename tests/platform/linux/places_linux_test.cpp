@@ -71,14 +71,14 @@ TEST_F(DrivesOfATable, AreFoundByTheLongestFolderThatAPathLiesBelow) {
 }
 
 TEST_F(DrivesOfATable, AreTheTopOfTheWayToAFolder) {
-    EXPECT_EQ(drives.wayTo("/"), Names{"/"});
-    EXPECT_EQ(drives.wayTo("/a"), (Names{"/", "/a"}));
-    EXPECT_EQ(drives.wayTo("/home/me"), (Names{"/", "/home", "/home/me"}));
-    EXPECT_EQ(drives.wayTo("/media/stick/a/b/"),
+    EXPECT_EQ(drives.foldersDownTo("/"), Names{"/"});
+    EXPECT_EQ(drives.foldersDownTo("/a"), (Names{"/", "/a"}));
+    EXPECT_EQ(drives.foldersDownTo("/home/me"), (Names{"/", "/home", "/home/me"}));
+    EXPECT_EQ(drives.foldersDownTo("/media/stick/a/b/"),
               (Names{"/media/stick", "/media/stick/a", "/media/stick/a/b"}));
-    EXPECT_EQ(drives.wayTo("/media/stick/inner"), Names{"/media/stick/inner"});
-    EXPECT_EQ(drives.wayTo("/a//b/./c/.."), (Names{"/", "/a", "/a/b"}));
-    EXPECT_EQ(drives.wayTo("relative"), Names{"relative"});
+    EXPECT_EQ(drives.foldersDownTo("/media/stick/inner"), Names{"/media/stick/inner"});
+    EXPECT_EQ(drives.foldersDownTo("/a//b/./c/.."), (Names{"/", "/a", "/a/b"}));
+    EXPECT_EQ(drives.foldersDownTo("relative"), Names{"relative"});
 }
 
 TEST_F(DrivesOfATable, AreTheirOwnRoot) {

@@ -1,8 +1,9 @@
 // Lines of text in the built-in font. Unhinted outlines, so that the pixels depend on nothing but
 // the text and the size.
+#include "platform/image/text_drawing.h"
+
 #include "platform/error.h"
 #include "platform/image/built_in_font.h"
-#include "platform/image/operations.h"
 #include "platform/text/characters.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What is done to pixels: quarter turns, resampling, text.
+// Lines of text drawn into pixels with the built-in font.
 #pragma once
 
 #include "platform/image/image.h"
@@ -6,14 +6,6 @@
 #include <string>
 
 namespace veldara {
-
-enum class Turn { none, clockwise, half, counterClockwise };
-
-// The picture turned, exactly: no pixel is changed. Carries no resolution and no profile.
-Image turned(const PixelView& pixels, Turn turn);
-
-// The picture resampled to another size with an area/cubic filter, spread over the cores.
-Image resampled(const PixelView& pixels, int width, int height);
 
 struct TextSize {
     int width = 0; // pixels
