@@ -13,7 +13,7 @@ run_packages="cmake ninja-build g++ pkg-config ccache libjpeg-dev libtiff-dev zl
   libgnutls28-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-common fonts-dejavu-core fp-utils"
 quick_packages="$run_packages webp libheif-examples libavif-bin $heif_encoders git libgtest-dev libgmock-dev
   libxtst-dev python3 python3-pil xvfb xauth
-  openbox xdotool imagemagick binutils file time locales strace clang-format
+  openbox weston xdotool imagemagick binutils file time locales strace clang-format
   qpdf poppler-utils mupdf-tools ghostscript libjpeg-turbo-progs
   dbus-daemon at-spi2-core python3-gi gir1.2-atspi-2.0"
 test_packages="$quick_packages clang libclang-rt-dev llvm g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64

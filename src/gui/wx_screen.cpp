@@ -1,5 +1,7 @@
 #include "gui/wx_screen.h"
 
+#include "gui/first_show.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -32,6 +34,7 @@ std::shared_ptr<View> WxScreen::bringUp(Window& window, bool modal) {
     }
     std::shared_ptr<View> view = kind.make(window, parent);
     view->onClose = [this, &window] { pump_.afterWork([&window] { window.userClose(); }); };
+    prepareFirstShow(view->native());
     shown_.push_back({&window, &kind, view, modal});
     if (kind.blocksParent && parent != nullptr) {
         parent->Disable();

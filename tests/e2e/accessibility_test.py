@@ -67,6 +67,7 @@ WINDOWS = [
         ("slider", "Zoom"),
         ("image", "Move the tiles over the photo"),
         ("push button", "Save Poster Tile Images"),
+        ("push button", "Print or PDF..."),
         ("push button", "Exit"),
     ]),
     Window("Determine Tile Print Size", "alt+e", close="Escape", controls=[
@@ -162,7 +163,7 @@ def wait_for(what, test):
     found = comes_true(test)
     if found:
         return found
-    raise SystemExit(f"accessibility: waited in vain until {what}")
+    raise SystemExit(f"accessibility: timed out waiting until {what}")
 
 
 def children(node):
