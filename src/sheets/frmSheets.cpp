@@ -285,12 +285,14 @@ void frmSheets::cmdSavePdf_Click() {
     storeChoices();
     writing_ = true;
     setControlsEnabled(false);
-    writeDocument(textPath(chosen));
+    const std::function<void()> tell = writeDocument(textPath(chosen));
     writing_ = false;
     setControlsEnabled(true);
+    cmdSavePdf.setFocus(); // which it lost when it was switched off
+    tell();
 }
 
-void frmSheets::writeDocument(const std::filesystem::path& file) {
+std::function<void()> frmSheets::writeDocument(const std::filesystem::path& file) {
     try {
         PdfRun run({owner_.photoPath(), owner_.photoTurn(), *chosen_, file});
         const std::string sheets = std::to_string(run.sheets());
@@ -313,17 +315,17 @@ void frmSheets::writeDocument(const std::filesystem::path& file) {
         }
         const std::string notice = run.result();
         progress_.unload();
-        result_.ShowDocumentOkMsg(pathText(file), notice);
+        return [this, file, notice] { result_.ShowDocumentOkMsg(pathText(file), notice); };
     } catch (const PdfCanceled&) {
-        endRun(canceledMessage());
+        return endRun(canceledMessage());
     } catch (const std::exception& error) {
-        endRun(problem(error.what()));
+        return endRun(problem(error.what()));
     }
 }
 
-void frmSheets::endRun(const Message& message) {
+std::function<void()> frmSheets::endRun(const Message& message) {
     progress_.unload();
-    platform_.dialogs.showMessage(message);
+    return [this, message] { platform_.dialogs.showMessage(message); };
 }
 
 } // namespace veldara

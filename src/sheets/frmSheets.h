@@ -90,8 +90,9 @@ class frmSheets : public Window {
     int shownSheet() const; // 0: the guide
     void setControlsEnabled(bool enabled);
     void cmdSavePdf_Click();
-    void writeDocument(const std::filesystem::path& file);
-    void endRun(const Message& message);
+    // Returns what tells the person how it ended, to be called when the window is in order again.
+    std::function<void()> writeDocument(const std::filesystem::path& file);
+    std::function<void()> endRun(const Message& message);
 
     Platform& platform_;
     SheetsOwner& owner_;
