@@ -1,7 +1,9 @@
 // Sheets for printing: the page at the left, the poster beside it, the choices
 // at the right.
+#include "gui/accessibility.h"
 #include "gui/dialog_view.h"
 #include "gui/layout.h"
+#include "gui/native_text.h"
 #include "gui/views.h"
 #include "sheets/frmSheets.h"
 
@@ -55,6 +57,8 @@ wxSizer* SheetsView::makeSheet() {
     wxStaticText* label = bind().labelForNext(dialog(), model_.lblShown, 'P');
     wxChoice* shown = bind().choice(dialog(), model_.cmbShown);
     wxButton* next = bind().button(dialog(), model_.cmdNext, '>');
+    setAccessibleName(*previous, nativeText(model_.cmdPrevious.toolTip()));
+    setAccessibleName(*next, nativeText(model_.cmdNext.toolTip()));
     const wxSize narrow(dialog()->FromDIP(36), -1);
     previous->SetMinSize(narrow);
     next->SetMinSize(narrow);
