@@ -10,7 +10,8 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 program=$(realpath "${1:-$root/build/bin/veldara}")
 shots="$root/docs/screenshots"
 # Windows that the manual shows too; their words are in English whatever the user's language.
-manual=(main_window.png paper_dialog.png calibration_dialog.png preview.jpg save_dialog.png result.png)
+manual=(main_window.png paper_dialog.png calibration_dialog.png preview.jpg save_dialog.png result.png
+  poster_size.png sheets.png)
 export LC_ALL=C.UTF-8 GTK_THEME=Adwaita NO_AT_BRIDGE=1
 
 # Always the same folder, since its name is in the pictures.
@@ -134,6 +135,19 @@ shoot 'Edge Calibration' calibration_dialog.png
 leave alt+c
 press alt+p
 shoot 'Poster Preview' preview.jpg
+leave Escape
+press alt+t p
+xdotool windowactivate --sync "$(window 'Choose by Poster Size')"
+press Tab
+xdotool type 40
+shoot 'Choose by Poster Size' poster_size.png
+leave Escape
+press ctrl+shift+s
+xdotool windowactivate --sync "$(window 'Sheets for Printing')"
+press alt+o
+xdotool type 0.25
+press alt+greater
+shoot 'Sheets for Printing' sheets.png
 leave Escape
 press alt+h a
 shoot 'Veldara' about.png

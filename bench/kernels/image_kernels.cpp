@@ -1,7 +1,10 @@
 // What is done to a photo's pixels, one kernel at a time, in bytes of RGB pixels per second, and as
 // a share of what memcpy does with the same photo on the same machine.
+#include "choice/choice_texts.h"
+#include "layout/poster_choice.h"
 #include "layout/preview_grid.h"
 #include "output/edge_compensation.h"
+#include "paper/paper_catalogue.h"
 #include "platform/image/codec.h"
 #include "platform/image/picture_bytes.h"
 #include "platform/image/resample.h"
@@ -13,6 +16,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <random>
 #include <vector>
 
@@ -295,6 +299,27 @@ void encodeTiffByLibtiff(benchmark::State& state) {
 BENCHMARK(encodeTiffByLibtiff)
     ->UseRealTime()
     ->MeasureProcessCPUTime()
+    ->Unit(benchmark::kMillisecond);
+
+// Every count of tiles on every paper of the units, upright and on its side.
+void choosePosterBySize(benchmark::State& state) {
+    const Units units = state.range(0) == 0 ? Units::inches : Units::millimetres;
+    const std::vector<ChoicePaper> papers =
+        offeredPapers(buildPaperTables().catalogue(units), units, std::nullopt);
+    ChoiceLimits limits;
+    limits.photoWidth = photoWidth;
+    limits.photoHeight = photoHeight;
+    PosterWish wish;
+    wish.width = 39.37;
+    for (auto step : state) {
+        benchmark::DoNotOptimize(choosePoster(wish, limits, papers));
+    }
+    state.counters["papers"] = static_cast<double>(papers.size());
+}
+BENCHMARK(choosePosterBySize)
+    ->ArgName("millimetres")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond);
 
 } // namespace
