@@ -1,5 +1,6 @@
 // The window "Sheets for Printing": what it shows, what it takes, and the
 // document it writes.
+#include "output/save_messages.h"
 #include "platform/error.h"
 #include "platform/files/whole_file.h"
 #include "platform/image/codec.h"
@@ -8,8 +9,10 @@
 #include "support/temp_folder.h"
 #include "support/test_platform.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -224,6 +227,37 @@ TEST_F(SheetsDocumentTest, SaysWhyThereIsNone) {
     EXPECT_FALSE(std::filesystem::exists(document));
     EXPECT_FALSE(progress.visible());
     EXPECT_TRUE(window.cmdSavePdf.enabled());
+}
+
+TEST_F(SheetsDocumentTest, CancelLeavesNothing) {
+    // Noise in LZW, whose decoding alone takes longer than it takes to hear of the button.
+    constexpr int side = 3000;
+    Image photo(side, side);
+    std::mt19937 random(1);
+    for (int y = 0; y < side; ++y) {
+        std::generate_n(photo.row(y), 3 * side,
+                        [&] { return static_cast<std::uint8_t>(random() >> 24); });
+    }
+    owner.photo = folder.path() / "lake.tif";
+    writeWholeFile(owner.photo, encodeImage(photo.view(), TileFormat::tiff, 100, {}));
+    owner.job->layout.photoWidth = owner.job->layout.photoHeight = side;
+    open();
+    std::string counted;
+    fakes.eventPump.whileServing = [&] {
+        counted = progress.lblMsg.caption();
+        EXPECT_TRUE(progress.cmdCancel.visible());
+        EXPECT_FALSE(window.cmdClose.enabled());
+        progress.cmdCancel.userClick();
+    };
+    window.cmdSavePdf.userClick();
+    EXPECT_EQ(counted.substr(0, 14), "Writing sheet ");
+    ASSERT_EQ(fakes.dialogs.messages.size(), 1U);
+    EXPECT_EQ(fakes.dialogs.messages[0].text, canceledMessage().text);
+    EXPECT_FALSE(result.visible());
+    EXPECT_FALSE(progress.visible());
+    EXPECT_TRUE(window.cmdSavePdf.enabled());
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
+        << "the two photos and nothing else";
 }
 
 TEST_F(SheetsDocumentTest, NeverTakesThePhotosPlace) {
