@@ -32,6 +32,7 @@ TEST(ChoiceDrawing, keepsTheShapeOfThePhoto) {
     const Image small = choiceThumbnail(photo.view(), 100, 100);
     EXPECT_EQ(small.width(), 100);
     EXPECT_EQ(small.height(), 50);
+    EXPECT_EQ(choiceThumbnail(Image::filled(200, 101, 0, 0, 0).view(), 100, 100).height(), 51);
     const Image none = choiceThumbnail({}, 90, 90);
     EXPECT_EQ(none.width(), 90);
     EXPECT_EQ(none.height(), 60);
@@ -48,6 +49,7 @@ TEST(ChoiceDrawing, drawsTheSheetsAndDimsWhatIsCutOff) {
     const Image two = drawSheets(photo.view(), layoutOfSheets(2, 1)); // the whole photo
     EXPECT_EQ(at(two, 50, 25), red);
     EXPECT_EQ(at(two, 10, 25), black);
+    EXPECT_EQ(at(two, 0, 25), red) << "it begins at the photo's edge";
 }
 
 TEST(ChoiceDrawing, framesTheChosenPictureAndFindsIt) {
@@ -102,6 +104,9 @@ TEST(ChoiceDrawing, keepsThePosterAndThePersonToOneScale) {
         // Smoothed edges are not the pure colour; the person loses more of them.
         EXPECT_NEAR(columnsOf(room, blue), side * perInch, 3 + 0.06 * side * perInch) << side;
         EXPECT_NEAR(rowsOf(room, blue), columnsOf(room, blue), 2) << side;
+        for (int x = 0; x < room.width(); ++x) {
+            EXPECT_NE(at(room, x, room.height() - 2), person) << "the floor goes on in front";
+        }
     }
 }
 

@@ -104,6 +104,7 @@ TEST(ChoiceTexts, sayWhyAWishCannotBeMet) {
     wide.width = 300;
     EXPECT_EQ(sentence(wide, {60000, 40000}).substr(0, 75),
               "25 by 25 sheets are too few for that; the largest poster is 250 inches wide");
+    EXPECT_EQ(sentence(wide, {60000, 40000}).find(" wide and "), std::string::npos);
     PosterWish both = wide;
     both.height = 300;
     EXPECT_NE(sentence(both, {60000, 40000}).find(" wide and "), std::string::npos);

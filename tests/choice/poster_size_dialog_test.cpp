@@ -78,8 +78,10 @@ TEST_F(PosterSizeDialog, appliesTheChosenLine) {
     play([this] {
         dialog.txtWidth.userSetText("33");
         ASSERT_GT(dialog.lstChoices.count(), 1);
+        const std::string first = dialog.lblResult.caption();
         EXPECT_EQ(dialog.lstChoices.items()[0].substr(0, 17), "1.  3 x 3 sheets,");
         dialog.lstChoices.userClick(1);
+        EXPECT_NE(dialog.lblResult.caption(), first);
         dialog.cmdOk.userClick();
     });
     ASSERT_EQ(owner.applied.size(), 1U);
@@ -156,6 +158,8 @@ TEST_F(PosterSizeDialog, saysWhyThereIsNoChoiceAndKeepsOkOff) {
         dialog.txtWidth.userSetText("nothing");
         EXPECT_EQ(dialog.txtHeight.text(), "");
         EXPECT_FALSE(dialog.cmdOk.enabled());
+        dialog.cmdOk_Click();
+        EXPECT_TRUE(dialog.visible()) << "there is nothing to take over";
         dialog.txtWidth.userSetText("17");
         EXPECT_TRUE(dialog.cmdOk.enabled());
         EXPECT_EQ(dialog.lblResult.caption(), "2 sheets, 352.9 dpi; 0 % of the paper is cut away");
