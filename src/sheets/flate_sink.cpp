@@ -1,6 +1,7 @@
 #include "sheets/flate_sink.h"
 
 #include "platform/error.h"
+#include "platform/image/ink_rows.h"
 
 #include <algorithm>
 #include <array>
@@ -10,14 +11,13 @@
 namespace veldara {
 namespace {
 
-constexpr std::size_t channels = 3;
 constexpr std::uint8_t predictorPaeth = 4; // of the PNG predictors
 
 // Each byte less the one of the left, the upper and the upper left byte that is nearest to
 // left + up - upper left (in this order where two are as near). Without branches and in numbers of
 // 16 bits, so that the compiler makes vector code of it.
 void subtractNearest(const std::uint8_t* row, const std::uint8_t* above, std::uint8_t* difference,
-                     std::size_t count) {
+                     std::size_t count, std::size_t channels) {
     for (std::size_t i = 0; i < std::min(channels, count); ++i) {
         difference[i] = static_cast<std::uint8_t>(row[i] - above[i]); // nothing at the left
     }
@@ -41,9 +41,10 @@ void subtractNearest(const std::uint8_t* row, const std::uint8_t* above, std::ui
 
 class FlateSink : public TileSink {
   public:
-    explicit FlateSink(int width)
-        : rowBytes_(channels * static_cast<std::size_t>(width)), above_(rowBytes_),
-          filtered_(rowBytes_ + 1) {
+    FlateSink(int width, FlateRows kind)
+        : channels_(kind == FlateRows::inks ? 4 : 3), width_(static_cast<std::size_t>(width)),
+          rowBytes_(channels_ * width_), above_(rowBytes_), filtered_(rowBytes_ + 1),
+          packed_(kind == FlateRows::inks ? rowBytes_ : 0) {
         // Differences of a photo's pixels hardly ever repeat but in runs: looking for runs alone
         // takes half of the time, and photos become as small or smaller.
         constexpr int level = 1;
@@ -57,8 +58,12 @@ class FlateSink : public TileSink {
     void writeRows(const PixelView& rows) override {
         for (int y = 0; y < rows.height(); ++y) {
             const std::uint8_t* row = rows.row(y);
+            if (!packed_.empty()) {
+                packInks(row, packed_.data(), width_);
+                row = packed_.data();
+            }
             filtered_[0] = predictorPaeth;
-            subtractNearest(row, above_.data(), filtered_.data() + 1, rowBytes_);
+            subtractNearest(row, above_.data(), filtered_.data() + 1, rowBytes_, channels_);
             std::copy_n(row, rowBytes_, above_.begin());
             compress(filtered_.data(), filtered_.size(), Z_NO_FLUSH);
         }
@@ -86,9 +91,12 @@ class FlateSink : public TileSink {
         } while (stream_.avail_out == 0 || (flush == Z_FINISH && status != Z_STREAM_END));
     }
 
+    const std::size_t channels_;
+    const std::size_t width_;
     const std::size_t rowBytes_;
     std::vector<std::uint8_t> above_;
     std::vector<std::uint8_t> filtered_;
+    std::vector<std::uint8_t> packed_;
     z_stream stream_{};
     std::array<std::uint8_t, 65536> block_{};
     std::vector<std::uint8_t> bytes_;
@@ -96,8 +104,8 @@ class FlateSink : public TileSink {
 
 } // namespace
 
-std::unique_ptr<TileSink> openFlateSink(int width) {
-    return std::make_unique<FlateSink>(width);
+std::unique_ptr<TileSink> openFlateSink(int width, FlateRows kind) {
+    return std::make_unique<FlateSink>(width, kind);
 }
 
 } // namespace veldara

@@ -7,7 +7,12 @@
 
 namespace veldara {
 
-// The rows' width in pixels is given; they are RGB. Throws Error.
-std::unique_ptr<TileSink> openFlateSink(int width);
+enum class FlateRows {
+    rgb,
+    inks // pairs of pixels, see ink_rows.h; the stream has four bytes for each
+};
+
+// The width is that of the stream's rows in pixels. Throws Error.
+std::unique_ptr<TileSink> openFlateSink(int width, FlateRows kind = FlateRows::rgb);
 
 } // namespace veldara

@@ -8,7 +8,8 @@ namespace veldara {
 
 std::unique_ptr<PieceSource> openPieceSource(const std::filesystem::path& photo) {
     if (readImageHeader(photo).format->tileFormat != TileFormat::jpeg) {
-        return openRowPieces(photo, PieceFilter::flate, {});
+        std::unique_ptr<PieceSource> inks = openInkPieces(photo);
+        return inks ? std::move(inks) : openRowPieces(photo, PieceFilter::flate, {});
     }
     if (std::unique_ptr<PieceSource> pieces = openJpegPieces(photo)) {
         return pieces;

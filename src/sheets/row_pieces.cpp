@@ -3,6 +3,7 @@
 #include "output/tile_stream.h"
 #include "platform/error.h"
 #include "platform/image/codec.h"
+#include "platform/image/ink_rows.h"
 #include "sheets/flate_sink.h"
 
 #include <algorithm>
@@ -24,14 +25,9 @@ class JpegSink : public TileSink {
 
 class RowPieces : public PieceSource {
   public:
-    RowPieces(const std::filesystem::path& photo, PieceFilter filter, const std::string& notice)
-        : reader_(openRowReader(photo)) {
-        facts_.width = reader_->header().width;
-        facts_.height = reader_->header().height;
-        facts_.filter = filter;
-        facts_.profile = reader_->colourProfile();
-        facts_.notice = notice;
-    }
+    // columns: of the reader for one of the photo's.
+    RowPieces(std::unique_ptr<RowReader> reader, PieceFacts facts, int columns)
+        : reader_(std::move(reader)), facts_(std::move(facts)), columns_(columns) {}
 
     const PieceFacts& facts() const override { return facts_; }
 
@@ -47,13 +43,18 @@ class RowPieces : public PieceSource {
         std::vector<TileRect> rects;
         for (const PixelRectangle& rectangle : wanted) {
             const PixelRectangle piece = pieceFor(rectangle);
-            rects.push_back({piece.left, piece.top, piece.right() - 1, piece.bottom() - 1});
+            rects.push_back({columns_ * piece.left, piece.top, columns_ * piece.right() - 1,
+                             piece.bottom() - 1});
         }
-        TileSinks sinks = [rects, filter = facts_.filter](std::size_t number) {
+        TileSinks sinks = [rects, columns = columns_,
+                           facts = facts_](std::size_t number) -> std::unique_ptr<TileSink> {
             const TileRect& rect = rects[number];
-            return filter == PieceFilter::flate
-                       ? openFlateSink(rect.width())
-                       : std::make_unique<JpegSink>(rect.width(), rect.height());
+            if (facts.filter == PieceFilter::dct) {
+                return std::make_unique<JpegSink>(rect.width(), rect.height());
+            }
+            return openFlateSink(rect.width() / columns, facts.colour == PieceColour::cmyk
+                                                             ? FlateRows::inks
+                                                             : FlateRows::rgb);
         };
         stream_ =
             std::make_unique<TileStream>(std::move(reader_), rects, across, std::move(sinks), 0);
@@ -74,6 +75,7 @@ class RowPieces : public PieceSource {
   private:
     std::unique_ptr<RowReader> reader_;
     PieceFacts facts_;
+    int columns_ = 1;
     std::unique_ptr<TileStream> stream_;
     std::size_t number_ = 0;
 };
@@ -82,7 +84,28 @@ class RowPieces : public PieceSource {
 
 std::unique_ptr<PieceSource> openRowPieces(const std::filesystem::path& photo, PieceFilter filter,
                                            const std::string& notice) {
-    return std::make_unique<RowPieces>(photo, filter, notice);
+    std::unique_ptr<RowReader> reader = openRowReader(photo);
+    PieceFacts facts;
+    facts.width = reader->header().width;
+    facts.height = reader->header().height;
+    facts.filter = filter;
+    facts.profile = reader->colourProfile();
+    facts.notice = notice;
+    return std::make_unique<RowPieces>(std::move(reader), std::move(facts), 1);
+}
+
+std::unique_ptr<PieceSource> openInkPieces(const std::filesystem::path& photo) {
+    std::optional<InkPicture> picture = openInkPicture(photo);
+    if (!picture) {
+        return nullptr;
+    }
+    PieceFacts facts;
+    facts.width = picture->width;
+    facts.height = picture->height;
+    facts.orientation = picture->orientation;
+    facts.colour = PieceColour::cmyk;
+    facts.profile = picture->profile;
+    return std::make_unique<RowPieces>(std::move(picture->rows), std::move(facts), 2);
 }
 
 } // namespace veldara

@@ -14,4 +14,8 @@ namespace veldara {
 std::unique_ptr<PieceSource> openRowPieces(const std::filesystem::path& photo, PieceFilter filter,
                                            const std::string& notice);
 
+// The same for a photo of printing inks, which stay what they are, with 8 bits each. Nothing when
+// the photo has other colours. Throws Error that names the photo.
+std::unique_ptr<PieceSource> openInkPieces(const std::filesystem::path& photo);
+
 } // namespace veldara

@@ -254,6 +254,34 @@ class Colours(PdfTest):
                         self.assertEqual(piece.tobytes(), cut.tobytes())
 
 
+    def test_inks_of_a_tiff_stay_inks(self):
+        picture = grainy(700, 500).convert("CMYK")
+        with open("/usr/share/color/icc/ghostscript/default_cmyk.icc", "rb") as file:
+            profile = file.read()
+        for orientation in (1, 2, 6):
+            for more, space in (({}, ("/DeviceCMYK", None)),
+                                ({"icc_profile": profile}, ("/ICCBased", 4))):
+                with self.subTest(orientation=orientation, space=space):
+                    sheets = self.make(self.photo("photo.tif", picture, compression="tiff_lzw",
+                                                  tiffinfo={274: orientation}, **more))
+                    document = self.path("poster.pdf")
+                    self.assertEqual(colour_space(document, pages_of(document)[1][0]), space)
+                    self.expect_inks(document, picture, orientation, sheets)
+
+    def expect_inks(self, document, picture, orientation, sheets):
+        subprocess.run(["pdfimages", "-tiff", document, self.path("piece")], check=True)
+        mark = {1: [], 2: [Image.Transpose.FLIP_LEFT_RIGHT], 6: [Image.Transpose.ROTATE_270]}
+        for turn in mark[orientation]:
+            picture = picture.transpose(turn)
+        for number, sheet in enumerate(sheets):
+            with Image.open(self.path(f"piece-{number:03}.tif")) as piece:
+                self.assertEqual(piece.mode, "CMYK")
+                left, top = (round(edge) for edge in sheet.begin()[0])
+                piece = sheet.upright(piece)
+                cut = picture.crop((left, top, left + piece.width, top + piece.height))
+                self.assertEqual(piece.tobytes(), cut.tobytes())
+
+
 class Memory(PdfTest):
     @unittest.skipIf(SANITIZED, "a sanitizer's address space has no limit")
     def test_a_progressive_photo_that_is_too_large_is_encoded_again_and_says_so(self):

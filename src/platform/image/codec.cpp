@@ -2,6 +2,7 @@
 
 #include "platform/error.h"
 #include "platform/image/colour.h"
+#include "platform/image/ink_rows.h"
 #include "platform/image/input_format.h"
 #include "platform/image/memory_limits.h"
 #include "platform/image/picture_bytes.h"
@@ -193,6 +194,51 @@ class DecodingReader : public RowReader {
     int nextRow_ = 0;
 };
 
+// Stored rows of inks, two columns for each of the picture's.
+class InkReader : public RowReader {
+  public:
+    InkReader(OpenPicture picture, std::string name, ColourProfile profile)
+        : picture_(std::move(picture)), name_(std::move(name)), profile_(std::move(profile)),
+          header_(picture_.header) {
+        header_.width = 2 * picture_.decoder->facts().width;
+        header_.height = picture_.decoder->facts().height;
+    }
+
+    const ImageHeader& header() const override { return header_; }
+    const ColourProfile& colourProfile() const override { return profile_; }
+    bool streams() const override { return picture_.decoder->facts().streams; }
+
+    void wantColumns(int left, int width) override {
+        reading(name_, [&] {
+            checkColumns(header_, left, width);
+            picture_.decoder->wantColumns(left / 2, width / 2);
+        });
+    }
+
+    void skipRows(int count) override {
+        reading(name_, [&] {
+            checkRows(header_, nextRow_, count);
+            picture_.decoder->skipRows(count);
+            nextRow_ += count;
+        });
+    }
+
+    void readRows(const MutablePixelView& rows) override {
+        reading(name_, [&] {
+            checkRows(header_, nextRow_, rows.height());
+            picture_.decoder->readRows(rows);
+            nextRow_ += rows.height();
+        });
+    }
+
+  private:
+    OpenPicture picture_;
+    std::string name_;
+    ColourProfile profile_;
+    ImageHeader header_;
+    int nextRow_ = 0;
+};
+
 // Hands out rows of a picture that had to be decoded as a whole.
 class WholeReader : public RowReader {
   public:
@@ -280,6 +326,26 @@ Image loadImage(const std::filesystem::path& file, const StopFlag& stop) {
 
 std::unique_ptr<RowReader> openRowReader(const std::filesystem::path& file) {
     return openRowReader(opened(file), pathText(file));
+}
+
+std::optional<InkPicture> openInkPicture(const std::filesystem::path& file) {
+    return reading(pathText(file), [&]() -> std::optional<InkPicture> {
+        OpenPicture picture = openPicture(opened(file));
+        const PictureFacts facts = picture.decoder->facts();
+        const std::optional<ColourProfile> profile = picture.decoder->keepInks();
+        if (!profile) {
+            return std::nullopt;
+        }
+        return InkPicture{
+            facts.width, facts.height, facts.orientation, *profile,
+            std::make_unique<InkReader>(std::move(picture), pathText(file), *profile)};
+    });
+}
+
+void packInks(const std::uint8_t* pairs, std::uint8_t* inks, std::size_t pixels) {
+    for (std::size_t i = 0; i < pixels; ++i) {
+        std::memcpy(inks + 4 * i, pairs + 6 * i, 4);
+    }
 }
 
 namespace {

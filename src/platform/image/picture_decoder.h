@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace veldara {
 
@@ -64,6 +65,12 @@ class PictureDecoder {
     // The profile that describes the decoder's RGB rows; empty when there is none. Costs some work
     // for grey pictures, so it is not done with the header.
     virtual ColourProfile colourProfile() = 0;
+
+    // Makes the rows of a picture of four printing inks those of the inks themselves, 255 for full
+    // ink: for each pixel two, (cyan, magenta, yellow) and (black, 0, 0). To be called first.
+    // Returns the inks' profile, empty when there is none; nothing, and changes nothing, when the
+    // picture has other colours.
+    virtual std::optional<ColourProfile> keepInks() { return std::nullopt; }
 
     // As RowReader, in stored rows and columns. Errors carry the bare reason.
     virtual void wantColumns(int left, int width) = 0;

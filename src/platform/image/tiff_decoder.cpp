@@ -33,6 +33,7 @@ class TiffDecoder : public PictureDecoder {
     explicit TiffDecoder(ByteSource& source);
 
     ColourProfile colourProfile() override;
+    std::optional<ColourProfile> keepInks() override;
     void wantColumns(int left, int width) override;
     void skipRows(int count) override { nextRow_ += static_cast<std::uint32_t>(count); }
     void readRows(const MutablePixelView& rows) override;
@@ -54,6 +55,7 @@ class TiffDecoder : public PictureDecoder {
     std::unique_ptr<TiffInput> input_;
     TiffLayout layout_;
     std::optional<TiffSamples> samples_;
+    bool inksKept_ = false;
     std::uint32_t left_ = 0;
     std::uint32_t width_ = 0;
     std::uint32_t nextRow_ = 0;
@@ -98,6 +100,14 @@ ColourProfile TiffDecoder::colourProfile() {
     return profileForRgbRows(profile, TiffSamples(layout_, tiff(), {}).grey());
 }
 
+std::optional<ColourProfile> TiffDecoder::keepInks() {
+    if (layout_.photometric != PHOTOMETRIC_SEPARATED || layout_.alpha != TiffAlpha::none) {
+        return std::nullopt;
+    }
+    inksKept_ = true;
+    return fileProfile();
+}
+
 void TiffDecoder::wantColumns(int left, int width) {
     left_ = static_cast<std::uint32_t>(left);
     width_ = static_cast<std::uint32_t>(width);
@@ -105,6 +115,9 @@ void TiffDecoder::wantColumns(int left, int width) {
 
 void TiffDecoder::start() {
     samples_.emplace(layout_, tiff(), fileProfile());
+    if (inksKept_) {
+        samples_->keepInks();
+    }
     const bool units = layout_.chromaAcross * layout_.chromaDown > 1;
     if (!layout_.tiled && !units &&
         static_cast<std::uint64_t>(TIFFStripSize64(tiff())) > largeStrip) {
@@ -233,7 +246,7 @@ void TiffDecoder::convertRow(std::uint32_t row, std::uint8_t* rgb) {
         samples_->convert({planes.data(), layout_.planes()},
                           static_cast<std::size_t>(from - blockLeft),
                           static_cast<std::size_t>(to - from), rowInBand % layout_.chromaDown,
-                          rgb + 3 * (from - left_));
+                          rgb + (inksKept_ ? 6 : 3) * (from - left_));
     }
 }
 

@@ -156,6 +156,13 @@ void TiffSamples::convertInks(std::span<const std::uint8_t* const> planes, std::
             inkRow_[4 * i + c] = eightBits(sample16(planes, first + i, c));
         }
     }
+    if (inksKept_) {
+        for (std::size_t i = 0; i < count; ++i, rgb += 6) {
+            std::copy_n(&inkRow_[4 * i], 4, rgb);
+            rgb[4] = rgb[5] = 0;
+        }
+        return;
+    }
     inks_->convert(inkRow_.data(), rgb, count);
     if (layout_.alpha == TiffAlpha::none) {
         return;

@@ -27,6 +27,9 @@ class TiffSamples {
 
     bool grey() const { return grey_; }
 
+    // From now on convert() gives inks in six bytes a pixel, as PictureDecoder::keepInks() says.
+    void keepInks() { inksKept_ = true; }
+
   private:
     void fillPalette(TIFF* tiff);
     void fillGreyLevels();
@@ -47,6 +50,7 @@ class TiffSamples {
     IndexedPixels indexed_;
     std::optional<CmykToRgb> inks_;
     std::vector<std::uint8_t> inkRow_;
+    bool inksKept_ = false;
     std::array<float, 3> luma_{};
     std::array<float, 6> range_{};
 };
