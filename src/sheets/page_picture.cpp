@@ -119,15 +119,34 @@ class Canvas {
             down = across;
             across = up;
         }
-        const auto at = [](double position, int size, int pixels) {
-            return std::clamp(static_cast<int>(position / size * pixels), 0, pixels - 1);
-        };
-        const int column = at(item.source.left + across * item.source.width(), photo_.width,
-                              photo_.pixels->width());
-        const int row = at(item.source.top + down * item.source.height(), photo_.height,
-                           photo_.pixels->height());
-        std::copy_n(photo_.pixels->row(row) + channels * static_cast<std::size_t>(column), channels,
-                    pixel(x, y));
+        const Between columns = between(item.source.left + across * item.source.width(),
+                                        photo_.width, photo_.pixels->width());
+        const Between rows = between(item.source.top + down * item.source.height(), photo_.height,
+                                     photo_.pixels->height());
+        const std::uint8_t* upper = photo_.pixels->row(rows.first);
+        const std::uint8_t* lower = photo_.pixels->row(rows.second);
+        const std::size_t left = channels * static_cast<std::size_t>(columns.first);
+        const std::size_t right = channels * static_cast<std::size_t>(columns.second);
+        std::uint8_t* out = pixel(x, y);
+        for (std::size_t c = 0; c < channels; ++c) {
+            const double above =
+                upper[left + c] + columns.share * (upper[right + c] - upper[left + c]);
+            const double below =
+                lower[left + c] + columns.share * (lower[right + c] - lower[left + c]);
+            out[c] = static_cast<std::uint8_t>(above + rows.share * (below - above) + 0.5);
+        }
+    }
+
+    // Two neighbouring pixels, and how near to the second of their middles a place lies.
+    struct Between {
+        int first;
+        int second;
+        double share;
+    };
+    static Between between(double position, int size, int pixels) {
+        const double place = std::clamp(position / size * pixels - 0.5, 0.0, pixels - 1.0);
+        const int first = static_cast<int>(place);
+        return {first, std::min(first + 1, pixels - 1), place - first};
     }
 
     // A polygon of a few corners, by asking for each sample whether it lies
