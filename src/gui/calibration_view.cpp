@@ -9,8 +9,8 @@ namespace veldara {
 
 namespace {
 
-constexpr int textWidth = 560;
-constexpr int profileListHeight = 120;
+constexpr int textWidth = 720;
+constexpr int profileListHeight = 100;
 
 class CalibrationView : public DialogView {
   public:

@@ -16,11 +16,15 @@ class DialogView : public View {
     wxDialog* dialog() { return dialog_; }
     // The button that Enter presses.
     void setDefault(wxButton* button) { button->SetDefault(); }
-    // Adds the contents, fits the dialog to them and centres it before its parent.
+    // Adds the contents, fits the dialog to them and centres it on its parent. Contents that are
+    // larger than the screen can be scrolled.
     void finish(wxSizer* contents);
 
   private:
+    void scrollContents(wxSizer* contents, wxSize needed, wxSize room);
+
     wxDialog* dialog_;
+    bool hadKeyboard_ = false; // of contents that are scrolled
 };
 
 } // namespace veldara

@@ -278,14 +278,10 @@ void Driver::press(const std::string& windowName, const std::string& name, wxPoi
 
 // The toolkit's simulator has no wheel, so its event is sent to the widget under the pointer.
 void Driver::turnWheel(const std::string& windowName, const std::string& name, int notches) {
-    onWindowThread([&] {
-        wxWindow& target = as<wxWindow>(widget(windowName, name), name);
-        wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-        wheel.SetEventObject(&target);
-        wheel.m_wheelDelta = 120;
-        wheel.m_wheelRotation = 120 * notches;
-        target.HandleWindowEvent(wheel);
-    });
+    const wxSize size = sizeOf(windowName, name);
+    hands_.moveTo(screenPoint(windowName, name, {size.x / 2, size.y / 2}));
+    settle();
+    hands_.turnWheel(notches);
     settle();
 }
 

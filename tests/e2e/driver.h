@@ -71,6 +71,8 @@ class Driver {
     void doubleClickAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void rightClick(const std::string& window, const std::string& name);
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
+    // From one place of the screen to another, in its pixels.
+    void dragScreen(wxPoint start, wxPoint end);
     // From a place on the screen, in its pixels, into the middle of a widget, even of one that a
     // dialog keeps the mouse from.
     void dragInto(wxPoint from, const std::string& window, const std::string& name);
@@ -126,7 +128,6 @@ class Driver {
     static wxPoint screenPointNow(const std::string& window, const std::string& name,
                                   wxPoint inWidget);
     void clickScreen(wxPoint at);
-    void dragScreen(wxPoint start, wxPoint end);
     void waitForDisplay(const std::string& what, const std::function<bool()>& test);
     void waitForList(bool open);
     void goToMenuEntry(const std::string& window, int menu, int entry);

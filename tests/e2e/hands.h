@@ -24,6 +24,7 @@ class Hands {
     void click();
     void doubleClick();
     void rightClick();
+    void turnWheel(int notches); // away from the user is positive
 
     // Keys have the toolkit's codes: a capital letter, a character, or WXK_RETURN and the like.
     void key(int keyCode, int modifiers);

@@ -44,6 +44,14 @@ void Hands::rightClick() {
     connection_->input.MouseClick(wxMOUSE_BTN_RIGHT);
 }
 
+void Hands::turnWheel(int notches) {
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = MOUSEEVENTF_WHEEL;
+    input.mi.mouseData = static_cast<DWORD>(notches * WHEEL_DELTA);
+    SendInput(1, &input, sizeof input);
+}
+
 std::string Hands::pointerName() const {
     CURSORINFO info = {};
     info.cbSize = sizeof info;

@@ -6,6 +6,7 @@
 #ifndef __WXMSW__
 
 #include <cctype>
+#include <cstdlib>
 
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
@@ -157,6 +158,15 @@ void Hands::doubleClick() {
 void Hands::rightClick() {
     connection_->button(true, 3);
     connection_->button(false, 3);
+    connection_->finish();
+}
+
+// The wheel is two buttons, one for each direction.
+void Hands::turnWheel(int notches) {
+    for (int i = 0; i < std::abs(notches); ++i) {
+        connection_->button(true, notches > 0 ? 4 : 5);
+        connection_->button(false, notches > 0 ? 4 : 5);
+    }
     connection_->finish();
 }
 

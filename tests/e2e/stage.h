@@ -1,4 +1,4 @@
-// A test's own little world: a home, a folder of photos, stored preferences, and in it the running
+// The environment of a test: a home folder, a folder of photos, stored preferences, and the running
 // program.
 #pragma once
 
