@@ -2,13 +2,23 @@
 # Takes the pictures of the program's windows, in docs/screenshots/ and for the manual in help/img/,
 # from the running program, in a display and a home folder of its own.
 #
-#   docs/screenshots.sh [PROGRAM]        (default: build/bin/veldara)
+#   docs/screenshots.sh [PROGRAM]                   (default: build/bin/veldara)
+#   docs/screenshots.sh --desktops FOLDER [PROGRAM]
+#
+# The second form shows each window on small and large screens, with large text and in other themes, and
+# puts the pictures into the folder, to be looked at one by one.
 #
 # Needs Xvfb, openbox, xdotool and ImageMagick.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-program=$(realpath "${1:-$root/build/bin/veldara}")
 shots="$root/docs/screenshots"
+desktops=""
+if [[ "${1:-}" == --desktops ]]; then
+  mkdir -p "$2"
+  desktops=$(realpath "$2")
+  shift 2
+fi
+program=$(realpath "${1:-$root/build/bin/veldara}")
 # Windows that the manual shows too; their words are in English whatever the user's language.
 manual=(main_window.png paper_dialog.png calibration_dialog.png preview.jpg save_dialog.png result.png
   poster_size.png sheets.png)
@@ -42,9 +52,10 @@ dword "prefs_showTiles" = 1
 VALUES
 }
 
-openDisplay() {
+openDisplay() { # WIDTHxHEIGHT
+  rm -f "$work/display"
   mkfifo "$work/display"
-  Xvfb -displayfd 3 -screen 0 1440x960x24 3>"$work/display" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 "$1x24" 3>"$work/display" >/dev/null 2>&1 &
   started+=($!)
   read -r number <"$work/display"
   export DISPLAY=":$number"
@@ -109,13 +120,49 @@ waitForTile() { # NUMBER
 
 press() { xdotool key --delay 60 "$@"; }
 
+# The windows of the program as they come up on one desktop: the whole screen each time.
+photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
+  local name="$1" size="$2" title keys
+  shift 2
+  openDisplay "$size"
+  env "$@" "$program" "$pictures/Lake at sunrise.jpg" &
+  started+=($!)
+  xdotool windowactivate --sync "$(window "$main")"
+  sleep 2
+  settle
+  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+s" "ctrl+shift+s" "alt+t p" "alt+p"; do
+    # shellcheck disable=SC2086
+    press $keys
+    sleep 1
+    settle
+    import -silent -window root -strip "$desktops/$name-${keys//[+ ]/_}.png"
+    [[ "$keys" == alt+z* ]] || press Escape
+    sleep 0.5
+    settle
+  done
+  for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+  started=()
+  wait 2>/dev/null || true
+}
+
+main='Veldara v[0-9.]*'
 prepareHome
-openDisplay
+if [[ -n "$desktops" ]]; then
+  photographDesktop 640x480 640x480
+  photographDesktop 1024x600 1024x600
+  photographDesktop 1366x768-large-text 1366x768 GDK_DPI_SCALE=1.5
+  photographDesktop 1920x1080 1920x1080
+  photographDesktop 3840x2160-scale-2 3840x2160 GDK_SCALE=2
+  photographDesktop dark 1366x768 GTK_THEME=Adwaita:dark
+  photographDesktop high-contrast 1366x768 GTK_THEME=HighContrast
+  photographDesktop high-contrast-inverse 1366x768 GTK_THEME=HighContrastInverse
+  exit
+fi
+openDisplay 1440x960
 mkdir -p "$shots"
 "$program" &
 veldara=$!
 started+=("$veldara")
-main='Veldara v[0-9.]*'
 xdotool windowactivate --sync "$(window "$main")"
 settle
 shoot "$main" start.png
