@@ -65,7 +65,7 @@ bool frmMain::CheckTileSizesNoTrim(double& widthInches, double& heightInches) co
 }
 
 // The repeated check is a loop that serves events and not a call of itself: it lasts as long as the
-// size stays invalid, and neither the stack nor the window may pay for that.
+// size stays invalid, so a recursion would exhaust the stack and freeze the window.
 bool frmMain::bTileSizesOk(bool bShowWarning) {
     if (hasValidTileSize()) {
         return true;

@@ -1,7 +1,7 @@
 // The simple controls: label, frame, button, menu entry, link, check box, option button, text box,
 // scroll bar, timer. Setting a property to a new value from code raises the same event as the
-// user's act; setting the value that it already has raises nothing. A view (or a test) reports what
-// the user did through the userXxx functions.
+// user's input; setting the value that it already has raises nothing. A view (or a test) reports
+// what the user did through the userXxx functions.
 #pragma once
 
 #include "controls/control.h"

@@ -1,5 +1,5 @@
-// Makes the native widget for a control model and keeps the two in step: the model's changes are
-// shown, the user's acts go to the model's userXxx functions. Nothing is decided here.
+// Makes the native widget for a control model and synchronizes the two: changes of the model are
+// shown, input of the user goes to the model's userXxx functions. Nothing is decided here.
 #pragma once
 
 #include "controls/browsing.h"
@@ -124,7 +124,7 @@ class Bindings {
     std::vector<Control*> followed_;
     std::vector<std::unique_ptr<wxTimer>> timers_;
     std::vector<PictureBox*> pictureBoxes_;
-    std::map<int, wxWindow*> letters_; // null: the native widget sees to its letter itself
+    std::map<int, wxWindow*> letters_; // null: the native widget handles its letter itself
     struct PendingLabel {
         wxStaticText* native = nullptr;
         const Label* model = nullptr;
@@ -133,7 +133,7 @@ class Bindings {
     PendingLabel pendingLabel_;
     std::vector<std::pair<wxWindow*, wxString>> unspoken_;
     std::map<std::pair<int, int>, std::function<void()>> shortcuts_; // by modifiers and key
-    // Acts that were put off look at this: it is false when the widgets are gone.
+    // Deferred actions check this: false once the widgets are gone.
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -23,7 +23,7 @@ namespace {
 constexpr int settleTime = 200; // milliseconds
 #ifdef __WXMSW__
 constexpr int pauseBetweenLooks = 500; // milliseconds, at least
-constexpr int pausePerLook = 50; // times what a look takes, so that a full folder costs little
+constexpr int pausePerLook = 50; // times the length of a check, so that a full folder costs little
 
 // A hash of all names in the folder, in the order in which the system lists them; 0 where it cannot
 // be read.
@@ -74,7 +74,7 @@ void FolderWatch::watch(const std::string& folder) {
 #ifdef __WXMSW__
 
 void FolderWatch::startWatching() {
-    // A server that has gone would stop the window at every look.
+    // A server that has gone would block the window at every check.
     const std::wstring root = textPath(folder_).root_path().native();
     if (GetDriveTypeW(root.c_str()) == DRIVE_REMOTE) {
         look_.Stop();

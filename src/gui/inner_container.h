@@ -1,6 +1,6 @@
 // A group box or panel inside a window. On Windows the widget that belongs to Alt and a letter is
 // sought only in the container that is asked first, the innermost around the keyboard. Such a
-// container lets that question pass, so that the letter reaches every widget of the window.
+// container passes the search on, so that the letter reaches every widget of the window.
 #pragma once
 
 #include <wx/window.h>

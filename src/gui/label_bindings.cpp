@@ -90,7 +90,7 @@ wxStaticText* Bindings::valueText(wxWindow* parent, Label& model, const wxString
 // What changes several times while an event is handled is spoken once.
 void Bindings::speakLater(wxWindow& widget, const wxString& text) {
     if (!widget.IsShownOnScreen()) {
-        return; // nobody has seen the value before
+        return; // the first value is no change
     }
     if (unspoken_.empty()) {
         later([this] {

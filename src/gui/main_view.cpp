@@ -142,7 +142,8 @@ MainView::~MainView() {
 
 void MainView::makeMenus() {
     auto* bar = new wxMenuBar;
-    static_cast<wxFrame&>(native()).SetMenuBar(bar); // a bar of no window takes no menu's state
+    static_cast<wxFrame&>(native()).SetMenuBar(
+        bar); // menu entries need a bar that belongs to a window
     auto* file = new wxMenu;
     bind().menuItem(*file, model_.mnuOpenPhoto, "Ctrl+O");
     bind().listMenu(*file, model_.mnuOpenRecent);

@@ -43,13 +43,13 @@ class View {
     Bindings bindings_;
 };
 
-// How the view of a window is made and where it stands.
+// How the view of a window is made, and in front of which other window.
 struct ViewKind {
     std::function<std::unique_ptr<View>(Window&, wxWindow* parent)> make;
-    // Stands before the main window whatever else is open, because it outlives the dialog that it
-    // is shown from; the others stand before the window in front.
+    // The main window is its parent, because it outlives the dialog that it is shown from; the
+    // parent of the others is the topmost window.
     bool beforeMainWindow = false;
-    // Keeps the user from the window it stands before, without being modal to the program.
+    // Disables its parent window without being modal to the program.
     bool blocksParent = false;
 };
 

@@ -85,7 +85,7 @@ void WxEventPump::runWhileServing(const std::function<void()>& work) {
         }
     }
     if (depth_ == 0) {
-        runPutOff();
+        runDeferred();
     }
     background.rethrow();
 }
@@ -103,16 +103,16 @@ void WxEventPump::afterWork(std::function<void()> act) {
     if (!keepsInputBack()) {
         act();
     } else {
-        putOff_.push_back(std::move(act));
+        deferred_.push_back(std::move(act));
     }
 }
 
 // Handed to the event loop, not run here: the caller's own handler has to end first.
-void WxEventPump::runPutOff() {
-    for (const std::function<void()>& act : putOff_) {
+void WxEventPump::runDeferred() {
+    for (const std::function<void()>& act : deferred_) {
         wxTheApp->CallAfter(act);
     }
-    putOff_.clear();
+    deferred_.clear();
 }
 
 } // namespace veldara

@@ -15,21 +15,21 @@ class WxEventPump : public EventPump {
     void doEvents() override;
     void runWhileServing(const std::function<void()>& work) override;
 
-    // True while work runs during which the user's acts are kept back.
+    // True while work runs that defers the user's input.
     bool keepsInputBack() const { return depth_ > 0 && !(wantsInput && wantsInput()); }
 
-    // Runs an act of the user's: at once, or after the work that keeps such acts back.
+    // Runs an action of the user's at once, or after the work that defers input.
     void afterWork(std::function<void()> act);
 
-    // Asked while work runs: whether the user's acts are wanted now.
+    // Asked while work runs: whether the user's input is handled now.
     std::function<bool()> wantsInput;
 
   private:
     void serveOnce();
-    void runPutOff();
+    void runDeferred();
 
     int depth_ = 0;
-    std::vector<std::function<void()>> putOff_;
+    std::vector<std::function<void()>> deferred_;
 };
 
 } // namespace veldara

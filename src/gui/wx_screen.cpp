@@ -10,8 +10,8 @@
 namespace veldara {
 
 WxScreen::WxScreen(WxEventPump& pump) : pump_(pump) {
-    // The main window takes the user's acts while it works; a dialog does not, unless the window
-    // with the Cancel button stands before it.
+    // The main window handles input while it works; a dialog does not, unless the window with
+    // the Cancel button is in front of it.
     pump_.wantsInput = [this] {
         const auto any = [this](auto&& test) {
             return std::any_of(shown_.begin(), shown_.end(), test);
@@ -102,7 +102,7 @@ void WxScreen::end() {
 }
 
 void WxScreen::clear() {
-    while (!shown_.empty()) { // the last first: it stands before the others
+    while (!shown_.empty()) { // last first: it is in front
         const Shown last = std::move(shown_.back());
         shown_.pop_back();
         takeDown(last);

@@ -21,10 +21,10 @@ class WxScreen : public Screen {
     void hide(Window& window) override;
     void endProgram() override;
 
-    // Takes all windows down without a word to their models, which may go afterwards.
+    // Closes all windows without notifying their models, which may be destroyed afterwards.
     void clear();
 
-    // The window that a dialog of the system stands before; null when there is none. A progress
+    // The parent of a dialog of the system; null when there is none. A progress
     // window is none of them: it may go while the dialog is still open.
     wxWindow* dialogParent() const;
     // The native window of a shown model, null when it is not shown.

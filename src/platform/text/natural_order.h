@@ -1,5 +1,5 @@
 // The order in which a person expects names in a list: upper and lower case alike, and numbers by
-// their value, so that "Photo 9" stands before "photo 10".
+// their value, so that "Photo 9" comes before "photo 10".
 #pragma once
 
 #include <string_view>
