@@ -9,7 +9,7 @@ namespace veldara {
 
 namespace {
 
-constexpr int textWidth = 720;
+constexpr int textWidth = 790;
 constexpr int profileListHeight = 100;
 
 class CalibrationView : public DialogView {

@@ -18,7 +18,7 @@ wxSize roomFor(const wxDialog& dialog) {
     const wxWindow* parent = dialog.GetParent();
     const int found = parent == nullptr ? wxNOT_FOUND : wxDisplay::GetFromWindow(parent);
     const wxDisplay display(static_cast<unsigned>(std::max(found, 0)));
-    constexpr int titleHeight = 40; // no system tells it before the window is there
+    constexpr int titleHeight = 30; // no system tells it before the window is there
     constexpr int borders = 12;
     return display.GetClientArea().GetSize() - dialog.FromDIP(wxSize(borders, titleHeight));
 }

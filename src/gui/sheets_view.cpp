@@ -12,7 +12,7 @@ namespace veldara {
 namespace {
 
 constexpr int sheetWidth = 380;
-constexpr int sheetHeight = 480;
+constexpr int sheetHeight = 440;
 constexpr int posterSide = 280;
 constexpr int noteWidth = 270;
 constexpr int noteLines = 5;
