@@ -126,5 +126,18 @@ TEST(SheetNumbers, RefusesWhatIsNoList) {
     }
 }
 
+TEST(SheetNumbers, SaysWhichSheetsThereAre) {
+    const auto said = [](int count) -> std::string {
+        try {
+            readSheetNumbers("26", count);
+        } catch (const Error& error) {
+            return error.what();
+        }
+        return "";
+    };
+    EXPECT_EQ(said(6), "There is no sheet 26: the poster has the sheets 1 to 6.");
+    EXPECT_EQ(said(1), "There is no sheet 26: the poster has one sheet.");
+}
+
 } // namespace
 } // namespace veldara

@@ -156,6 +156,17 @@ TEST(SheetLayout, BorderOfTrimsCarriesThePhotosNextPixels) {
     EXPECT_LT(items[1].source.left, sheetPlace(job, 2).ownPhoto.left);
 }
 
+TEST(SheetLayout, BorderOfTrimsLiesAroundTurnedSheetsToo) {
+    SheetJob job = borderlessJob();
+    job.layout.tilesTurned = true;
+    const SheetPlace place = sheetPlace(job, 2);
+    const PhotoRect& own = place.ownPhoto;
+    const double across = own.width() * 3 / 291; // of 3 mm, in pixels
+    const double down = own.height() * 3 / 204;
+    expectNear(place.paintedPhoto,
+               {own.left - across, own.top - down, own.right + across, own.bottom + down});
+}
+
 TEST(SheetLayout, CornersOfThePhotoAreStretchedBothWays) {
     SheetJob job = borderlessJob();
     job.layout.photoWidth = 2103; // exactly the poster's shape: the photo ends at every side
