@@ -15,7 +15,8 @@ quick_packages="$run_packages webp libheif-examples libavif-bin $heif_encoders g
   libxtst-dev python3 python3-pil xvfb xauth
   openbox weston xdotool imagemagick binutils file time locales strace clang-format
   qpdf poppler-utils mupdf-tools ghostscript libjpeg-turbo-progs
-  dbus-daemon at-spi2-core python3-gi gir1.2-atspi-2.0"
+  dbus-daemon at-spi2-core python3-gi gir1.2-atspi-2.0
+  cups-daemon cups-client cups-server-common cups-filters-core-drivers"
 test_packages="$quick_packages clang libclang-rt-dev llvm g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
   wine wine64 nasm meson dpkg-dev nsis zip unzip"
 package_packages="$run_packages g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 nasm meson dpkg-dev file nsis zip gzip"

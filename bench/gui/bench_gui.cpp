@@ -2,6 +2,9 @@
 // a ratio to one decoding of the same photo by djpeg in the same run.
 //
 //   tests/e2e/in_virtual_display.sh build/bin/bench_gui [PHOTO.jpg]
+//
+// With tests/e2e/with_print_server.sh before the program's name it prints, too.
+#include "e2e/print_dialog.h"
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
 #include "e2e/window_thread.h"
@@ -67,6 +70,7 @@ class Bench {
         stage_.store("paperRegLine", letterLine);
         stage_.store("prefs_numTiles", "w02h01");
         stage_.store("prefs_showTiles", "1");
+        stage_.store("printer", "office");
         decode_ = decodeByDjpeg(stage_.photos() / "a.jpg", stage_.home().path());
         stage_.start();
         stage_.pickPhoto("a.jpg");
@@ -79,6 +83,9 @@ class Bench {
         report("zoom step", zoomStep());
         report("full-screen resampling", best([this] { return fullScreen(); }));
         report("save of 3 x 2 tiles", best([this] { return save(); }));
+        if (std::getenv("VELDARA_PRINTED") != nullptr) {
+            report("print of 3 x 2 sheets", best([this] { return print(); }));
+        }
     }
 
   private:
@@ -153,6 +160,19 @@ class Bench {
             Picture box;
             box.setSize(1920, 1080);
             return milliseconds([&] { main.FillPreview(box); });
+        });
+    }
+
+    // From the key in the print dialog until the printer has every byte.
+    double print() {
+        PrintDialog dialog(stage_.user());
+        stage_.user().waitForWindow("frmMain");
+        stage_.user().key('P', wxMOD_CONTROL);
+        dialog.waitFor("office");
+        const std::size_t before = countPrinted("office");
+        return milliseconds([&] {
+            hands_.key('P', wxMOD_ALT);
+            waitForPrinted(stage_.user(), "office", before);
         });
     }
 

@@ -15,9 +15,9 @@ frmMain::frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto,
       preferences_(platform.registry, platform.numberStyle), storage_(screen), appEnd_(screen),
       about_(platform, screen, programWebAddress()), progress_(platform, screen),
       result_(platform, screen), saveTiles_(platform, screen, *this, progress_, result_),
-      sheets_(platform, screen, *this, progress_, result_), tileSize_(platform, screen, *this),
-      posterSize_(platform, screen, *this), btm_(platform, screen, *this),
-      previewWindow_(platform, screen, *this) {
+      sheets_(platform, screen, *this, progress_, result_), printing_(platform, *this, progress_),
+      tileSize_(platform, screen, *this), posterSize_(platform, screen, *this),
+      btm_(platform, screen, *this), previewWindow_(platform, screen, *this) {
     fillControlTexts();
     bindMenus();
     bindBrowser();
@@ -47,6 +47,10 @@ void frmMain::bindMenus() {
     cmdSaveNow.onClick = [this] { cmdSaveNow_Click(); };
     cmdSheets.onClick = [this] { cmdSheets_Click(); };
     mnuSavePdf.onClick = [this] { cmdSheets_Click(); };
+    mnuPrint.onClick = [this] { mnuPrint_Click(); };
+    platform_.printing.onStopped = [this](const std::string& printer, const std::string& reason) {
+        printing_.jobStopped(printer, reason);
+    };
 }
 
 void frmMain::bindBrowser() {

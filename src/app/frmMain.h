@@ -31,6 +31,7 @@
 #include "paper/frmTileSize.h"
 #include "platform/image/codec.h"
 #include "platform/platform.h"
+#include "printing/poster_printing.h"
 #include "sheets/frmSheets.h"
 
 #include <array>
@@ -53,7 +54,8 @@ class frmMain : public Window,
                 public PreviewOwner,
                 public SaveOwner,
                 public SheetsOwner,
-                public PosterSizeOwner {
+                public PosterSizeOwner,
+                public PrintingOwner {
   public:
     frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto = loadImage,
             PhotoCopyHooks copyHooks = realPhotoCopy());
@@ -63,6 +65,7 @@ class frmMain : public Window,
     MenuItem mnuOpenPhoto{"mnuOpenPhoto"};
     ListMenu mnuOpenRecent{"mnuOpenRecent"};
     MenuItem mnuSavePdf{"mnuSavePdf"};
+    MenuItem mnuPrint{"mnuPrint"};
     MenuItem mnuExit{"mnuExit"};
     MenuItem mnuTools{"mnuTools"};
     MenuItem mnuPaperSize{"mnuPaperSize"};
@@ -257,6 +260,8 @@ class frmMain : public Window,
     std::shared_ptr<const Image> smallPhoto() const override { return preview_.image; }
     std::string storedChoice(const std::string& name) const override;
     void storeChoice(const std::string& name, const std::string& value) override;
+    bool printSheets(const SheetJob& job) override;
+    bool printTestImage(std::shared_ptr<const Image> image) override;
     std::optional<PosterState> posterState() const override;
     void applyPosterChoice(int paper, int tilesWide, int tilesHigh, bool tilesTurned) override;
 
@@ -395,6 +400,8 @@ class frmMain : public Window,
     void cmdLargePreview_Click();
     void cmdSaveNow_Click();
     void cmdSheets_Click();
+    void mnuPrint_Click();
+    PaperRecord currentPaperRecord() const; // throws Error
     bool posterCanBeMade();
     void mnuAbout_Click();
 
@@ -433,6 +440,7 @@ class frmMain : public Window,
     frmSimpleMsg result_;
     frmSaveTiles saveTiles_;
     frmSheets sheets_;
+    PosterPrinting printing_;
     frmTileSize tileSize_;
     frmPosterSize posterSize_;
     frmBtm btm_;

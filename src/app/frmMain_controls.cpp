@@ -41,6 +41,8 @@ void frmMain::fillMenuTexts() {
     mnuOpenRecent.setCaption("Open &Recent");
     mnuSavePdf.setCaption("Save Poster as P&DF...");
     mnuSavePdf.setEnabled(false);
+    mnuPrint.setCaption("&Print Poster...");
+    mnuPrint.setEnabled(false);
     mnuExit.setCaption("E&xit");
     mnuTools.setCaption("&Tools");
     mnuPaperSize.setCaption("&Select Paper/Margins...");

@@ -71,7 +71,13 @@ std::optional<SheetJob> frmMain::posterSheets() const {
         trims.emplace();
         FillCurEdgeTrimInches(*trims);
     }
+    const PaperRecord paper = currentPaperRecord();
     const Units units = unitsOf(iCurUnits);
+    const OutputFigures figures = outputFigures(*layout, true, units, platform_.numberStyle);
+    return sheetJob(paper, units, *layout, trims, lstFiles.selectedText(), figures.size);
+}
+
+PaperRecord frmMain::currentPaperRecord() const {
     PaperTables tables = buildPaperTables();
     setPrefFromRegLine(tables, paper_.preferenceLine, minTileInches, maxTileInches,
                        platform_.numberStyle);
@@ -81,8 +87,7 @@ std::optional<SheetJob> frmMain::posterSheets() const {
         std::abs(paper.tileHeight() - paper_.tileHeight) > nothing) {
         throw Error("The paper is not the one that the tiles were laid out for.");
     }
-    const OutputFigures figures = outputFigures(*layout, true, units, platform_.numberStyle);
-    return sheetJob(paper, units, *layout, trims, lstFiles.selectedText(), figures.size);
+    return paper;
 }
 
 std::filesystem::path frmMain::photoPath() const {

@@ -146,7 +146,8 @@ void frmMain::UpdateOutputSize() {
 
 void frmMain::UpdateActionButtons() {
     const bool ready = bImgSelected && hasValidTileSize();
-    for (Control* control : std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf}) {
+    for (Control* control :
+         std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf, &mnuPrint}) {
         control->setEnabled(ready);
     }
     cmdLargePreview.setEnabled(ready);

@@ -242,7 +242,8 @@ void frmMain::showPhoto(ScaledPreview preview) {
     ShowMainPreview();
     UpdateOutputSize();
     UpdatePlacementLabels();
-    for (Control* control : std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf}) {
+    for (Control* control :
+         std::initializer_list<Control*>{&cmdSaveNow, &cmdSheets, &mnuSavePdf, &mnuPrint}) {
         control->setEnabled(true);
     }
     cmdLargePreview.setEnabled(true);

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,10 @@ class CalibrationOwner {
     virtual int activeProfile() const = 0; // cmbCurBtm's selected position, -1: none
     // The folder recorded in the preferences under "app_dir"; empty: none.
     virtual std::string applicationFolder() const = 0;
+
+    // Prints the test image on the paper of the tiles, with the system's dialog and messages of its
+    // own. True: there is no printer, and the person wants a file instead.
+    virtual bool printTestImage(std::shared_ptr<const Image> image) = 0;
 };
 
 // What making a test target does to memory and disk; tests replace it.
@@ -54,6 +59,7 @@ class frmBtm : public Window {
     Label lblStep1{"lblStep1"};
     Label lblStep1Desc{"lblStep1Desc"};
     Button cmdGenerateTest{"cmdGenerateTest"};
+    Button cmdPrintTest{"cmdPrintTest"};
 
     Label lblConfigurations{"lblConfigurations"};
     ListBox lstConfigurations{"lstConfigurations"};
@@ -111,6 +117,7 @@ class frmBtm : public Window {
     void cmdRename_Click();
     void cmdDel_Click();
     void cmdGenerateTest_Click();
+    void cmdPrintTest_Click();
     void cmdOk_Click();
 
   protected:
@@ -136,8 +143,10 @@ class frmBtm : public Window {
     void listChanged(int select, int activeNow);
     void UpdateDescriptions();
 
+    bool hasValidTestSize(double& heightInches, double& widthInches);
     bool agreedToTestTarget(double& heightInches, double& widthInches);
     bool makeTestTarget(double heightInches, double widthInches, Image& image);
+    void askAndSave(const Image& image);
     // The chosen path; empty: none.
     std::string getSaveTestFileName(const std::string& defaultName);
     void saveTestTarget(const Image& image, const std::string& name, TileFormat type);

@@ -1,4 +1,4 @@
-// The button of the calibration dialog that makes the test image.
+// The buttons of the calibration dialog that make the test image.
 #include "calibration/frmBtm.h"
 #include "controls/scoped_flag.h"
 #include "platform/image/tile_format.h"
@@ -21,6 +21,27 @@ void frmBtm::cmdGenerateTest_Click() {
     if (!agreedToTestTarget(height, width) || !makeTestTarget(height, width, image)) {
         return;
     }
+    askAndSave(image);
+}
+
+void frmBtm::cmdPrintTest_Click() {
+    if (working_) {
+        return;
+    }
+    const ScopedFlag flag(working_);
+    double height = 0;
+    double width = 0;
+    Image image;
+    if (!hasValidTestSize(height, width) || !makeTestTarget(height, width, image)) {
+        return;
+    }
+    const auto made = std::make_shared<const Image>(std::move(image));
+    if (owner_.printTestImage(made)) {
+        askAndSave(*made);
+    }
+}
+
+void frmBtm::askAndSave(const Image& image) {
     const std::string name = getSaveTestFileName("Edge_Test_Image");
     if (name.empty()) {
         platform_.dialogs.showMessage(testTargetCanceledMessage());
@@ -37,16 +58,21 @@ void frmBtm::cmdGenerateTest_Click() {
     saveTestTarget(image, name, *type);
 }
 
-bool frmBtm::agreedToTestTarget(double& heightInches, double& widthInches) {
+bool frmBtm::hasValidTestSize(double& heightInches, double& widthInches) {
     if (!owner_.CheckTileSizesNoTrim(widthInches, heightInches)) {
         platform_.dialogs.showMessage(invalidPrintDimensionsMessage(
             owner_.getConstMinTileSize(), owner_.getConstMaxTileSize(), owner_.tileSizeAreaName(),
             platform_.numberStyle));
         return false;
     }
-    return platform_.dialogs.showMessage(testTargetAnnouncement(
+    return true;
+}
+
+bool frmBtm::agreedToTestTarget(double& heightInches, double& widthInches) {
+    return hasValidTestSize(heightInches, widthInches) &&
+           platform_.dialogs.showMessage(testTargetAnnouncement(
                heightInches, widthInches, unitsOf(owner_.getCurUnits()), platform_.numberStyle)) ==
-           Answer::ok;
+               Answer::ok;
 }
 
 bool frmBtm::makeTestTarget(double heightInches, double widthInches, Image& image) {

@@ -7,6 +7,8 @@ void frmBtm::fillTexts() {
     setCaption("Edge Calibration");
     lblStep1.setCaption("Step (1) Create and print test image");
     cmdGenerateTest.setCaption("Create Edge Calibration Test Image");
+    cmdPrintTest.setCaption("Print Test Image...");
+    cmdPrintTest.setToolTip("Print the test image on a printer of this computer");
 
     lblConfigurations.setCaption("Edge Calibration Profiles");
     cmdNew.setCaption("New");
@@ -54,6 +56,7 @@ void frmBtm::bindHandlers() {
     cmdRename.onClick = [this] { cmdRename_Click(); };
     cmdDel.onClick = [this] { cmdDel_Click(); };
     cmdGenerateTest.onClick = [this] { cmdGenerateTest_Click(); };
+    cmdPrintTest.onClick = [this] { cmdPrintTest_Click(); };
     cmdOk.onClick = [this] { cmdOk_Click(); };
 }
 

@@ -66,7 +66,11 @@ wxSizer* CalibrationView::makeTestPrint() {
     const int gap = dialog()->FromDIP(8);
     column->Add(makeStep(model_.lblStep1), wxSizerFlags().Border(wxBOTTOM, gap));
     column->Add(makeParagraph(model_.lblStep1Desc), wxSizerFlags().Border(wxBOTTOM, gap));
-    column->Add(bind().button(dialog(), model_.cmdGenerateTest, 'T'), wxSizerFlags());
+    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+    buttons->Add(bind().button(dialog(), model_.cmdGenerateTest, 'T'),
+                 wxSizerFlags().Border(wxRIGHT, dialog()->FromDIP(spacing::close)));
+    buttons->Add(bind().button(dialog(), model_.cmdPrintTest, 'i'), wxSizerFlags());
+    column->Add(buttons, wxSizerFlags());
     return column;
 }
 

@@ -6,12 +6,14 @@ namespace veldara {
 
 DesktopProgram::DesktopProgram(std::function<void()> onEnd)
     : screen_(pump_), dialogs_([this] { return screen_.dialogParent(); }),
-      platform_(system_.with(dialogs_, pump_)), main_(platform_, screen_) {
+      printing_(makePrintSystem([this] { return screen_.dialogParent(); }, pump_)),
+      platform_(system_.with(dialogs_, pump_, *printing_)), main_(platform_, screen_) {
     screen_.onEnd = std::move(onEnd);
 }
 
 DesktopProgram::~DesktopProgram() {
     screen_.onEnd = {};
+    printing_->onStopped = {};
     screen_.clear();
 }
 

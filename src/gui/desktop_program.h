@@ -2,12 +2,14 @@
 #pragma once
 
 #include "app/frmMain.h"
+#include "gui/native_print_system.h"
 #include "gui/wx_dialogs.h"
 #include "gui/wx_event_pump.h"
 #include "gui/wx_screen.h"
 #include "platform/system_platform.h"
 
 #include <functional>
+#include <memory>
 
 namespace veldara {
 
@@ -31,6 +33,7 @@ class DesktopProgram {
     WxEventPump pump_;
     WxScreen screen_;
     WxDialogs dialogs_;
+    std::unique_ptr<PrintSystem> printing_;
     Platform platform_;
     frmMain main_;
 };

@@ -149,6 +149,7 @@ void MainView::makeMenus() {
     bind().listMenu(*file, model_.mnuOpenRecent);
     file->AppendSeparator();
     bind().menuItem(*file, model_.mnuSavePdf, "Ctrl+Shift+S");
+    bind().menuItem(*file, model_.mnuPrint, "Ctrl+P");
     file->AppendSeparator();
     bind().menuItem(*file, model_.mnuExit, "Ctrl+Q");
     auto* tools = new wxMenu;
@@ -395,6 +396,8 @@ void MainView::bindShortcuts() {
         bind().shortcut(wxMOD_CONTROL, zero, [this] { model_.ResetZoomAndPan(); });
     }
     bind().shortcut(wxMOD_NONE, WXK_F5, [this] { model_.RefreshFolder(); });
+    // A list that has the keyboard would take the menu's key for one of its own.
+    bind().shortcut(wxMOD_CONTROL, 'P', [this] { model_.mnuPrint.userClick(); });
 }
 
 void MainView::offerCopy() {

@@ -36,6 +36,7 @@ SheetsView::SheetsView(frmSheets& model, wxWindow* parent)
     wxSizer* sheet = makeSheet();
     wxSizer* poster = makePoster();
     wxSizer* choices = makeChoices();
+    wxButton* print = bind().button(dialog(), model_.cmdPrint, 'r');
     wxButton* save = bind().button(dialog(), model_.cmdSavePdf, 'S');
     wxButton* close = bind().button(dialog(), model_.cmdClose, 'C');
     setDefault(save);
@@ -48,7 +49,7 @@ SheetsView::SheetsView(frmSheets& model, wxWindow* parent)
     columns->Add(right, wxSizerFlags(2).Expand());
     auto* contents = new wxBoxSizer(wxVERTICAL);
     contents->Add(columns, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
-    contents->Add(buttonRow(*dialog(), {save, close}), wxSizerFlags().Expand());
+    contents->Add(buttonRow(*dialog(), {print, save, close}), wxSizerFlags().Expand());
     finish(contents);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/launcher.h"
+#include "platform/print_system.h"
 #include "platform/registry.h"
 #include "platform/special_folders.h"
 #include "platform/text/number_text.h"
@@ -24,6 +25,7 @@ struct Platform {
     Launcher& launcher;
     EventPump& eventPump;
     Clock& clock;
+    PrintSystem& printing;
     NumberStyle numberStyle;
     // Where files that belong to the program are looked for when the preferences name no folder:
     // the running program's folder on Windows; elsewhere the user's data folder for the profile

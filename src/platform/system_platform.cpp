@@ -38,10 +38,10 @@ std::string SystemPlatform::helpFileName() const {
     return adaptors_->helpFileName;
 }
 
-Platform SystemPlatform::with(Dialogs& dialogs, EventPump& eventPump) {
-    return {registry(),    fileSystem(),    specialFolders(), drives(),
-            dialogs,       launcher(),      eventPump,        clock(),
-            numberStyle(), profileFolder(), helpFolder(),     helpFileName()};
+Platform SystemPlatform::with(Dialogs& dialogs, EventPump& eventPump, PrintSystem& printing) {
+    return {registry(),      fileSystem(), specialFolders(), drives(), dialogs,
+            launcher(),      eventPump,    clock(),          printing, numberStyle(),
+            profileFolder(), helpFolder(), helpFileName()};
 }
 
 } // namespace veldara

@@ -31,9 +31,9 @@ class SystemPlatform {
     std::string helpFolder() const;
     std::string helpFileName() const;
 
-    // The bundle that the windows take, with the two adaptors that belong to the window toolkit.
+    // The bundle that the windows take, with the three adaptors that belong to the window toolkit.
     // Everything must outlive the bundle.
-    Platform with(Dialogs& dialogs, EventPump& eventPump);
+    Platform with(Dialogs& dialogs, EventPump& eventPump, PrintSystem& printing);
 
   private:
     struct Adaptors;

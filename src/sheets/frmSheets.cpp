@@ -7,6 +7,7 @@
 #include "sheets/assembled_poster.h"
 #include "sheets/guide_page.h"
 #include "sheets/page_picture.h"
+#include "sheets/pdf_progress.h"
 #include "sheets/poster_pdf.h"
 #include "sheets/sheet_marks.h"
 #include "sheets/sheet_numbers.h"
@@ -47,6 +48,7 @@ frmSheets::frmSheets(Platform& platform, Screen& screen, SheetsOwner& owner, frm
     chkLabels.onClick = [this] { choicesChanged(); };
     chkGuide.onClick = [this] { choicesChanged(); };
     txtSheets.onChange = [this] { choicesChanged(); };
+    cmdPrint.onClick = [this] { cmdPrint_Click(); };
     cmdSavePdf.onClick = [this] { cmdSavePdf_Click(); };
     cmdClose.onClick = [this] { unload(); };
 }
@@ -73,6 +75,8 @@ void frmSheets::fillTexts() {
     lblSheets.setCaption("Only these sheets:");
     txtSheets.setToolTip("Numbers and ranges such as 1-3,7; nothing means all");
     cmbOverlap.setToolTip("Width of the strip that the next sheet is glued on");
+    cmdPrint.setCaption("Print...");
+    cmdPrint.setToolTip("Print the sheets on a printer of this computer");
     cmdSavePdf.setCaption("Save PDF...");
     cmdSavePdf.setToolTip("Save all pages as one PDF");
     cmdClose.setCaption("Close");
@@ -127,14 +131,37 @@ void frmSheets::fillOverlaps() {
     cmbOverlap.setItems(items);
 }
 
-void frmSheets::restoreChoices() {
+double frmSheets::storedOverlap() const {
     const int stored = readInteger(owner_.storedChoice(overlapName)).value_or(0);
-    const bool inches = job_ && job_->units == Units::inches;
-    const double overlap =
-        std::clamp(stored, 0, largestOverlap) / micrometres / (inches ? millimetresPerInch : 1);
-    cmbOverlap.setText(plainNumber(std::round(overlap * 1000) / 1000, platform_.numberStyle));
+    return std::clamp(stored, 0, largestOverlap) / micrometres;
+}
+
+int frmSheets::storedMarks() const {
     const int mark = readInteger(owner_.storedChoice(marksName)).value_or(1);
-    cmbMarks.setListIndex(mark >= 0 && mark < cmbMarks.count() ? mark : 1);
+    return mark >= 0 && mark < cmbMarks.count() ? mark : 1;
+}
+
+std::optional<SheetJob> frmSheets::storedJob() const {
+    try {
+        std::optional<SheetJob> job = owner_.posterSheets();
+        if (job) {
+            sheetPlace(*job, 1);
+            job->choices.overlap = storedOverlap() * pointsPerMillimetre;
+            job->choices.marks = marks.at(static_cast<std::size_t>(storedMarks()));
+            job->choices.labels = owner_.storedChoice(labelsName) != "0";
+            job->choices.guide = owner_.storedChoice(guideName) != "0";
+        }
+        return job;
+    } catch (const Error&) {
+        return std::nullopt;
+    }
+}
+
+void frmSheets::restoreChoices() {
+    const bool inches = job_ && job_->units == Units::inches;
+    const double overlap = storedOverlap() / (inches ? millimetresPerInch : 1);
+    cmbOverlap.setText(plainNumber(std::round(overlap * 1000) / 1000, platform_.numberStyle));
+    cmbMarks.setListIndex(storedMarks());
     chkLabels.setChecked(owner_.storedChoice(labelsName) != "0");
     chkGuide.setChecked(owner_.storedChoice(guideName) != "0");
 }
@@ -185,6 +212,7 @@ void frmSheets::readChoices() {
         note = error.what();
     }
     cmdSavePdf.setEnabled(note.empty());
+    cmdPrint.setEnabled(note.empty());
     if (note.empty()) {
         note = overlapProblem(job, platform_.numberStyle).value_or("");
         chosen_ = job;
@@ -263,8 +291,9 @@ void frmSheets::stepShown(int by) {
 // Events run while the document is written, and nothing that it is made of may
 // change under it.
 void frmSheets::setControlsEnabled(bool enabled) {
-    Control* const controls[] = {&cmbShown,  &cmbOverlap, &cmbMarks, &chkLabels,   &chkGuide,
-                                 &txtSheets, &cmdSavePdf, &cmdClose, &cmdPrevious, &cmdNext};
+    Control* const controls[] = {&cmbShown, &cmbOverlap,  &cmbMarks, &chkLabels,
+                                 &chkGuide, &txtSheets,   &cmdPrint, &cmdSavePdf,
+                                 &cmdClose, &cmdPrevious, &cmdNext};
     for (Control* control : controls) {
         control->setEnabled(enabled);
     }
@@ -273,47 +302,55 @@ void frmSheets::setControlsEnabled(bool enabled) {
     }
 }
 
-void frmSheets::cmdSavePdf_Click() {
+std::string frmSheets::askForDocument() const {
     const std::filesystem::path photo = owner_.photoPath();
-    const std::string chosen = platform_.dialogs.askSaveFile({"Save Poster as PDF",
-                                                              {{"PDF (*.pdf)", "*.pdf"}},
-                                                              pathText(photo.stem()) + "_poster",
-                                                              pathText(photo.parent_path())});
-    if (chosen.empty()) {
+    return platform_.dialogs.askSaveFile({"Save Poster as PDF",
+                                          {{"PDF (*.pdf)", "*.pdf"}},
+                                          pathText(photo.stem()) + "_poster",
+                                          pathText(photo.parent_path())});
+}
+
+void frmSheets::work(Button& pressed, const std::function<void()>& act) {
+    writing_ = true;
+    setControlsEnabled(false);
+    act();
+    writing_ = false;
+    setControlsEnabled(true);
+    pressed.setFocus(); // which it lost when it was switched off
+}
+
+void frmSheets::cmdPrint_Click() {
+    storeChoices();
+    bool wantsDocument = false;
+    work(cmdPrint, [&] { wantsDocument = owner_.printSheets(*chosen_); });
+    if (wantsDocument) {
+        cmdSavePdf_Click();
+    }
+}
+
+void frmSheets::cmdSavePdf_Click() {
+    const std::string file = askForDocument();
+    if (file.empty()) {
         return;
     }
     storeChoices();
-    writing_ = true;
-    setControlsEnabled(false);
-    const std::function<void()> tell = writeDocument(textPath(chosen));
-    writing_ = false;
-    setControlsEnabled(true);
-    cmdSavePdf.setFocus(); // which it lost when it was switched off
+    std::function<void()> tell;
+    work(cmdSavePdf, [&] { tell = writeDocument(*chosen_, textPath(file)); });
     tell();
 }
 
-std::function<void()> frmSheets::writeDocument(const std::filesystem::path& file) {
+void frmSheets::SaveDocument(const SheetJob& job) {
+    const std::string file = askForDocument();
+    if (!file.empty()) {
+        writeDocument(job, textPath(file))();
+    }
+}
+
+std::function<void()> frmSheets::writeDocument(const SheetJob& job,
+                                               const std::filesystem::path& file) {
     try {
-        PdfRun run({owner_.photoPath(), owner_.photoTurn(), *chosen_, file});
-        const std::string sheets = std::to_string(run.sheets());
-        progress_.bAllowCancel = true;
-        progress_.ShowProgressBar("Writing sheet 1 of " + sheets);
-        bool done = false;
-        while (!done) {
-            platform_.eventPump.runWhileServing(
-                [&] { done = run.waitDone(std::chrono::milliseconds(100)); });
-            if (progress_.bCancel) {
-                run.cancel();
-            }
-            const std::size_t written = run.written();
-            progress_.lblMsg.setCaption("Writing sheet " +
-                                        std::to_string(std::min(written + 1, run.sheets())) +
-                                        " of " + sheets);
-            // Not quite full before the file is in its place.
-            progress_.SetProgressVal(0.99 * static_cast<double>(written) /
-                                     static_cast<double>(run.sheets()));
-        }
-        const std::string notice = run.result();
+        PdfRun run({owner_.photoPath(), owner_.photoTurn(), job, file});
+        const std::string notice = finishWithProgress(run, "Writing", platform_, progress_);
         progress_.unload();
         return [this, file, notice] { result_.ShowDocumentOkMsg(pathText(file), notice); };
     } catch (const PdfCanceled&) {

@@ -36,6 +36,9 @@ class SheetsOwner {
     // The stored choices, by name; empty: nothing is stored. Neither ever fails.
     virtual std::string storedChoice(const std::string& name) const = 0;
     virtual void storeChoice(const std::string& name, const std::string& value) = 0;
+    // Prints the sheets, with the system's dialog and messages of its own. True: there is no
+    // printer, and the person wants the document instead.
+    virtual bool printSheets(const SheetJob& job) = 0;
 };
 
 class frmSheets : public Window {
@@ -57,6 +60,7 @@ class frmSheets : public Window {
     Label lblSheets{"lblSheets"};
     TextBox txtSheets{"txtSheets"};
     Label lblNote{"lblNote"}; // what does not fit, or cannot be read
+    Button cmdPrint{"cmdPrint"};
     Button cmdSavePdf{"cmdSavePdf"};
     Button cmdClose{"cmdClose"};
 
@@ -66,6 +70,12 @@ class frmSheets : public Window {
     // Shows the window modally for the poster as it is now; false when it cannot
     // be made.
     bool Open();
+
+    // The poster as it is now with the choices that are stored; nothing when it cannot be made.
+    std::optional<SheetJob> storedJob() const;
+
+    // Asks for a file and writes the document of the poster; the window need not be shown.
+    void SaveDocument(const SheetJob& job);
 
     // The poster with this window's choices; nothing when they cannot be read.
     std::optional<SheetJob> chosenJob() const;
@@ -89,9 +99,14 @@ class frmSheets : public Window {
     void stepShown(int by);
     int shownSheet() const; // 0: the guide
     void setControlsEnabled(bool enabled);
+    double storedOverlap() const; // millimetres
+    int storedMarks() const;
+    std::string askForDocument() const;
+    void work(Button& pressed, const std::function<void()>& act);
+    void cmdPrint_Click();
     void cmdSavePdf_Click();
     // Returns what tells the person how it ended, to be called when the window is in order again.
-    std::function<void()> writeDocument(const std::filesystem::path& file);
+    std::function<void()> writeDocument(const SheetJob& job, const std::filesystem::path& file);
     std::function<void()> endRun(const Message& message);
 
     Platform& platform_;

@@ -26,19 +26,18 @@ void blend(std::uint8_t* pixel, const PageColour& colour, int covered, int all) 
 
 class Canvas {
   public:
-    Canvas(const SheetPage& page, const PhotoPicture& photo, double scale)
-        : image_(Image::filled(std::max(1, static_cast<int>(std::lround(page.width * scale))),
-                               std::max(1, static_cast<int>(std::lround(page.height * scale))), 255,
-                               255, 255)),
-          photo_(photo), scale_(scale) {}
+    // The whole page, or a band of its rows.
+    Canvas(const PhotoPicture& photo, double scale, int width, int firstRow, int rows)
+        : image_(Image::filled(width, rows, 255, 255, 255)), firstRow_(firstRow), photo_(photo),
+          scale_(scale) {}
 
     void add(const PagePhoto& item) {
         const int left = std::max(0, static_cast<int>(std::floor(item.target.left * scale_)));
-        const int top = std::max(0, static_cast<int>(std::floor(item.target.top * scale_)));
+        const int top = std::max(firstRow_, static_cast<int>(std::floor(item.target.top * scale_)));
         const int right =
             std::min(image_.width(), static_cast<int>(std::ceil(item.target.right * scale_)));
         const int bottom =
-            std::min(image_.height(), static_cast<int>(std::ceil(item.target.bottom * scale_)));
+            std::min(rowsEnd(), static_cast<int>(std::ceil(item.target.bottom * scale_)));
         for (int y = top; y < bottom; ++y) {
             for (int x = left; x < right; ++x) {
                 showPoint(item, x, y);
@@ -85,7 +84,7 @@ class Canvas {
         }
         const double ascent = pageFontMetrics().ascent / 1000 * size;
         const int x = static_cast<int>(std::lround(text.start.x * scale_));
-        const int y = static_cast<int>(std::lround(text.start.y * scale_));
+        const int y = static_cast<int>(std::lround(text.start.y * scale_)) - firstRow_;
         if (text.direction == TextDirection::across) {
             drawText(image_.mutableView(), x, static_cast<int>(std::lround(y - ascent)), text.text,
                      size, text.colour.red, text.colour.green, text.colour.blue, 100);
@@ -102,8 +101,10 @@ class Canvas {
     Image take() { return std::move(image_); }
 
   private:
+    int rowsEnd() const { return firstRow_ + image_.height(); }
+
     std::uint8_t* pixel(int x, int y) {
-        return image_.row(y) + channels * static_cast<std::size_t>(x);
+        return image_.row(y - firstRow_) + channels * static_cast<std::size_t>(x);
     }
 
     void showPoint(const PagePhoto& item, int x, int y) {
@@ -158,11 +159,11 @@ class Canvas {
                    std::max(box.right, point.x), std::max(box.bottom, point.y)};
         }
         const int left = std::max(0, static_cast<int>(std::floor(box.left * scale_)));
-        const int top = std::max(0, static_cast<int>(std::floor(box.top * scale_)));
+        const int top = std::max(firstRow_, static_cast<int>(std::floor(box.top * scale_)));
         const int right =
             std::min(image_.width() - 1, static_cast<int>(std::floor(box.right * scale_)));
         const int bottom =
-            std::min(image_.height() - 1, static_cast<int>(std::floor(box.bottom * scale_)));
+            std::min(rowsEnd() - 1, static_cast<int>(std::floor(box.bottom * scale_)));
         for (int y = top; y <= bottom; ++y) {
             for (int x = left; x <= right; ++x) {
                 const int covered = coverage(points, x, y);
@@ -197,9 +198,20 @@ class Canvas {
     }
 
     Image image_;
+    int firstRow_; // of the page's rows in the picture
     const PhotoPicture& photo_;
     double scale_;
 };
+
+Image drawRows(const SheetPage& page, const PhotoPicture& photo, double scale, int firstRow,
+               int rows) {
+    Canvas canvas(photo, scale, std::max(1, static_cast<int>(std::lround(page.width * scale))),
+                  firstRow, rows);
+    for (const PageItem& item : page.items) {
+        std::visit([&](const auto& kind) { canvas.add(kind); }, item);
+    }
+    return canvas.take();
+}
 
 } // namespace
 
@@ -208,11 +220,13 @@ Image drawPage(const SheetPage& page, const PhotoPicture& photo, int boxWidth, i
         throw Error("There is no room to show the sheet.");
     }
     const double scale = std::min(boxWidth / page.width, boxHeight / page.height);
-    Canvas canvas(page, photo, scale);
-    for (const PageItem& item : page.items) {
-        std::visit([&](const auto& kind) { canvas.add(kind); }, item);
-    }
-    return canvas.take();
+    return drawRows(page, photo, scale, 0,
+                    std::max(1, static_cast<int>(std::lround(page.height * scale))));
+}
+
+Image drawPageBand(const SheetPage& page, const PhotoPicture& photo, double dotsPerInch,
+                   int firstRow, int rows) {
+    return drawRows(page, photo, dotsPerInch / pointsPerInch, firstRow, rows);
 }
 
 } // namespace veldara

@@ -21,4 +21,9 @@ struct PhotoPicture {
 // for an empty box.
 Image drawPage(const SheetPage& page, const PhotoPicture& photo, int boxWidth, int boxHeight);
 
+// That many rows of the page from firstRow on, as a printer of that resolution
+// prints them: bands put one below the other are the whole page.
+Image drawPageBand(const SheetPage& page, const PhotoPicture& photo, double dotsPerInch,
+                   int firstRow, int rows);
+
 } // namespace veldara

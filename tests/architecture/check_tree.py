@@ -23,6 +23,7 @@ FLOORS = {
     "paper": 4,
     "choice": 4,
     "output": 4,
+    "printing": 4,
     "sheets": 4,
     "app": 5,
     "cli": 5,

@@ -3,6 +3,7 @@
 #include "e2e/test_photos.h"
 #include "gui/folder_list_box.h"
 #include "platform/text/path_text.h"
+#include "support/fake_print_system.h"
 
 #include <algorithm>
 #include <array>
@@ -271,7 +272,8 @@ TEST(Saving, TheProgressWindowIsAsHighAsWhatItShows) {
         WxEventPump pump;
         WxScreen screen(pump);
         WxDialogs dialogs([] { return nullptr; });
-        Platform platform = system.with(dialogs, pump);
+        FakePrintSystem printing;
+        Platform platform = system.with(dialogs, pump, printing);
         frmMsg message(platform, screen);
         const auto height = [] { return Driver::window("frmMsg")->GetClientSize().y; };
         const auto bottom = [](const char* name) {

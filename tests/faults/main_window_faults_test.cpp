@@ -28,8 +28,9 @@ class TheMainWindow : public ::testing::Test {
   protected:
     frmMain& start() {
         platform.emplace(Platform{registry, files, fakes.specialFolders, drives, fakes.dialogs,
-                                  fakes.launcher, fakes.eventPump, fakes.clock, NumberStyle{},
-                                  disk / "own", fakes.helpFolder, fakes.helpFileName});
+                                  fakes.launcher, fakes.eventPump, fakes.clock, fakes.printing,
+                                  NumberStyle{}, disk / "own", fakes.helpFolder,
+                                  fakes.helpFileName});
         window = std::make_unique<frmMain>(*platform, fakes.screen);
         window->picCur.setSize(300, 200);
         window->imgArrow.setSize(100, 100);

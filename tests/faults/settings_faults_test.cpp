@@ -32,6 +32,7 @@ class FakeCalibrationOwner : public CalibrationOwner {
     void fillProfileList(const std::vector<std::string>& all, int) override { names = all; }
     int activeProfile() const override { return 0; }
     std::string applicationFolder() const override { return folder; }
+    bool printTestImage(std::shared_ptr<const Image>) override { return false; }
 };
 
 class TheProfiles : public ::testing::Test {

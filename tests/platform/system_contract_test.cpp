@@ -1,6 +1,7 @@
 #include "platform/error.h"
 #include "platform/running_system.h"
 #include "platform/special_folders.h"
+#include "support/fake_print_system.h"
 
 #include <chrono>
 #include <ctime>
@@ -80,7 +81,8 @@ TEST_F(TheSystem, RefusesToStartWhatIsNoProgram) {
 TEST_F(TheSystem, BundlesItsAdaptorsForTheWindows) {
     ScriptedDialogs dialogs;
     ImmediateEventPump pump;
-    const Platform platform = system.with(dialogs, pump);
+    FakePrintSystem printing;
+    const Platform platform = system.with(dialogs, pump, printing);
     EXPECT_EQ(&platform.registry, &system.registry());
     EXPECT_EQ(&platform.fileSystem, &system.fileSystem());
     EXPECT_EQ(&platform.specialFolders, &system.specialFolders());
@@ -89,6 +91,7 @@ TEST_F(TheSystem, BundlesItsAdaptorsForTheWindows) {
     EXPECT_EQ(&platform.clock, &system.clock());
     EXPECT_EQ(&platform.dialogs, &dialogs);
     EXPECT_EQ(&platform.eventPump, &pump);
+    EXPECT_EQ(&platform.printing, &printing);
     EXPECT_EQ(platform.profileFolder, system.profileFolder());
     EXPECT_EQ(platform.helpFolder, system.helpFolder());
     EXPECT_EQ(platform.helpFileName, system.helpFileName());

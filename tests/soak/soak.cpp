@@ -138,9 +138,10 @@ int runDay(int seconds, unsigned seed) {
     DiskDrives drives(disk.path());
     RandomUser user(seed);
     ThreadedPump pump(user);
-    Platform platform{fakes.registry, files,       fakes.specialFolders, drives, fakes.dialogs,
-                      fakes.launcher, pump,        fakes.clock,          {},     disk.text(),
-                      disk.text(),    "index.html"};
+    Platform platform{
+        fakes.registry, files,       fakes.specialFolders, drives,         fakes.dialogs,
+        fakes.launcher, pump,        fakes.clock,          fakes.printing, {},
+        disk.text(),    disk.text(), "index.html"};
     fakes.registry.putText(preferencesKey, "last_folder", disk.text());
     frmMain main(platform, user, loadImage);
     main.picCur.setSize(300, 200);

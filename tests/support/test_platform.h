@@ -3,6 +3,7 @@
 
 #include "platform/platform.h"
 #include "support/fake_drives.h"
+#include "support/fake_print_system.h"
 #include "support/folder_tree.h"
 #include "support/memory_file_system.h"
 #include "support/memory_registry.h"
@@ -41,6 +42,7 @@ struct TestPlatform {
     FakeLauncher launcher;
     ImmediateEventPump eventPump;
     TestClock clock;
+    FakePrintSystem printing;
     ScriptedScreen screen;
 
     NumberStyle numberStyle;
@@ -53,8 +55,9 @@ struct TestPlatform {
 
     // The same over other folders, for tests that save real files (support/disk_file_system.h).
     Platform withDisk(FileSystem& files, Drives& volumes) {
-        return {registry,  files, specialFolders, volumes,       dialogs,    launcher,
-                eventPump, clock, numberStyle,    profileFolder, helpFolder, helpFileName};
+        return {registry,      files,      specialFolders, volumes,  dialogs,
+                launcher,      eventPump,  clock,          printing, numberStyle,
+                profileFolder, helpFolder, helpFileName};
     }
 };
 

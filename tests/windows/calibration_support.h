@@ -41,6 +41,12 @@ class FakeCalibrationOwner : public CalibrationOwner {
     }
     int activeProfile() const override { return active; }
     std::string applicationFolder() const override { return folder; }
+    bool printTestImage(std::shared_ptr<const Image> image) override {
+        printed = std::move(image);
+        return wantsFile;
+    }
+    std::shared_ptr<const Image> printed;
+    bool wantsFile = false;
 
     std::string activeName() const { return names.at(static_cast<std::size_t>(active)); }
 };

@@ -50,6 +50,31 @@ TEST_F(TestTarget, InvalidSizesAreRefused) {
     EXPECT_TRUE(window.fakes.dialogs.saveRequests.empty());
 }
 
+TEST_F(TestTarget, IsPrintedWithoutAFile) {
+    window.open([&] { window.dialog.cmdPrintTest.userClick(); });
+    ASSERT_TRUE(window.owner.printed);
+    EXPECT_EQ(window.owner.printed->width(),
+              static_cast<int>(window.owner.widthInches * testTargetDotsPerInch + 0.5));
+    EXPECT_EQ(window.owner.printed->height(),
+              static_cast<int>(window.owner.heightInches * testTargetDotsPerInch + 0.5));
+    EXPECT_TRUE(window.fakes.dialogs.quiet());
+}
+
+TEST_F(TestTarget, OfAnInvalidSizeIsNotPrinted) {
+    window.owner.sizesOk = false;
+    window.open([&] { window.dialog.cmdPrintTest.userClick(); });
+    EXPECT_FALSE(window.owner.printed);
+    EXPECT_EQ(window.fakes.dialogs.onlyMessage().title, "Invalid print dimensions");
+}
+
+TEST_F(TestTarget, WithoutAPrinterItIsSavedInstead) {
+    window.owner.wantsFile = true;
+    window.fakes.dialogs.saveFilePaths = {R"(c:\stripes.bmp)"};
+    window.open([&] { window.dialog.cmdPrintTest.userClick(); });
+    ASSERT_EQ(window.fakes.dialogs.saveRequests.size(), 1U);
+    EXPECT_EQ(window.fakes.dialogs.onlyMessage(), testTargetDoneMessage(R"(c:\stripes.bmp)"));
+}
+
 TEST_F(TestTarget, AnnouncesItselfInInches) {
     window.owner.widthInches = 8;
     window.owner.heightInches = 10.5;

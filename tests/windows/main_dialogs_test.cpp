@@ -443,5 +443,68 @@ TEST_F(HandOver, ClosingSavesOnceAndHides) {
     EXPECT_EQ(namesWritten(), fullWrite());
 }
 
+// Printing
+
+TEST_F(HandOver, PrintsThePosterWithTheStoredChoices) {
+    startWithPhoto();
+    store("sheet_guide", 0);
+    fakes.printing.form = FakePrintSystem::Form::drawn;
+    fakes.printing.choice = PrintChoice{{"office", {}, false}, {}};
+    window->mnuPrint.userClick();
+    ASSERT_EQ(fakes.printing.requests.size(), 1U);
+    EXPECT_EQ(fakes.printing.requests[0].title, "photo.jpg");
+    EXPECT_EQ(fakes.printing.requests[0].highestSheet, 4);
+    EXPECT_EQ(fakes.printing.printed, std::vector<std::string>{"photo.jpg"});
+    EXPECT_EQ(fakes.printing.drawn.size(), 4U);
+    EXPECT_EQ(storedText("printer"), "office");
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(HandOver, PrintingNeedsAPhotoAndAValidTile) {
+    start();
+    EXPECT_EQ(window->mnuPrint.caption(), "&Print Poster...");
+    EXPECT_FALSE(window->mnuPrint.enabled());
+    addPhoto("photo.jpg", 3000, 2000);
+    window->RefreshFolder();
+    clickFile("photo.jpg");
+    EXPECT_TRUE(window->mnuPrint.enabled());
+    int done = 0;
+    window->setNewTileVals("Paper", 0, 0.1, 0.1, 0.1, 0.1, "line", done);
+    EXPECT_EQ(window->mnuPrint.enabled(), window->cmdSaveNow.enabled());
+}
+
+TEST_F(HandOver, WithoutAPrinterThePosterIsOfferedAsADocument) {
+    startWithPhoto();
+    fakes.printing.printersThere = false;
+    window->mnuPrint.userClick();
+    ASSERT_EQ(fakes.dialogs.saveRequests.size(), 1U);
+    EXPECT_EQ(fakes.dialogs.saveRequests[0].title, "Save Poster as PDF");
+    fakes.dialogs.answers = {Answer::no};
+    window->mnuPrint.userClick();
+    EXPECT_EQ(fakes.dialogs.saveRequests.size(), 1U);
+}
+
+TEST_F(HandOver, AJobThatStopsLaterIsSaid) {
+    startWithPhoto();
+    const std::string figures = window->FiguresText();
+    fakes.printing.onStopped("office", "Paper jam.");
+    const Message message = fakes.dialogs.onlyMessage();
+    EXPECT_NE(message.text.find("\"office\" has stopped"), std::string::npos);
+    EXPECT_NE(message.text.find("Paper jam."), std::string::npos);
+    EXPECT_EQ(window->FiguresText(), figures);
+}
+
+TEST_F(HandOver, PrintsTheTestImageOnThePaperOfTheTiles) {
+    start();
+    fakes.printing.form = FakePrintSystem::Form::drawn;
+    fakes.printing.choice = PrintChoice{{"office", {}, false}, {}};
+    EXPECT_FALSE(
+        window->printTestImage(std::make_shared<const Image>(Image::filled(768, 512, 1, 2, 3))));
+    EXPECT_EQ(fakes.printing.printed, std::vector<std::string>{"Edge_Test_Image"});
+    EXPECT_EQ(fakes.printing.drawn.size(), 1U);
+    EXPECT_EQ(fakes.printing.width, 6 * 72);
+    EXPECT_EQ(fakes.printing.height, 4 * 72);
+}
+
 } // namespace
 } // namespace veldara::test

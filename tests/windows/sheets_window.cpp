@@ -10,9 +10,11 @@
 #include "support/test_platform.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 #include <random>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +54,16 @@ class FakeSheetsOwner : public SheetsOwner {
     void storeChoice(const std::string& name, const std::string& value) override {
         stored[name] = value;
     }
+    bool printSheets(const SheetJob& toPrint) override {
+        printed.push_back(toPrint);
+        if (whilePrinting) {
+            whilePrinting();
+        }
+        return wantsDocument;
+    }
+    std::vector<SheetJob> printed;
+    std::function<void()> whilePrinting;
+    bool wantsDocument = false;
 };
 
 class SheetsWindowTest : public ::testing::Test {
@@ -190,6 +202,54 @@ TEST_F(SheetsWindowTest, ProposesANameBesideThePhoto) {
     EXPECT_EQ(fakes.dialogs.saveRequests[0].filters[0].pattern, "*.pdf");
     EXPECT_TRUE(fakes.dialogs.messages.empty());
     EXPECT_FALSE(result.visible());
+}
+
+TEST_F(SheetsWindowTest, PrintsWhatIsChosen) {
+    open();
+    window.cmbMarks.userSelect(2);
+    window.txtSheets.userSetText("2-3");
+    owner.whilePrinting = [&] {
+        EXPECT_FALSE(window.cmdPrint.enabled());
+        EXPECT_FALSE(window.cmbMarks.enabled());
+        window.userClose();
+        EXPECT_TRUE(window.loaded()) << "it stays while sheets are printed";
+    };
+    window.cmdPrint.userClick();
+    ASSERT_EQ(owner.printed.size(), 1U);
+    EXPECT_EQ(owner.printed[0].choices.marks, SheetMarks::lines);
+    EXPECT_EQ(owner.printed[0].choices.sheets, (std::vector<int>{2, 3}));
+    EXPECT_EQ(owner.stored["sheet_marks"], "2");
+    EXPECT_TRUE(window.cmdPrint.enabled());
+    EXPECT_TRUE(fakes.dialogs.quiet());
+}
+
+TEST_F(SheetsWindowTest, NothingIsPrintedOfWhatCannotBeRead) {
+    open();
+    window.cmbOverlap.userSetText("wide");
+    EXPECT_FALSE(window.cmdPrint.enabled());
+}
+
+TEST_F(SheetsWindowTest, WithoutAPrinterItAsksForADocument) {
+    owner.wantsDocument = true;
+    open();
+    window.cmdPrint.userClick();
+    ASSERT_EQ(fakes.dialogs.saveRequests.size(), 1U);
+    EXPECT_EQ(fakes.dialogs.saveRequests[0].defaultName, "lake_poster");
+}
+
+TEST_F(SheetsWindowTest, TheStoredChoicesMakeAJobWithoutTheWindow) {
+    owner.stored = {{"sheet_marks", "2"},
+                    {"sheet_overlap", "6350"},
+                    {"sheet_labels", "0"},
+                    {"sheet_guide", "0"}};
+    const std::optional<SheetJob> job = window.storedJob();
+    ASSERT_TRUE(job);
+    EXPECT_NEAR(job->choices.overlap, 18, 1e-9);
+    EXPECT_EQ(job->choices.marks, SheetMarks::lines);
+    EXPECT_FALSE(job->choices.labels);
+    EXPECT_FALSE(job->choices.guide);
+    owner.job->trims.fill(500);
+    EXPECT_FALSE(window.storedJob());
 }
 
 class SheetsDocumentTest : public SheetsWindowTest {

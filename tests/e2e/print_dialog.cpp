@@ -1,0 +1,211 @@
+#include "e2e/print_dialog.h"
+
+#ifdef __WXGTK__
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
+
+#include <gtk/gtk.h>
+#include <gtk/gtkunixprint.h>
+
+namespace veldara::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// All of these are asked on the window thread.
+GtkPrintUnixDialog* shownDialog() {
+    GtkPrintUnixDialog* found = nullptr;
+    GList* windows = gtk_window_list_toplevels();
+    for (GList* one = windows; one != nullptr; one = one->next) {
+        auto* widget = GTK_WIDGET(one->data);
+        if (GTK_IS_PRINT_UNIX_DIALOG(widget) && gtk_widget_get_mapped(widget) == TRUE) {
+            found = GTK_PRINT_UNIX_DIALOG(widget);
+        }
+    }
+    g_list_free(windows);
+    return found;
+}
+
+GtkWidget* printButton(GtkPrintUnixDialog* dialog) {
+    return gtk_dialog_get_widget_for_response(GTK_DIALOG(dialog), GTK_RESPONSE_OK);
+}
+
+// The first widget of a kind inside another that is shown.
+GtkWidget* findInside(GtkWidget* widget, GType kind) {
+    if (G_TYPE_CHECK_INSTANCE_TYPE(widget, kind) && gtk_widget_get_mapped(widget) == TRUE) {
+        return widget;
+    }
+    GtkWidget* found = nullptr;
+    if (GTK_IS_CONTAINER(widget)) {
+        GList* children = gtk_container_get_children(GTK_CONTAINER(widget));
+        for (GList* one = children; one != nullptr && found == nullptr; one = one->next) {
+            found = findInside(GTK_WIDGET(one->data), kind);
+        }
+        g_list_free(children);
+    }
+    return found;
+}
+
+wxPoint screenPlace(GtkWidget* widget, int x, int y) {
+    GtkWidget* top = gtk_widget_get_toplevel(widget);
+    int inTopX = 0;
+    int inTopY = 0;
+    gtk_widget_translate_coordinates(widget, top, x, y, &inTopX, &inTopY);
+    int left = 0;
+    int above = 0;
+    gdk_window_get_origin(gtk_widget_get_window(top), &left, &above);
+    return {left + inTopX, above + inTopY};
+}
+
+struct RowSearch {
+    std::string name;
+    GtkTreePath* path = nullptr;
+};
+
+// A row of the list whose texts name the printer.
+gboolean looksLikeRow(GtkTreeModel* model, GtkTreePath* path, GtkTreeIter* row, gpointer data) {
+    auto* search = static_cast<RowSearch*>(data);
+    for (int column = 0; column < gtk_tree_model_get_n_columns(model); ++column) {
+        if (gtk_tree_model_get_column_type(model, column) != G_TYPE_STRING) {
+            continue;
+        }
+        char* text = nullptr;
+        gtk_tree_model_get(model, row, column, &text, -1);
+        const bool found = text != nullptr && search->name == text;
+        g_free(text);
+        if (found) {
+            search->path = gtk_tree_path_copy(path);
+            return TRUE;
+        }
+    }
+    return FALSE;
+}
+
+// The middle of the printer's row; nowhere (-1, -1) as long as it is not listed.
+wxPoint placeOfPrinter(const std::string& name) {
+    GtkPrintUnixDialog* dialog = shownDialog();
+    GtkWidget* list =
+        dialog == nullptr ? nullptr : findInside(GTK_WIDGET(dialog), GTK_TYPE_TREE_VIEW);
+    if (list == nullptr) {
+        return {-1, -1};
+    }
+    auto* view = GTK_TREE_VIEW(list);
+    RowSearch search{name};
+    gtk_tree_model_foreach(gtk_tree_view_get_model(view), looksLikeRow, &search);
+    if (search.path == nullptr) {
+        return {-1, -1};
+    }
+    GdkRectangle area{};
+    gtk_tree_view_get_cell_area(view, search.path, gtk_tree_view_get_column(view, 1), &area);
+    gtk_tree_path_free(search.path);
+    int x = 0;
+    int y = 0;
+    gtk_tree_view_convert_bin_window_to_widget_coords(view, area.x + area.width / 2,
+                                                      area.y + area.height / 2, &x, &y);
+    return screenPlace(list, x, y);
+}
+
+fs::path folderOf(const std::string& printer) {
+    const char* folder = std::getenv("VELDARA_PRINTED");
+    return fs::path(folder == nullptr ? "/nowhere" : folder) / printer;
+}
+
+std::vector<fs::path> jobsOf(const std::string& printer) {
+    std::vector<fs::path> jobs;
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(folderOf(printer), ignored)) {
+        if (entry.path().extension() == ".job") {
+            jobs.push_back(entry.path());
+        }
+    }
+    std::sort(jobs.begin(), jobs.end(), [](const fs::path& one, const fs::path& other) {
+        return std::stoi(one.stem().string()) < std::stoi(other.stem().string());
+    });
+    return jobs;
+}
+
+} // namespace
+
+void PrintDialog::waitFor(const std::string& printer) {
+    user_.waitUntil("the print dialog knows the printer \"" + printer + "\"", [&] {
+        GtkPrintUnixDialog* dialog = shownDialog();
+        if (dialog == nullptr || gtk_window_is_active(GTK_WINDOW(dialog)) == FALSE) {
+            return false;
+        }
+        GtkPrinter* chosen = gtk_print_unix_dialog_get_selected_printer(dialog);
+        return printer.empty() || (chosen != nullptr && printer == gtk_printer_get_name(chosen) &&
+                                   gtk_widget_get_sensitive(printButton(dialog)) == TRUE);
+    });
+}
+
+void PrintDialog::waitUntilGone() {
+    user_.waitUntil("the print dialog is gone", [] { return shownDialog() == nullptr; });
+}
+
+// The pointer is where the widget is now: the dialog grows when it has asked a printer.
+void PrintDialog::clickScreen(wxPoint at) {
+    hands_.moveTo(at);
+    hands_.click();
+}
+
+void PrintDialog::choosePrinterByMouse(const std::string& name) {
+    waitFor("");
+    user_.waitUntil("the printer \"" + name + "\" is listed",
+                    [&] { return placeOfPrinter(name).x >= 0; });
+    clickScreen(user_.onWindowThread([&] { return placeOfPrinter(name); }));
+    waitFor(name);
+}
+
+void PrintDialog::printByMouse() {
+    clickScreen(user_.onWindowThread([] {
+        GtkWidget* button = printButton(shownDialog());
+        return screenPlace(button, gtk_widget_get_allocated_width(button) / 2,
+                           gtk_widget_get_allocated_height(button) / 2);
+    }));
+}
+
+void PrintDialog::choosePages(const std::string& pages) {
+    user_.key('E', wxMOD_ALT);
+    user_.type(pages); // the field beside it has the keyboard then
+}
+
+void PrintDialog::chooseCopies(const std::string& copies) {
+    user_.key('S', wxMOD_ALT);
+    user_.retype(copies);
+    user_.key(WXK_TAB); // takes what was typed
+}
+
+int PrintDialog::copies() {
+    return user_.onWindowThread([] {
+        GtkPrintSettings* settings = gtk_print_unix_dialog_get_settings(shownDialog());
+        const int count = gtk_print_settings_get_n_copies(settings);
+        g_object_unref(settings);
+        return count;
+    });
+}
+
+bool PrintedJob::has(const std::string& option) const {
+    return (" " + options + " ").find(" " + option + " ") != std::string::npos;
+}
+
+std::size_t countPrinted(const std::string& printer) {
+    return jobsOf(printer).size();
+}
+
+PrintedJob waitForPrinted(Driver& user, const std::string& printer, std::size_t number) {
+    user.waitUntil("the printer has printed", [&] { return jobsOf(printer).size() > number; });
+    const fs::path file = jobsOf(printer)[number];
+    std::ifstream stream(file);
+    PrintedJob job{fs::path(file).replace_extension(".pdf"),
+                   std::string(std::istreambuf_iterator<char>(stream), {})};
+    std::replace(job.options.begin(), job.options.end(), '\n', ' ');
+    return job;
+}
+
+} // namespace veldara::test
+
+#endif
