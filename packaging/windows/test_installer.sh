@@ -31,6 +31,10 @@ uninstall() {
   [[ ! -e "$folder/uninstall.exe" && ! -e "$folder/veldara.exe" ]] || fail "the uninstaller left the program there"
 }
 
+# A download that a slow line takes in a moment: what a new library costs is seen here.
+most=12000000
+[[ "$(stat -c %s "$setup")" -lt "$most" ]] || fail "the installer has $(stat -c %s "$setup") bytes, $most are too many"
+
 rm -rf "$prefix"
 install
 # Wine keeps a key's access list, though it enforces none; a file's becomes its mode. The file of profiles

@@ -12,6 +12,7 @@ windows=("$@")
   echo "same_tiles: build the release preset first, $linux is not there" >&2
   exit 1
 }
+seeds="$(cd "$(dirname "${BASH_SOURCE[0]}")/../../fuzz/corpus" && pwd)"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 cd "$work"
@@ -23,6 +24,14 @@ convert small.jpg -define tiff:tile-geometry=128x128 -compress Zip -depth 16 dee
 convert small.jpg -colorspace CMYK -quality 90 press.jpg
 convert small.jpg -interlace Plane -colorspace Gray grey.jpg
 convert small.jpg -alpha set -channel A -evaluate set 60% transparent.tif
+# A library for every kind, and one that is loaded when it is needed.
+convert small.jpg small.png
+convert small.jpg -depth 16 -interlace PNG -alpha set -channel A -evaluate set 60% deep.png
+cwebp -quiet -q 85 small.jpg -o lossy.webp
+cwebp -quiet -lossless -resize 400 300 small.jpg -o lossless.webp
+heif-enc -q 80 small.jpg -o phone.heic >/dev/null 2>&1
+avifenc --speed 8 --depth 10 small.jpg web.avif >/dev/null
+cp "$seeds/fuzz_heic/grid" grid.heic
 cp small.jpg $'\xc3\x9cberblick \xe7\x85\xa7\xe7\x89\x87.jpg'
 
 compared=0
@@ -39,6 +48,10 @@ same() {
 }
 
 same photo --wide 3 --high 2 "$VELDARA_SAMPLE"
+for photo in small.png deep.png lossy.webp lossless.webp phone.heic grid.heic web.avif; do
+  same "$photo" --wide 3 "$photo"
+done
+same turned-heic --rotate ccw --format tif phone.heic
 for photo in small.jpg strips.tif deep.tif press.jpg grey.jpg transparent.tif; do
   for format in jpg tif bmp; do
     same "$photo-$format" --format "$format" "$photo"

@@ -6,8 +6,8 @@
 
 Linux programs: loaded at a random place (PIE), the tables of the loader read-only once it is done
 (RELRO, bound at start), no executable stack, stack guards, checked library calls, no library path of
-its own. Windows programs: random place with high entropy, no executable data, stack guards, no library but
-those that every Windows has; and that they carry their version and the manifest that makes the system
+its own. Windows programs: random place with high entropy, no executable data, stack guards, no library at
+start but those that Windows takes from its own folder in any case; and that they carry their version and the manifest that makes the system
 treat them as they are written.
 """
 
@@ -18,10 +18,11 @@ import tempfile
 from pathlib import Path
 
 
-# What every Windows since version 10 brings along, as far as our programs use it.
+# The KnownDLLs of every Windows since version 10, and common controls, whose place the manifest says: all
+# others would be looked for beside the program first.
 WINDOWS_LIBRARIES = set(
-    "advapi32 comctl32 comdlg32 gdi32 gdiplus imm32 kernel32 msimg32 msvcrt ole32 oleacc oleaut32 rpcrt4 shell32 "
-    "shlwapi user32 uuid uxtheme version winmm winspool ws2_32".split()
+    "advapi32 comctl32 comdlg32 gdi32 gdiplus imm32 kernel32 msvcrt ole32 oleaut32 rpcrt4 shell32 shlwapi user32 "
+    "ws2_32".split()
 )
 
 
@@ -79,7 +80,7 @@ def lacking_in_pe(content, version):
         lacking.append("stack guards")
     foreign = imported_libraries(content, optional) - WINDOWS_LIBRARIES
     if foreign:
-        lacking.append(f"independence of {', '.join(sorted(foreign))}")
+        lacking.append(f"independence of {', '.join(sorted(foreign))} at its start")
     carried = resources(content, optional)
     manifest = carried.get(24, b"").decode("utf-8")
     lacking += [sentence for words, sentence in MANIFEST.items() if words not in manifest]

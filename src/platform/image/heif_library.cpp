@@ -4,6 +4,8 @@
 #include <optional>
 
 #ifdef _WIN32
+#include <string>
+
 #include <windows.h>
 #else
 #include <dlfcn.h>
@@ -17,9 +19,16 @@ namespace {
 
 using Module = HMODULE;
 
+// From beside the program and nowhere else; what it needs itself, from there or from the system.
 Module loadModule() {
-    return LoadLibraryExW(L"libheif.dll", nullptr,
-                          LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+    std::wstring path(MAX_PATH, L'\0');
+    while (GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())) ==
+           path.size()) {
+        path.resize(path.size() * 2); // it was cut
+    }
+    path.erase(path.find_last_of(L'\\') + 1);
+    return LoadLibraryExW((path + L"libheif.dll").c_str(), nullptr,
+                          LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
 void* addressIn(Module module, const char* name) {

@@ -86,6 +86,8 @@ std::wstring withVariables(const std::string& path) {
 
 ShellLauncher::~ShellLauncher() {
     // The viewer's windows run on a thread of its own, which must end before the program does.
+    // Wine's viewer shows no page without a browser component that tests do without, so only a real
+    // Windows machine shows what happens (docs/windows-check.md).
     if (helpOpened_) {
         helpViewer()(nullptr, nullptr, closeAllWindows, 0);
     }

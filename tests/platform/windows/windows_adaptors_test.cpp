@@ -254,6 +254,11 @@ TEST_F(OnWindows, AFileIsRewrittenWhereItLies) {
     EXPECT_THROW(rewriteTextFile(folder / "missing"), Error);
 }
 
+// Wine has no drive without a disk that could ask.
+TEST_F(OnWindows, AnEmptyDriveIsNoQuestionOfTheSystem) {
+    EXPECT_NE(GetErrorMode() & SEM_FAILCRITICALERRORS, 0U);
+}
+
 TEST_F(OnWindows, TheHelpViewerIsThere) {
     const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     ASSERT_NE(library, nullptr);
