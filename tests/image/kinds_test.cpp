@@ -107,6 +107,19 @@ TEST(EveryKind, OfAGridIsDecodedByRowsOfTiles) {
     EXPECT_FALSE(reader(single)->streams());
 }
 
+// libheif would take memory by the one size and write by the other.
+TEST(EveryKind, OfAGridThatSaysTwoSizesIsRefused) {
+    for (const char* name : {"grid", "gridTurned"}) {
+        Bytes bytes = seed("fuzz_heic", name);
+        const Bytes data{'i', 'd', 'a', 't'};
+        const auto layout = std::search(bytes.begin(), bytes.end(), data.begin(), data.end()) + 4;
+        ASSERT_LT(layout, bytes.end() - 8);
+        layout[4] = 0x68; // the higher byte of the width
+        EXPECT_EQ(complaintOf(bytes),
+                  "Could not read \"picture\": its header is damaged or incomplete.");
+    }
+}
+
 TEST(EveryKind, LosslessOnesSaySo) {
     EXPECT_FALSE(headerOf(seed("fuzz_png", "modeRGB")).lossy);
     EXPECT_FALSE(headerOf(seed("fuzz_webp", "lossless")).lossy);

@@ -1,5 +1,7 @@
 #include "platform/image/heif_grid.h"
 
+#include "platform/error.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -125,6 +127,7 @@ class Description {
     bool readProperties(const Box& box);
     bool readUses(const Box& box);
     bool takeLayout(ByteSource& source, HeifGrid& grid) const;
+    bool sizeAgrees(const HeifGrid& grid) const;
     bool takeTurn(HeifGrid& grid) const;
     bool takeTiles(HeifGrid& grid) const;
 
@@ -276,6 +279,29 @@ bool Description::takeLayout(ByteSource& source, HeifGrid& grid) const {
     return version == 0 && width > 0 && width < most && height > 0 && height < most;
 }
 
+// Whether the picture's properties say the size that its layout says.
+bool Description::sizeAgrees(const HeifGrid& grid) const {
+    const auto used = uses_.find(primary_);
+    if (used == uses_.end()) {
+        return false;
+    }
+    bool said = false;
+    for (const std::size_t index : used->second) {
+        if (index == 0 || index > properties_.size() ||
+            properties_[index - 1].kind != kindOf("ispe")) {
+            continue;
+        }
+        Numbers numbers(properties_[index - 1].content);
+        numbers.next(4); // version and flags
+        if (numbers.word() != static_cast<std::uint32_t>(grid.width) ||
+            numbers.word() != static_cast<std::uint32_t>(grid.height)) {
+            return false;
+        }
+        said = true;
+    }
+    return said;
+}
+
 bool changesPicture(std::uint32_t kind) {
     return kind == kindOf("irot") || kind == kindOf("imir") || kind == kindOf("clap");
 }
@@ -332,8 +358,13 @@ bool Description::takeTiles(HeifGrid& grid) const {
 std::optional<HeifGrid> Description::grid(ByteSource& source) const {
     const auto primary = items_.find(primary_);
     HeifGrid grid;
-    if (primary == items_.end() || primary->second.kind != kindOf("grid") ||
-        !takeLayout(source, grid) || !takeTurn(grid) || !takeTiles(grid)) {
+    if (primary == items_.end() || primary->second.kind != kindOf("grid")) {
+        return std::nullopt;
+    }
+    if (!takeLayout(source, grid) || !sizeAgrees(grid)) {
+        throw Error("its header is damaged or incomplete");
+    }
+    if (!takeTurn(grid) || !takeTiles(grid)) {
         return std::nullopt;
     }
     return grid;

@@ -28,6 +28,8 @@ struct HeifGrid {
 // Nothing when the primary picture is no grid, or one that is not simply tiles side by side
 // (mirrored, cut, with tiles that are turned themselves), or when the boxes are damaged: the
 // library decides then.
+// Throws Error with the bare reason when a grid's size is not the one that its properties say: the
+// library takes memory by the one and writes by the other.
 std::optional<HeifGrid> readHeifGrid(ByteSource& source);
 
 } // namespace veldara
