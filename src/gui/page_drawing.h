@@ -1,4 +1,4 @@
-// Draws a page of a print job on any device of the toolkit, band by band.
+// Draws a page of a print job on any device of the toolkit, a printer or a bitmap, band by band.
 #pragma once
 
 #include "platform/print_system.h"
