@@ -89,10 +89,10 @@ TEST(Desktop, PlaceSizeAndSplitterAreBack) {
 
 TEST(Desktop, AWindowLeftOnAScreenThatIsGoneOpensOnThisOne) {
     Desk desk;
-    WindowPlace far;
-    far.normal = {9000, 7000, 1100, 760};
-    far.splitter = 260;
-    desk.stage.store("window_place", windowPlaceText(far));
+    WindowPlace gone;
+    gone.normal = {9000, 7000, 1100, 760};
+    gone.splitter = 260;
+    desk.stage.store("window_place", windowPlaceText(gone));
     desk.stage.start();
     desk.user.waitUntil("all of the window is on the screen",
                         [] { return wxDisplay(0u).GetGeometry().Contains(Desk::frameNow()); });
