@@ -308,7 +308,10 @@ wxRadioButton* Bindings::option(wxWindow* parent, OptionButton& model, char mnem
     auto* native =
         new wxRadioButton(parent, wxID_ANY, nativeLabel(model.caption(), mnemonic),
                           wxDefaultPosition, wxDefaultSize, firstOfGroup ? wxRB_GROUP : 0);
-    pressByLetter(mnemonic, *native, [&model] { model.userSelect(); });
+    pressByLetter(mnemonic, *native, [native, &model] {
+        native->SetFocus(); // as the system does, so that Tab goes on from here
+        model.userSelect();
+    });
     native->SetName(nativeText(model.name()));
     native->Bind(wxEVT_RADIOBUTTON, [&model](wxCommandEvent&) { model.userSelect(); });
     followWidget(model, *native, [native, &model, mnemonic](Property property) {

@@ -38,6 +38,13 @@ class WishedPoster {
         });
     }
 
+    void tabTo(const std::string& name) {
+        for (int i = 0; i < 10 && !user.hasFocus(dialog, name); ++i) {
+            user.key(WXK_TAB);
+        }
+        ASSERT_TRUE(user.hasFocus(dialog, name));
+    }
+
     std::string choice() { return user.text(dialog, "lstChoices"); }
 
     std::string tiles() {
@@ -95,15 +102,11 @@ TEST(PosterSize, ByKeyboard) {
     poster.open();
     poster.user.key('H', wxMOD_ALT);
     EXPECT_TRUE(poster.user.isChecked(dialog, "opbHeight"));
-    poster.user.key(WXK_TAB);
-    EXPECT_TRUE(poster.user.hasFocus(dialog, "txtHeight"));
+    poster.tabTo("txtHeight"); // where a group of buttons is one stop, others come before it
     poster.user.retype("12");
     EXPECT_EQ(poster.user.text(dialog, "txtWidth"), "18");
     EXPECT_THAT(poster.choice(), StartsWith("1.  2 x 2 sheets, on their side"));
-    for (int i = 0; i < 10 && !poster.user.hasFocus(dialog, "lstChoices"); ++i) {
-        poster.user.key(WXK_TAB);
-    }
-    ASSERT_TRUE(poster.user.hasFocus(dialog, "lstChoices"));
+    poster.tabTo("lstChoices");
     poster.user.key(WXK_DOWN);
     EXPECT_EQ(poster.chosen(), 1);
     poster.user.key(WXK_UP);
