@@ -84,7 +84,8 @@ void checkWindow(const frmMain& main) {
 // Comes up, is looked at, saves its settings with a click, and is closed.
 std::string runOnce(test::TestPlatform& fakes) {
     Platform platform = fakes.platform();
-    frmMain main(platform, fakes.screen, [](const auto&) -> Image { throw Error("No photo."); });
+    frmMain main(platform, fakes.screen,
+                 [](const auto&, const auto&) -> Image { throw Error("No photo."); });
     main.load();
     checkWindow(main);
     const std::string state = stateOf(main);

@@ -52,7 +52,8 @@ TEST(Settings, AreNotSavedByTheMenusExit) {
     stage.store("prefs_numTiles", "w02h02");
     stage.start();
     stage.user().choose("frmMain", "cmbTilesHigh", 5);
-    stage.user().clickMenu("frmMain", 0, 3);
+    stage.user().key('F', wxMOD_ALT);
+    stage.user().key('X');
     stage.waitForEnd();
     stage.stop();
     EXPECT_EQ(stage.stored("prefs_numTiles"), "w02h02");
