@@ -87,6 +87,7 @@ WINDOWS = [
     ]),
     Window("Edge Calibration", "alt+i", close="Escape", controls=[
         ("push button", "Create Edge Calibration Test Image"),
+        ("push button", "Print Test Image..."),
         ("table", "Edge Calibration Profiles"),
         ("push button", "New"),
         ("push button", "Rename"),
@@ -142,6 +143,7 @@ WINDOWS = [
         ("text", "Only these sheets"),
         ("check box", "Label in the margin"),
         ("check box", "Page on printing and assembling"),
+        ("push button", "Print..."),
         ("push button", "Save PDF..."),
         ("push button", "Close"),
     ]),

@@ -160,12 +160,32 @@ void PrintDialog::choosePrinterByMouse(const std::string& name) {
     waitFor(name);
 }
 
+// The dialog may still grow when it has asked a printer. So the button is clicked where it has come
+// to rest, and again when the dialog stays.
 void PrintDialog::printByMouse() {
-    clickScreen(user_.onWindowThread([] {
-        GtkWidget* button = printButton(shownDialog());
+    const auto place = [] {
+        GtkPrintUnixDialog* dialog = shownDialog();
+        if (dialog == nullptr) {
+            return wxPoint(-1, -1);
+        }
+        GtkWidget* button = printButton(dialog);
         return screenPlace(button, gtk_widget_get_allocated_width(button) / 2,
                            gtk_widget_get_allocated_height(button) / 2);
-    }));
+    };
+    const auto isUp = [] { return shownDialog() != nullptr; };
+    constexpr std::chrono::milliseconds moment(100);
+    for (int tries = 0; tries < 20 && user_.onWindowThread(isUp); ++tries) {
+        const wxPoint at = user_.onWindowThread(place);
+        hands_.moveTo(at);
+        user_.pause(moment);
+        if (user_.onWindowThread(place) != at) {
+            continue;
+        }
+        hands_.click();
+        for (int i = 0; i < 20 && user_.onWindowThread(isUp); ++i) {
+            user_.pause(moment);
+        }
+    }
 }
 
 void PrintDialog::choosePages(const std::string& pages) {
