@@ -111,12 +111,18 @@ std::string frmMain::GetAppCopyrightString() const {
 
 void frmMain::EndNow() {
     ended_ = true;
-    work_.dropLoad();
+    dropWork();
     screen().endProgram();
 }
 
-void frmMain::unloadHandler() {
+// Nobody waits for the photo that is being decoded, or copied.
+void frmMain::dropWork() {
     work_.dropLoad();
+    stopCopy_.set();
+}
+
+void frmMain::unloadHandler() {
+    dropWork();
     saveSettings();
     for (Timer* timer : {&tmrImg, &tmrLoadingImg, &tmrResize}) {
         timer->setEnabled(false);

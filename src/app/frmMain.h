@@ -296,6 +296,7 @@ class frmMain : public Window,
     void selectProfile(int index);
     void saveSettings();
     void saveSettingsUnlessSkipped();
+    void dropWork();
     void unloadOtherWindows();
     void findHelpFile();
     void findSpecialFolders();
@@ -409,6 +410,7 @@ class frmMain : public Window,
     PhotoLoader loadPhoto_;
     PhotoCopyHooks copyHooks_;
     bool copying_ = false; // a copy of a photo is being made; window events run meanwhile
+    StopFlag stopCopy_;    // nobody waits for it any more
     mutable Preferences preferences_; // reading stores the platform's result code
 
     CurrentPaper paper_;

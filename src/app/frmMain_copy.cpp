@@ -51,6 +51,8 @@ std::string frmMain::askForCopy(const std::string& copy) {
 // False: stopped by the user, or failed with a message.
 bool frmMain::makeCopy(const std::string& path, const std::string& target) {
     copying_ = true;
+    stopCopy_.clear();
+    progress_.onCancel = [this] { stopCopy_.set(); };
     const bool couldSave = cmdSaveNow.enabled();
     cmdSaveNow.setEnabled(false); // a run that writes tiles has the same progress window
     progress_.bAllowCancel = true;
@@ -61,24 +63,27 @@ bool frmMain::makeCopy(const std::string& path, const std::string& target) {
     try {
         std::unique_ptr<CopySteps> copy;
         platform_.eventPump.runWhileServing(
-            [&] { copy = copyHooks_.begin(textPath(path), textPath(target)); });
-        while (!copy->done() && !progress_.bCancel && !ended_) {
+            [&] { copy = copyHooks_.begin(textPath(path), textPath(target), stopCopy_); });
+        while (!copy->done() && !stopCopy_.isSet()) {
             platform_.eventPump.runWhileServing([&] { copy->step(); });
             progress_.SetProgressVal(copy->fraction());
         }
         done = copy->done();
+    } catch (const WorkStopped&) {
+        // Nobody waits for the copy any more.
     } catch (const Error& error) {
         problem = error.what();
     } catch (const std::exception&) { // no memory, or no thread
         problem = "The copy could not be made: there is not enough memory.";
     }
     copying_ = false;
+    progress_.onCancel = {};
     progress_.unload();
     cmdSaveNow.setEnabled(couldSave);
     if (!problem.empty()) {
         platform_.dialogs.showMessage(photoUnreadableMessage(problem));
     }
-    return done && !ended_;
+    return done && !ended_ && loaded();
 }
 
 } // namespace veldara

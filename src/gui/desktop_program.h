@@ -6,6 +6,7 @@
 #include "gui/wx_dialogs.h"
 #include "gui/wx_event_pump.h"
 #include "gui/wx_screen.h"
+#include "platform/stoppable_work.h"
 #include "platform/system_platform.h"
 
 #include <functional>
@@ -35,6 +36,7 @@ class DesktopProgram {
     WxDialogs dialogs_;
     std::unique_ptr<PrintSystem> printing_;
     Platform platform_;
+    StoppableWork decoding_; // what was left ends before the program does
     frmMain main_;
 };
 

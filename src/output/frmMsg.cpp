@@ -71,6 +71,9 @@ void frmMsg::UpdateProgess() {
 void frmMsg::cmdCancel_Click() {
     bCancel = true;
     lblMsg.setCaption("canceling...");
+    if (onCancel) {
+        onCancel();
+    }
 }
 
 void frmMsg::tmrProgBar_Timer() {

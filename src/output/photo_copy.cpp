@@ -71,6 +71,7 @@ PhotoCopy::PhotoCopy(const std::filesystem::path& photo, std::filesystem::path t
     if (!isJpeg(header)) {
         encoder_ = openRowEncoder(header.width, header.height, TileFormat::tiff, header.dotsPerInch,
                                   reader_->colourProfile());
+        readRows();
     }
 }
 
@@ -83,16 +84,22 @@ void PhotoCopy::step() {
         finish(bytesOf(photo_));
         return;
     }
-    const ImageHeader& header = reader_->header();
-    if (nextRow_ == header.height) {
+    if (nextRow_ == reader_->header().height) {
         finish(encoder_->finish());
         return;
     }
+    encoder_->writeRows(rows_.view());
+    nextRow_ += rows_.height();
+    readRows();
+}
+
+void PhotoCopy::readRows() {
+    const ImageHeader& header = reader_->header();
     const int count = std::min(rowsOfStep, header.height - nextRow_);
-    Image rows(header.width, count);
-    reader_->readRows(rows.mutableView());
-    encoder_->writeRows(rows.view());
-    nextRow_ += count;
+    if (count > 0) {
+        rows_ = Image(header.width, count);
+        reader_->readRows(rows_.mutableView());
+    }
 }
 
 void PhotoCopy::finish(const std::vector<std::uint8_t>& bytes) {
@@ -118,9 +125,19 @@ bool mayWriteIn(const std::filesystem::path& folder) {
 
 PhotoCopyHooks realPhotoCopy() {
     return {[](const std::filesystem::path& photo) { return readImageHeader(photo); }, mayWriteIn,
-            [](const std::filesystem::path& photo, const std::filesystem::path& target) {
-                return std::make_unique<PhotoCopy>(photo, target);
-            }};
+            [](const std::filesystem::path& photo, const std::filesystem::path& target,
+               const StopFlag&) { return std::make_unique<PhotoCopy>(photo, target); }};
+}
+
+PhotoCopyHooks realPhotoCopy(StoppableWork& decoding) {
+    PhotoCopyHooks hooks = realPhotoCopy();
+    hooks.begin = [&decoding, begin = hooks.begin](const std::filesystem::path& photo,
+                                                   const std::filesystem::path& target,
+                                                   const StopFlag& stop) {
+        return decoding.run<std::unique_ptr<CopySteps>>(
+            [=](const StopFlag& own) { return begin(photo, target, own); }, stop);
+    };
+    return hooks;
 }
 
 } // namespace veldara

@@ -4,6 +4,9 @@
 
 #include "platform/dialogs.h"
 #include "platform/image/codec.h"
+#include "platform/image/image.h"
+#include "platform/stop_flag.h"
+#include "platform/stoppable_work.h"
 
 #include <filesystem>
 #include <functional>
@@ -35,7 +38,7 @@ class CopySteps {
     virtual bool done() const = 0;
     virtual double fraction() const = 0; // done so far, 0 to 1
 
-    // Some more of it; may take seconds where a picture can only be decoded whole. Throws Error.
+    // Some more of it. Throws Error.
     virtual void step() = 0;
 };
 
@@ -44,6 +47,7 @@ class CopySteps {
 // or not at all.
 class PhotoCopy : public CopySteps {
   public:
+    // Decodes the first rows, which may take seconds where a picture can only be decoded whole.
     // Throws Error when the photo cannot be read.
     PhotoCopy(const std::filesystem::path& photo, std::filesystem::path target);
 
@@ -53,13 +57,15 @@ class PhotoCopy : public CopySteps {
     void step() override;
 
   private:
+    void readRows();
     void finish(const std::vector<std::uint8_t>& bytes);
 
     std::filesystem::path photo_;
     std::filesystem::path target_;
     std::unique_ptr<RowReader> reader_;
     std::unique_ptr<RowEncoder> encoder_; // none: byte for byte
-    int nextRow_ = 0;
+    int nextRow_ = 0;                     // the first that is not encoded
+    Image rows_;                          // from there on
     bool done_ = false;
 };
 
@@ -70,11 +76,17 @@ bool mayWriteIn(const std::filesystem::path& folder);
 struct PhotoCopyHooks {
     std::function<ImageHeader(const std::filesystem::path& photo)> readHeader;
     std::function<bool(const std::filesystem::path& folder)> mayWriteIn;
+    // Throws Error, or WorkStopped after the flag was set.
     std::function<std::unique_ptr<CopySteps>(const std::filesystem::path& photo,
-                                             const std::filesystem::path& target)>
+                                             const std::filesystem::path& target,
+                                             const StopFlag& stop)>
         begin;
 };
 
+// The copy above, whose beginning cannot be stopped.
 PhotoCopyHooks realPhotoCopy();
+
+// The same on a thread that is left when the flag is set.
+PhotoCopyHooks realPhotoCopy(StoppableWork& decoding);
 
 } // namespace veldara

@@ -5,6 +5,9 @@
 #include "tiff_files.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
 
@@ -35,6 +38,12 @@ void expectStops(const Bytes& file, std::uint64_t place) {
     StopFlag stop;
     EXPECT_THROW(loadImage(std::make_unique<StoppingBytes>(file, place, stop), "picture", stop),
                  WorkStopped);
+}
+
+Bytes webpSeed(const char* name) {
+    std::ifstream stream(std::filesystem::path(VELDARA_SEEDS) / "fuzz_webp" / name,
+                         std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 Bytes faxPage(int width, int height) {
@@ -71,6 +80,15 @@ TEST(Stopping, ScansThatComeBeforeTheFirstRowEndInTheirMidst) {
     const Bytes file = makeJpeg(kind, photo(800, 400));
     ASSERT_GT(file.size(), 70000U);
     expectStops(file, file.size() / 2);
+}
+
+// Lower than a band, so that nobody but the decoder itself looks at the flag.
+TEST(Stopping, AWebpPictureEndsWithinItsDecoding) {
+    for (const char* name : {"lossy", "lossless"}) {
+        const Bytes file = webpSeed(name);
+        ASSERT_LT(headerOf(file).height, 64);
+        expectStops(file, file.size() - 1);
+    }
 }
 
 TEST(Stopping, NobodyAskedLoadsThePicture) {

@@ -41,7 +41,11 @@ class OfferedCopy : public MainWindowTest {
         };
         hooks.mayWriteIn = [this](const std::filesystem::path&) { return writable; };
         hooks.begin = [this](const std::filesystem::path& photo,
-                             const std::filesystem::path& target) {
+                             const std::filesystem::path& target, const StopFlag& stop) {
+            if (whileBeginning) {
+                whileBeginning();
+            }
+            stop.check();
             copied.push_back(pathText(photo) + " > " + pathText(target));
             return std::make_unique<FakeCopy>([this, target](int step) {
                 if (atStep) {
@@ -65,6 +69,7 @@ class OfferedCopy : public MainWindowTest {
     const char* kind = "HEIC";
     bool broken = false;
     bool writable = true;
+    std::function<void()> whileBeginning;
     std::function<void(int)> atStep;
     std::vector<std::string> copied;
 };
@@ -127,6 +132,18 @@ TEST_F(OfferedCopy, EndOfTheProgramStopsIt) {
     window->openPath("/far/IMG_1.HEIC");
     EXPECT_THAT(steps, ElementsAre(1));
     EXPECT_THAT(loaded, IsEmpty());
+}
+
+TEST_F(OfferedCopy, EndsWithinItsBeginningWhenNobodyWaitsForIt) {
+    whileBeginning = [this] {
+        dynamic_cast<frmMsg&>(*fakes.screen.lastShown).cmdCancel.userClick();
+    };
+    window->openPath("/far/IMG_1.HEIC");
+    whileBeginning = [this] { window->unload(); };
+    window->openPath("/far/IMG_1.HEIC");
+    EXPECT_THAT(copied, IsEmpty());
+    EXPECT_THAT(loaded, IsEmpty());
+    EXPECT_EQ(fakes.dialogs.messages.size(), 2U); // the offers
 }
 
 TEST_F(OfferedCopy, FailureIsReportedAndNothingIsOpened) {

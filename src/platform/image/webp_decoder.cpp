@@ -1,4 +1,5 @@
-// WebP through libwebp, which gives a picture whole. Of an animation the first picture, on white.
+// WebP through libwebp, which gives a picture whole, but can be stopped on the way. Of an animation
+// the first picture, on white.
 #include "platform/error.h"
 #include "platform/image/colour.h"
 #include "platform/image/exif.h"
@@ -9,6 +10,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
+#include <span>
 #include <vector>
 
 #include <webp/decode.h>
@@ -57,11 +61,36 @@ class WebpDecoder : public WholePictureDecoder {
         return source_.readFully(part.at, bytes.data(), bytes.size()) ? bytes
                                                                       : std::vector<std::uint8_t>();
     }
+    VP8StatusCode decodeInParts(std::span<const std::uint8_t> bytes, WebPDecoderConfig& config);
 
     ByteSource& source_;
     WebpFile file_;
     PixelMemory canvas_;
 };
+
+struct EndDecoding {
+    void operator()(WebPIDecoder* decoder) const { WebPIDelete(decoder); }
+};
+
+// Looks at the stop flag before each part of the bytes.
+VP8StatusCode WebpDecoder::decodeInParts(std::span<const std::uint8_t> bytes,
+                                         WebPDecoderConfig& config) {
+    // Few, since with every part the last rows of a lossless picture are decoded once more.
+    constexpr std::size_t parts = 32;
+    const std::unique_ptr<WebPIDecoder, EndDecoding> decoder(WebPIDecode(nullptr, 0, &config));
+    if (!decoder) {
+        throw std::bad_alloc();
+    }
+    VP8StatusCode status = VP8_STATUS_SUSPENDED;
+    for (std::size_t part = 1; part <= parts && status == VP8_STATUS_SUSPENDED; ++part) {
+        if (shallStop()) {
+            throw Error("its decoding was stopped");
+        }
+        const std::size_t end = part == parts ? bytes.size() : bytes.size() / parts * part;
+        status = WebPIUpdate(decoder.get(), bytes.data(), end);
+    }
+    return status;
+}
 
 DecodedPixels WebpDecoder::decode() {
     if (file_.picture.at + file_.picture.size > source_.size()) {
@@ -91,7 +120,7 @@ DecodedPixels WebpDecoder::decode() {
     config.output.is_external_memory = 1;
     config.output.u.RGBA = {canvas_.get() + first, static_cast<int>(stride),
                             stride * height - first};
-    if (WebPDecode(bytes.data(), bytes.size(), &config) != VP8_STATUS_OK) {
+    if (decodeInParts(bytes, config) != VP8_STATUS_OK) {
         incomplete();
     }
     return {canvas_.get(), stride, channels, false};
