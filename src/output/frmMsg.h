@@ -28,9 +28,9 @@ class frmMsg : public Window {
     bool bAllowCancel = false;
     // The user pressed Cancel.
     bool bCancel = false;
-    Handler onCancel; // raised at once, for work that goes on between two looks at bCancel
-    double dProgress = 0.0;     // fraction 0 to 1
-    double dStart = 0.0;        // seconds: when the timed message was shown
+    Handler onCancel;       // raised at once, for work that goes on between two looks at bCancel
+    double dProgress = 0.0; // fraction 0 to 1
+    double dStart = 0.0;    // seconds: when the timed message was shown
     double dSecToShowMsg = 0.0; // how long a timed message stays
     // A window that is loaded and not shown closes itself at the first tick.
     ProgressStatus curStatus = closeAtNextTick;
