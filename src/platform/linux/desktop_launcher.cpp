@@ -3,6 +3,7 @@
 #include "platform/error.h"
 #include "platform/files/descriptor.h"
 #include "platform/files/file_error.h"
+#include "platform/text/file_name.h"
 
 #include <algorithm>
 #include <array>
@@ -174,13 +175,14 @@ void DesktopLauncher::openTarget(const std::string& target) {
         open(target);
         return;
     }
-    // A file would be handed to whatever program claims its kind; the windows open folders only.
+    const bool document = isPdfName(target);
     std::error_code code;
-    const std::filesystem::path folder = std::filesystem::absolute(target, code);
-    if (code || !std::filesystem::is_directory(folder, code)) {
-        throw Error("The folder \"" + target + "\" is not there.");
+    const std::filesystem::path path = std::filesystem::absolute(target, code);
+    if (code || !(document ? std::filesystem::is_regular_file(path, code)
+                           : std::filesystem::is_directory(path, code))) {
+        throw Error((document ? "The file \"" : "The folder \"") + target + "\" is not there.");
     }
-    open(folder.string());
+    open(path.string());
 }
 
 std::optional<std::string> DesktopLauncher::systemInformationProgram() {

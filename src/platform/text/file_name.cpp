@@ -70,4 +70,8 @@ std::string folderNameProblem(std::string_view name, char separator) {
     return sentence("folder", name, problemOf(name, separator));
 }
 
+bool isPdfName(std::string_view name) {
+    return lowerCase(name).ends_with(".pdf");
+}
+
 } // namespace veldara

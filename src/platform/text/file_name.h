@@ -17,4 +17,7 @@ std::string fileNameProblem(std::string_view name, char separator = platformSepa
 // The same for a folder.
 std::string folderNameProblem(std::string_view name, char separator = platformSeparator);
 
+// Whether a file of that name is a PDF document, as desktops tell by its ending.
+bool isPdfName(std::string_view name);
+
 } // namespace veldara

@@ -1,6 +1,7 @@
 #include "platform/windows/shell_launcher.h"
 
 #include "platform/error.h"
+#include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 #include "platform/text/version_text.h"
 #include "platform/text/wide_text.h"
@@ -9,9 +10,11 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 
 #include <objbase.h>
 #include <shellapi.h>
+#include <shlobj.h>
 #include <windows.h>
 
 namespace veldara {
@@ -70,6 +73,32 @@ bool isFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+struct FreeItem {
+    void operator()(ITEMIDLIST* item) const { ILFree(item); }
+};
+
+// As the very item of its folder: by its name the shell might find a program (file.pdf.exe).
+void openDocument(const std::string& target) {
+    const std::wstring path = textPath(target).make_preferred().native();
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    const bool isFile =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    const std::unique_ptr<ITEMIDLIST, FreeItem> item(isFile ? ILCreateFromPathW(path.c_str())
+                                                            : nullptr);
+    if (!item) {
+        throw Error("The file \"" + target + "\" is not there.");
+    }
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_IDLIST | SEE_MASK_FLAG_NO_UI;
+    request.lpVerb = L"open";
+    request.lpIDList = item.get();
+    request.nShow = SW_SHOWNORMAL;
+    if (!ShellExecuteExW(&request)) {
+        throw Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
+    }
+}
+
 std::wstring withVariables(const std::string& path) {
     const std::wstring plain = wideText(path);
     const DWORD length = ExpandEnvironmentStringsW(plain.c_str(), nullptr, 0);
@@ -110,7 +139,10 @@ void ShellLauncher::openTarget(const std::string& target) {
         open(target, wideText(target), L"open");
         return;
     }
-    // A file would be handed to whatever program claims its kind; the windows open folders only.
+    if (isPdfName(target)) {
+        openDocument(target);
+        return;
+    }
     std::wstring folder = textPath(target).make_preferred().native();
     if (!isFolder(folder)) {
         throw Error("The folder \"" + target + "\" is not there.");

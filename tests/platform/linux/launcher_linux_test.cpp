@@ -54,6 +54,15 @@ TEST_F(TheLauncher, GivesTheHelpPageToTheDesktop) {
     EXPECT_EQ(given(), (folder / "help/index.html") + "|");
 }
 
+TEST_F(TheLauncher, GivesADocumentToTheDesktop) {
+    installRecorder();
+    const std::string document = folder.addFile("lake_poster.PDF");
+    launcher.openTarget(document);
+    EXPECT_EQ(given(), document + "|");
+    EXPECT_THROW(launcher.openTarget(folder.addFolder("folder.pdf")), Error);
+    EXPECT_THROW(launcher.openTarget(folder / "missing.pdf"), Error);
+}
+
 TEST_F(TheLauncher, OpensNoFileThatIsPassedOffAsAFolder) {
     installRecorder();
     EXPECT_THROW(launcher.openTarget(folder.addFile("run.desktop", "[Desktop Entry]")), Error);
