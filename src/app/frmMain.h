@@ -54,8 +54,7 @@ class frmMain : public Window,
                 public PreviewOwner,
                 public SaveOwner,
                 public SheetsOwner,
-                public PosterSizeOwner,
-                public PrintingOwner {
+                public PosterSizeOwner {
   public:
     frmMain(Platform& platform, Screen& screen, PhotoLoader loadPhoto = loadImage,
             PhotoCopyHooks copyHooks = realPhotoCopy());

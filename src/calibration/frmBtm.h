@@ -143,9 +143,10 @@ class frmBtm : public Window {
     void listChanged(int select, int activeNow);
     void UpdateDescriptions();
 
-    bool hasValidTestSize(double& heightInches, double& widthInches);
-    bool agreedToTestTarget(double& heightInches, double& widthInches);
-    bool makeTestTarget(double heightInches, double widthInches, Image& image);
+    enum class Announcement { none, shown };
+    // Null: it was not wanted, or a message has said why it cannot be made.
+    std::shared_ptr<const Image> testTarget(Announcement announcement);
+    std::shared_ptr<const Image> makeTestTarget(double heightInches, double widthInches);
     void askAndSave(const Image& image);
     // The chosen path; empty: none.
     std::string getSaveTestFileName(const std::string& defaultName);

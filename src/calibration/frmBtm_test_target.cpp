@@ -15,13 +15,9 @@ void frmBtm::cmdGenerateTest_Click() {
         return;
     }
     const ScopedFlag flag(working_);
-    double height = 0;
-    double width = 0;
-    Image image;
-    if (!agreedToTestTarget(height, width) || !makeTestTarget(height, width, image)) {
-        return;
+    if (const std::shared_ptr<const Image> image = testTarget(Announcement::shown)) {
+        askAndSave(*image);
     }
-    askAndSave(image);
 }
 
 void frmBtm::cmdPrintTest_Click() {
@@ -29,15 +25,9 @@ void frmBtm::cmdPrintTest_Click() {
         return;
     }
     const ScopedFlag flag(working_);
-    double height = 0;
-    double width = 0;
-    Image image;
-    if (!hasValidTestSize(height, width) || !makeTestTarget(height, width, image)) {
-        return;
-    }
-    const auto made = std::make_shared<const Image>(std::move(image));
-    if (owner_.printTestImage(made)) {
-        askAndSave(*made);
+    const std::shared_ptr<const Image> image = testTarget(Announcement::none);
+    if (image != nullptr && owner_.printTestImage(image)) {
+        askAndSave(*image);
     }
 }
 
@@ -58,37 +48,40 @@ void frmBtm::askAndSave(const Image& image) {
     saveTestTarget(image, name, *type);
 }
 
-bool frmBtm::hasValidTestSize(double& heightInches, double& widthInches) {
-    if (!owner_.CheckTileSizesNoTrim(widthInches, heightInches)) {
+std::shared_ptr<const Image> frmBtm::testTarget(Announcement announcement) {
+    double height = 0;
+    double width = 0;
+    if (!owner_.CheckTileSizesNoTrim(width, height)) {
         platform_.dialogs.showMessage(invalidPrintDimensionsMessage(
             owner_.getConstMinTileSize(), owner_.getConstMaxTileSize(), owner_.tileSizeAreaName(),
             platform_.numberStyle));
-        return false;
+        return nullptr;
     }
-    return true;
+    if (announcement == Announcement::shown &&
+        platform_.dialogs.showMessage(testTargetAnnouncement(
+            height, width, unitsOf(owner_.getCurUnits()), platform_.numberStyle)) != Answer::ok) {
+        return nullptr;
+    }
+    return makeTestTarget(height, width);
 }
 
-bool frmBtm::agreedToTestTarget(double& heightInches, double& widthInches) {
-    return hasValidTestSize(heightInches, widthInches) &&
-           platform_.dialogs.showMessage(testTargetAnnouncement(
-               heightInches, widthInches, unitsOf(owner_.getCurUnits()), platform_.numberStyle)) ==
-               Answer::ok;
-}
-
-bool frmBtm::makeTestTarget(double heightInches, double widthInches, Image& image) {
+std::shared_ptr<const Image> frmBtm::makeTestTarget(double heightInches, double widthInches) {
+    std::shared_ptr<const Image> image;
     std::string problem;
     setPointer(Pointer::hourglass);
     try {
-        platform_.eventPump.runWhileServing(
-            [&] { image = hooks_.create(heightInches, widthInches); });
+        platform_.eventPump.runWhileServing([&] {
+            image = std::make_shared<const Image>(hooks_.create(heightInches, widthInches));
+        });
     } catch (const std::exception& error) {
         problem = error.what();
     }
     setPointer(Pointer::arrow);
     if (!problem.empty()) {
         platform_.dialogs.showMessage(testTargetFailedMessage(problem));
+        return nullptr;
     }
-    return problem.empty();
+    return image;
 }
 
 std::string frmBtm::getSaveTestFileName(const std::string& defaultName) {

@@ -5,21 +5,18 @@ namespace {
 
 constexpr const char* paragraph = "\r\n\r\n";
 
-Message critical(const std::string& title, const std::string& text) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 } // namespace
 
 Message invalidPrintDimensionsMessage(double minInches, double maxInches,
                                       const std::string& tileSizeArea, NumberStyle style) {
-    return critical("Invalid print dimensions",
-                    "The custom print size that you currently have entered in not valid.  The "
-                    "height and width must both be between " +
-                        trimmed(formatNumber(minInches, "##0.00", style)) + " and " +
-                        trimmed(formatNumber(maxInches, "##0.00", style)) +
-                        " inches long.  Please enter valid values in the \"" + tileSizeArea +
-                        "\" section of the main dialog.");
+    return criticalMessage(
+        "Invalid print dimensions",
+        "The custom print size that you currently have entered in not valid.  The "
+        "height and width must both be between " +
+            trimmed(formatNumber(minInches, "##0.00", style)) + " and " +
+            trimmed(formatNumber(maxInches, "##0.00", style)) +
+            " inches long.  Please enter valid values in the \"" + tileSizeArea +
+            "\" section of the main dialog.");
 }
 
 Message testTargetAnnouncement(double heightInches, double widthInches, Units units,
@@ -50,16 +47,16 @@ Message testTargetAnnouncement(double heightInches, double widthInches, Units un
 }
 
 Message testTargetFailedMessage(const std::string& reason) {
-    return critical("Error", "Error occurred while creating test image - " + reason);
+    return criticalMessage("Error", "Error occurred while creating test image - " + reason);
 }
 
 Message testTargetCanceledMessage() {
-    return critical("canceled", "Test Target Creation canceled");
+    return criticalMessage("canceled", "Test Target Creation canceled");
 }
 
 Message testTargetFileTypeMessage() {
-    return critical("Invalid file type",
-                    "Invalid image filename.  Must save image as bmp, tif or jpg file");
+    return criticalMessage("Invalid file type",
+                           "Invalid image filename.  Must save image as bmp, tif or jpg file");
 }
 
 Message testTargetSaveFailedMessage(const std::string& reason) {

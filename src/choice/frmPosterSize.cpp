@@ -209,7 +209,7 @@ void frmPosterSize::update() {
     if (!opbAnyPaper.selected()) {
         records = {state_.papers[static_cast<std::size_t>(state_.paper)]};
     } else if (state_.paper + 1 < static_cast<int>(records.size())) {
-        records.pop_back(); // the custom paper: a paper to be had only where it is the current one
+        records.pop_back(); // the custom paper exists only while it is the current one
     }
     papers_ = offeredPapers(records, state_.units, state_.trims);
     state_.limits.sheetsTurn = chkOnTheirSide.checked();

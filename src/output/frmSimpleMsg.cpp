@@ -38,8 +38,7 @@ void frmSimpleMsg::lnkFol_Click() {
     try {
         platform_.launcher.openTarget(lnkFol.target());
     } catch (const Error& error) {
-        platform_.dialogs.showMessage(
-            {error.what(), "Problem", MessageIcon::critical, MessageButtons::ok});
+        platform_.dialogs.showMessage(criticalMessage("Problem", error.what()));
     }
 }
 

@@ -3,10 +3,6 @@
 namespace veldara {
 namespace {
 
-Message critical(const std::string& title, const std::string& text) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
@@ -14,19 +10,19 @@ std::string quoted(const std::string& text) {
 } // namespace
 
 Message invalidPhotoNameMessage() {
-    return critical("Problem", "Invalid file chosen.  Can not continue.");
+    return criticalMessage("Problem", "Invalid file chosen.  Can not continue.");
 }
 
 Message invalidPhotoTypeMessage() {
-    return critical("Error", "Unable to save - invalid image file type");
+    return criticalMessage("Error", "Unable to save - invalid image file type");
 }
 
 Message tileTableFailedMessage() {
-    return critical("Error", "Error calculating tile coordinates");
+    return criticalMessage("Error", "Error calculating tile coordinates");
 }
 
 Message fileSystemObjectFailedMessage() {
-    return critical("Error", "Error creating FileSystemObject - Windows component missing");
+    return criticalMessage("Error", "Error creating FileSystemObject - Windows component missing");
 }
 
 Message folderExistsQuestion(const std::string& folder) {
@@ -36,45 +32,47 @@ Message folderExistsQuestion(const std::string& folder) {
 }
 
 Message folderNotCreatedMessage(const std::string& folder) {
-    return critical("Error", "Could not create the folder " + quoted(folder) +
-                                 " to save your poster tile images into.  Possible causes of this "
-                                 "are that you do not have access rights to the drive that you "
-                                 "selected, the disk drive is full, or that you provided an "
-                                 "invalid folder name.  Can not continue.");
+    return criticalMessage("Error",
+                           "Could not create the folder " + quoted(folder) +
+                               " to save your poster tile images into.  Possible causes of this "
+                               "are that you do not have access rights to the drive that you "
+                               "selected, the disk drive is full, or that you provided an "
+                               "invalid folder name.  Can not continue.");
 }
 
 Message imageObjectFailedMessage() {
-    return critical("Error", "Error creating imgX object");
+    return criticalMessage("Error", "Error creating imgX object");
 }
 
 Message invalidTileSizesMessage() {
-    return critical("Error", "Can not continue - Invalid tile print sizes entered");
+    return criticalMessage("Error", "Can not continue - Invalid tile print sizes entered");
 }
 
 Message tileNameProblemMessage(const std::string& problem) {
-    return critical("Error", "Problem: " + problem);
+    return criticalMessage("Error", "Problem: " + problem);
 }
 
 Message compensationFailedMessage() {
-    return critical("Error", "Error applying printer edge clipping compensation");
+    return criticalMessage("Error", "Error applying printer edge clipping compensation");
 }
 
 Message outOfDiskSpaceMessage() {
-    return critical("Out of disk space",
-                    "Not enough disk space on selected drive.  Can not save images.");
+    return criticalMessage("Out of disk space",
+                           "Not enough disk space on selected drive.  Can not save images.");
 }
 
 Message tileNotSavedMessage() {
-    return critical("Error", "Error saving tile image file to disk.  Possible cause is that the "
-                             "disk is full.  Can not continue.");
+    return criticalMessage("Error",
+                           "Error saving tile image file to disk.  Possible cause is that the "
+                           "disk is full.  Can not continue.");
 }
 
 Message canceledMessage() {
-    return critical("Canceled", "Canceled by user");
+    return criticalMessage("Canceled", "Canceled by user");
 }
 
 Message invalidDriveMessage() {
-    return critical("Invalid Drive", "The drive you chose could not be accessed.");
+    return criticalMessage("Invalid Drive", "The drive you chose could not be accessed.");
 }
 
 std::string refusedCharacterText(char separator) {

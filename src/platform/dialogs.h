@@ -20,6 +20,11 @@ struct Message {
     bool operator==(const Message&) const = default;
 };
 
+// What was wanted cannot be done.
+inline Message criticalMessage(const std::string& title, const std::string& text) {
+    return {text, title, MessageIcon::critical, MessageButtons::ok};
+}
+
 // One entry of the file-type list of a save-file dialog, for example {"Bitmap (*.bmp)", "*.bmp"}.
 struct FileFilter {
     std::string label;

@@ -19,8 +19,8 @@ constexpr const char* printerName = "printer"; // of the stored value
 
 } // namespace
 
-PosterPrinting::PosterPrinting(Platform& platform, PrintingOwner& owner, frmMsg& progress)
-    : platform_(platform), owner_(owner), progress_(progress) {}
+PosterPrinting::PosterPrinting(Platform& platform, StoredChoices& choices, frmMsg& progress)
+    : platform_(platform), choices_(choices), progress_(progress) {}
 
 PrintEnd PosterPrinting::print(const SheetsToPrint& sheets, const Message& noPrinter) {
     if (running_) {
@@ -50,12 +50,12 @@ PrintEnd PosterPrinting::ask(const SheetsToPrint& sheets, const Message& noPrint
     const SheetJob& job = sheets.job;
     const SheetRange wanted = sheetsWanted(job);
     const std::optional<PrintChoice> choice = platform_.printing.choosePrinter(
-        {sheets.title, owner_.storedChoice(printerName), job.paperName, job.paperWidth,
+        {sheets.title, choices_.storedChoice(printerName), job.paperName, job.paperWidth,
          job.paperHeight, wanted.first, wanted.last});
     if (!choice) {
         return PrintEnd::notPrinted;
     }
-    owner_.storeChoice(printerName, choice->printer.name);
+    choices_.storeChoice(printerName, choice->printer.name);
     const std::optional<SheetJob> left = jobOfRanges(job, choice->ranges);
     if (!left) {
         platform_.dialogs.showMessage(noSuchSheetsMessage());

@@ -7,6 +7,7 @@
 #include "platform/image/turn.h"
 #include "platform/platform.h"
 #include "sheets/sheet_layout.h"
+#include "sheets/stored_choices.h"
 
 #include <filesystem>
 #include <memory>
@@ -14,28 +15,20 @@
 
 namespace veldara {
 
-// What it needs of the main window: lasting settings by name. Neither ever fails.
-class PrintingOwner {
-  public:
-    virtual ~PrintingOwner() = default;
-    virtual std::string storedChoice(const std::string& name) const = 0;
-    virtual void storeChoice(const std::string& name, const std::string& value) = 0;
-};
-
 struct SheetsToPrint {
     std::string title; // of the job
     SheetJob job;
     std::shared_ptr<const Image> picture; // whole, as it is turned now
     // The file that the picture was read from; empty: the picture was made by the program.
     std::filesystem::path photo;
-    Turn rotation = Turn::none; // the user's, on top of the camera's mark
+    Turn rotation = Turn::none; // the user's, on top of the camera's tag
 };
 
 enum class PrintEnd { printed, notPrinted, wantsFile };
 
 class PosterPrinting {
   public:
-    PosterPrinting(Platform& platform, PrintingOwner& owner, frmMsg& progress);
+    PosterPrinting(Platform& platform, StoredChoices& choices, frmMsg& progress);
 
     // Asks and prints; messages tell whatever goes wrong. noPrinter: asked where the system has
     // none; Yes returns wantsFile. Called while it runs, it does nothing.
@@ -50,7 +43,7 @@ class PosterPrinting {
     PrintEnd ask(const SheetsToPrint& sheets, const Message& noPrinter);
 
     Platform& platform_;
-    PrintingOwner& owner_;
+    StoredChoices& choices_;
     frmMsg& progress_;
     bool running_ = false;
 };

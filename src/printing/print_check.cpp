@@ -37,6 +37,10 @@ EdgeLengths whiteOfPage(const PrinterPaper& paper, double width, double height) 
     return {across, down, across, down};
 }
 
+bool isSamePaper(const PrinterPaper& paper, double width, double height) {
+    return difference(paper, width, height) <= samePaper;
+}
+
 const PrinterPaper* nearestPaper(const PrinterFacts& printer, double width, double height) {
     const auto nearer = [&](const PrinterPaper& one, const PrinterPaper& other) {
         return difference(one, width, height) < difference(other, width, height);
@@ -92,8 +96,7 @@ std::string edgeText(Edge edge) {
 
 const PrinterPaper* findPrinterPaper(const PrinterFacts& printer, double width, double height) {
     const PrinterPaper* nearest = nearestPaper(printer, width, height);
-    return nearest != nullptr && difference(*nearest, width, height) <= samePaper ? nearest
-                                                                                  : nullptr;
+    return nearest != nullptr && isSamePaper(*nearest, width, height) ? nearest : nullptr;
 }
 
 PrintShortage printShortage(const SheetJob& job, const PrinterFacts& printer) {
@@ -104,8 +107,7 @@ PrintShortage printShortage(const SheetJob& job, const PrinterFacts& printer) {
     if (nearest == nullptr) {
         return shortage; // the printer says nothing of its papers
     }
-    shortage.hasPaper =
-        findPrinterPaper(printer, width, height) != nullptr || printer.takesCustomSizes;
+    shortage.hasPaper = printer.takesCustomSizes || isSamePaper(*nearest, width, height);
     if (!shortage.hasPaper) {
         shortage.hasNearest = true;
         shortage.nearest = *nearest;

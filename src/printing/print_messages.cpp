@@ -3,10 +3,6 @@
 namespace veldara {
 namespace {
 
-Message problem(const std::string& text) {
-    return {text, "Problem", MessageIcon::critical, MessageButtons::ok};
-}
-
 std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
@@ -61,18 +57,20 @@ Message noPrinterForTestImageMessage() {
 }
 
 Message noSuchSheetsMessage() {
-    return problem("None of the sheets that are wanted is among those that you chose in the print "
+    return criticalMessage(
+        "Problem", "None of the sheets that are wanted is among those that you chose in the print "
                    "dialog.  Nothing was printed.");
 }
 
 Message notPrintedMessage(const std::string& reason) {
-    return problem("The sheets could not be printed: " + reason);
+    return criticalMessage("Problem", "The sheets could not be printed: " + reason);
 }
 
 Message printerStoppedMessage(const std::string& printer, const std::string& reason) {
-    return problem("The printer " + quoted(printer) + " has stopped before all sheets were " +
-                   "printed: " + reason +
-                   "  The poster is as it was: print the sheets that are missing once more.");
+    return criticalMessage(
+        "Problem", "The printer " + quoted(printer) + " has stopped before all sheets were " +
+                       "printed: " + reason +
+                       "  The poster is as it was: print the sheets that are missing once more.");
 }
 
 std::string printingText(std::size_t sheet, std::size_t sheets) {

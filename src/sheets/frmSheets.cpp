@@ -27,10 +27,6 @@ constexpr const char* labelsName = "sheet_labels";
 constexpr const char* guideName = "sheet_guide";
 constexpr std::array<SheetMarks, 3> marks{SheetMarks::none, SheetMarks::corners, SheetMarks::lines};
 
-Message problem(const std::string& text) {
-    return {text, "Problem", MessageIcon::critical, MessageButtons::ok};
-}
-
 } // namespace
 
 frmSheets::frmSheets(Platform& platform, Screen& screen, SheetsOwner& owner, frmMsg& progress,
@@ -356,7 +352,7 @@ std::function<void()> frmSheets::writeDocument(const SheetJob& job,
     } catch (const PdfCanceled&) {
         return endRun(canceledMessage());
     } catch (const std::exception& error) {
-        return endRun(problem(error.what()));
+        return endRun(criticalMessage("Problem", error.what()));
     }
 }
 

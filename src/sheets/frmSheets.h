@@ -12,6 +12,7 @@
 #include "platform/image/turn.h"
 #include "platform/platform.h"
 #include "sheets/sheet_layout.h"
+#include "sheets/stored_choices.h"
 
 #include <filesystem>
 #include <functional>
@@ -22,20 +23,15 @@
 namespace veldara {
 
 // What the window needs of the main window.
-class SheetsOwner {
+class SheetsOwner : public StoredChoices {
   public:
-    virtual ~SheetsOwner() = default;
-
     // The poster as it is laid out now, without the choices of this window;
     // nothing while it cannot be made. Throws Error.
     virtual std::optional<SheetJob> posterSheets() const = 0;
     virtual std::filesystem::path photoPath() const = 0;
-    virtual Turn photoTurn() const = 0; // the user's, on top of the camera's mark
+    virtual Turn photoTurn() const = 0; // the user's, on top of the camera's tag
     // A small picture of the whole photo as it is turned now.
     virtual std::shared_ptr<const Image> smallPhoto() const = 0;
-    // The stored choices, by name; empty: nothing is stored. Neither ever fails.
-    virtual std::string storedChoice(const std::string& name) const = 0;
-    virtual void storeChoice(const std::string& name, const std::string& value) = 0;
     // Prints the sheets, with the system's dialog and messages of its own. True: there is no
     // printer, and the person wants the document instead.
     virtual bool printSheets(const SheetJob& job) = 0;

@@ -19,7 +19,7 @@ namespace veldara {
 
 struct PosterPdf {
     std::filesystem::path photo;
-    Turn rotation = Turn::none; // the user's, on top of the camera's mark
+    Turn rotation = Turn::none; // the user's, on top of the camera's tag
     SheetJob job;
     std::filesystem::path file;
 };

@@ -159,9 +159,9 @@ class Pieces(PdfTest):
     def test_every_orientation(self):
         for orientation in range(1, 9):
             with self.subTest(orientation):
-                mark = Image.Exif()
-                mark[0x0112] = orientation
-                self.expect_exact(self.jpeg(subsampling=2, exif=mark.tobytes()))
+                tag = Image.Exif()
+                tag[0x0112] = orientation
+                self.expect_exact(self.jpeg(subsampling=2, exif=tag.tobytes()))
 
     def test_every_rotation(self):
         photo = self.jpeg(subsampling=1)

@@ -321,7 +321,7 @@ class Tiles(TilesTest):
         self.done(*arguments)
         self.check_files(plan, picture, rotate_tiles=True)
 
-    def test_of_a_photo_with_an_orientation_mark(self):
+    def test_of_a_photo_with_an_orientation_tag(self):
         picture = noise(120, 80)
         for orientation, transpose in ((1, None), (3, Image.Transpose.ROTATE_180),
                                        (6, Image.Transpose.ROTATE_270),

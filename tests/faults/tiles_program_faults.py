@@ -201,7 +201,7 @@ class TheFolder(FaultTest):
 
 class Memory(FaultTest):
     def test_that_is_too_small_is_said(self):
-        # A progressive picture cannot be had row by row.
+        # A progressive picture cannot be read row by row.
         photo = self.photo("large.jpg", smooth(7000, 5000), progressive=True)
         small = self.photo("small.jpg", smooth(300, 200))
 

@@ -28,7 +28,7 @@ void setColours(jpeg_compress_struct& state, const JpegKind& kind) {
     }
     if (kind.components == 4) {
         jpeg_set_colorspace(&state, kind.ycck ? JCS_YCCK : JCS_CMYK);
-        state.write_Adobe_marker = kind.adobeMark ? TRUE : FALSE;
+        state.write_Adobe_marker = kind.adobeMarker ? TRUE : FALSE;
     }
 }
 
@@ -61,12 +61,13 @@ std::vector<JpegKind> everyJpegKind() {
     add("separateScans", [](JpegKind& k) { k.separateScans = true; });
     add("separateScans420", [](JpegKind& k) { k.separateScans = true, k.across = k.down = 2; });
     add("inks", [](JpegKind& k) { k.components = 4; });
-    add("inksAdobe", [](JpegKind& k) { k.components = 4, k.adobeMark = true; });
-    add("inksYcck", [](JpegKind& k) { k.components = 4, k.ycck = k.adobeMark = true; });
-    add("inksYcck420",
-        [](JpegKind& k) { k.components = 4, k.ycck = k.adobeMark = true, k.across = k.down = 2; });
+    add("inksAdobe", [](JpegKind& k) { k.components = 4, k.adobeMarker = true; });
+    add("inksYcck", [](JpegKind& k) { k.components = 4, k.ycck = k.adobeMarker = true; });
+    add("inksYcck420", [](JpegKind& k) {
+        k.components = 4, k.ycck = k.adobeMarker = true, k.across = k.down = 2;
+    });
     add("inksProgressive",
-        [](JpegKind& k) { k.components = 4, k.adobeMark = true, k.progressive = true; });
+        [](JpegKind& k) { k.components = 4, k.adobeMarker = true, k.progressive = true; });
     return kinds;
 }
 

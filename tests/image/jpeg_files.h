@@ -10,11 +10,11 @@ namespace veldara::test {
 
 struct JpegKind {
     std::string name;
-    int components = 3;     // 1 grey, 3 colour, 4 inks
-    bool rgb = false;       // colour without the change to brightness and differences
-    bool ycck = false;      // inks with that change
-    bool adobeMark = false; // of four components; such files store light instead of ink
-    int across = 1;         // sampling factors of the first component
+    int components = 3;       // 1 grey, 3 colour, 4 inks
+    bool rgb = false;         // colour without the change to brightness and differences
+    bool ycck = false;        // inks with that change
+    bool adobeMarker = false; // of four components; such files store light instead of ink
+    int across = 1;           // sampling factors of the first component
     int down = 1;
     bool progressive = false;
     bool arithmetic = false;

@@ -41,7 +41,7 @@ TEST(Jpeg, EveryKindGivesThePixelsOfTheLibrary) {
             const Bytes file = makeJpeg(kind, photo(width, height));
             const Image loaded = load(file);
             const Image expected = kind.components == 4
-                                       ? withoutInks(decodePlainly(file), kind.adobeMark)
+                                       ? withoutInks(decodePlainly(file), kind.adobeMarker)
                                        : decodedPicture(file);
             EXPECT_TRUE(same(loaded, expected)) << kind.name;
             const ImageHeader header = headerOf(file);

@@ -66,7 +66,7 @@ void expectReadsTheSame(const Bytes& file, const Image& whole) {
 
 } // namespace
 
-TEST(Orientation, JpegByTheCamerasMark) {
+TEST(Orientation, JpegByItsTag) {
     for (const char* name : {"colour444", "colour420", "progressive444", "grey", "inksAdobe"}) {
         for (const JpegKind& kind : everyJpegKind()) {
             if (kind.name != name) {

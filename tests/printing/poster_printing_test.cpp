@@ -20,7 +20,7 @@ namespace {
 
 using Form = FakePrintSystem::Form;
 
-class FakeOwner : public PrintingOwner {
+class FakeChoices : public StoredChoices {
   public:
     std::map<std::string, std::string> stored;
     std::string storedChoice(const std::string& name) const override {
@@ -70,9 +70,9 @@ class PosterPrintingTest : public ::testing::Test {
     TempFolder folder;
     TestPlatform fakes;
     Platform platform = fakes.platform();
-    FakeOwner owner;
+    FakeChoices choices;
     frmMsg progress{platform, fakes.screen};
-    PosterPrinting printing{platform, owner, progress};
+    PosterPrinting printing{platform, choices, progress};
     SheetsToPrint sheets;
 };
 
@@ -93,21 +93,21 @@ TEST_F(PosterPrintingTest, HandsTheDocumentOver) {
 }
 
 TEST_F(PosterPrintingTest, TheDialogBeginsWithThePosterAndTheLastPrinter) {
-    owner.stored["printer"] = "attic";
+    choices.stored["printer"] = "attic";
     sheets.job.choices.sheets = {2, 5};
     print();
     ASSERT_EQ(fakes.printing.requests.size(), 1U);
     EXPECT_EQ(fakes.printing.requests[0],
               (PrintRequest{"lake.jpg", "attic", "A4 - 210 x 297", sheets.job.paperWidth,
                             sheets.job.paperHeight, 2, 5}));
-    EXPECT_EQ(owner.stored["printer"], "office");
+    EXPECT_EQ(choices.stored["printer"], "office");
 }
 
 TEST_F(PosterPrintingTest, CancelInTheDialogDoesNothing) {
     fakes.printing.choice.reset();
     EXPECT_EQ(print(), PrintEnd::notPrinted);
     EXPECT_TRUE(fakes.dialogs.messages.empty());
-    EXPECT_TRUE(owner.stored.empty());
+    EXPECT_TRUE(choices.stored.empty());
     EXPECT_TRUE(fakes.printing.printed.empty());
 }
 

@@ -3,6 +3,7 @@
 #include "platform/error.h"
 #include "platform/image/input_format.h"
 #include "sheets/jpeg_cutter.h"
+#include "sheets/rectangle_grid.h"
 
 #include <algorithm>
 #include <cstring>
@@ -30,20 +31,9 @@ std::optional<Image> decoded(std::span<const std::uint8_t> bytes) {
 
 // One to three columns and rows, not of the same size, that reach into each other.
 std::vector<PixelRectangle> cover(int width, int height, std::uint32_t choice) {
-    const int columns = std::min(width, 1 + static_cast<int>(choice % 3));
-    const int rows = std::min(height, 1 + static_cast<int>(choice / 3 % 3));
-    const int overlap = static_cast<int>(choice / 9 % 20);
-    std::vector<PixelRectangle> cover;
-    for (int j = 0; j < rows; ++j) {
-        for (int i = 0; i < columns; ++i) {
-            const int left = width * i / columns;
-            const int top = height * j / rows;
-            const int right = std::min(width, width * (i + 1) / columns + overlap);
-            const int bottom = std::min(height, height * (j + 1) / rows + overlap);
-            cover.push_back({left, top, right - left, bottom - top});
-        }
-    }
-    return cover;
+    return sheetsOf(width, height, std::min(width, 1 + static_cast<int>(choice % 3)),
+                    std::min(height, 1 + static_cast<int>(choice / 3 % 3)),
+                    static_cast<int>(choice / 9 % 20));
 }
 
 std::string differenceIn(const Image& whole, const JpegPiece& piece, const PixelRectangle& wanted) {

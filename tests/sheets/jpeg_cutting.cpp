@@ -31,20 +31,6 @@ std::string cuttingComplaint(const Bytes& file, const std::vector<PixelRectangle
     return "";
 }
 
-std::vector<PixelRectangle> sheetsOf(int width, int height, int columns, int rows, int overlap) {
-    std::vector<PixelRectangle> sheets;
-    for (int j = 0; j < rows; ++j) {
-        for (int i = 0; i < columns; ++i) {
-            const int left = width * i / columns;
-            const int top = height * j / rows;
-            const int right = std::min(width, width * (i + 1) / columns + overlap);
-            const int bottom = std::min(height, height * (j + 1) / rows + overlap);
-            sheets.push_back({left, top, right - left, bottom - top});
-        }
-    }
-    return sheets;
-}
-
 testing::AssertionResult sameSamples(const Decoded& whole, const JpegPiece& piece,
                                      const PixelRectangle& wanted) {
     const Decoded part = decodePlainly(piece.bytes);

@@ -3,6 +3,7 @@
 
 #include "image/jpeg_files.h"
 #include "sheets/jpeg_cutter.h"
+#include "sheets/rectangle_grid.h"
 
 #include <memory>
 #include <vector>
@@ -19,10 +20,6 @@ std::vector<JpegPiece> cutAll(const Bytes& file, const std::vector<PixelRectangl
 
 // The reason that cutting fails with; empty when it does not fail.
 std::string cuttingComplaint(const Bytes& file, const std::vector<PixelRectangle>& wanted);
-
-// columns x rows rectangles that cover the photo, each reaching `overlap` pixels into the next ones
-// to the right and below.
-std::vector<PixelRectangle> sheetsOf(int width, int height, int columns, int rows, int overlap);
 
 // The wanted rectangle of the piece decodes to the same samples as in the whole photo.
 testing::AssertionResult sameSamples(const Decoded& whole, const JpegPiece& piece,

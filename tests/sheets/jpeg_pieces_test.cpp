@@ -41,7 +41,7 @@ TEST_F(JpegPieces, AreOfThePhotosColours) {
         EXPECT_EQ(facts.colour, kind.components == 1   ? PieceColour::grey
                                 : kind.components == 4 ? PieceColour::cmyk
                                                        : PieceColour::rgb);
-        EXPECT_EQ(facts.inverted, kind.components == 4 && (kind.adobeMark || kind.ycck));
+        EXPECT_EQ(facts.inverted, kind.components == 4 && (kind.adobeMarker || kind.ycck));
         EXPECT_EQ(facts.colourTransform, kind.components == 1   ? -1
                                          : kind.components == 4 ? (kind.ycck ? 1 : 0)
                                                                 : (kind.rgb ? 0 : 1));

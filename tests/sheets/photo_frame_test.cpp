@@ -14,7 +14,7 @@ namespace {
 constexpr int width = 50; // of the stored photo
 constexpr int height = 30;
 
-// Where the camera's mark says that a stored point belongs, as the standard's table has it: the
+// Where the camera's tag says that a stored point belongs, as the standard's table has it: the
 // sides that the stored first row and first column show.
 PagePoint upright(int orientation, PagePoint p) {
     switch (orientation) {

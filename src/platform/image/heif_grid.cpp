@@ -130,6 +130,8 @@ class Description {
     bool sizeAgrees(const HeifGrid& grid) const;
     bool takeTurn(HeifGrid& grid) const;
     bool takeTiles(HeifGrid& grid) const;
+    // Null when there is no such property; they count from 1.
+    const Box* property(std::size_t index) const;
 
     std::uint32_t primary_ = 0;
     std::map<std::uint32_t, Item> items_;
@@ -250,6 +252,10 @@ bool Description::readUses(const Box& box) {
     return numbers.good();
 }
 
+const Box* Description::property(std::size_t index) const {
+    return index == 0 || index > properties_.size() ? nullptr : &properties_[index - 1];
+}
+
 // The picture's own data: how many tiles, and the size of the whole.
 bool Description::takeLayout(ByteSource& source, HeifGrid& grid) const {
     const auto place = places_.find(primary_);
@@ -287,11 +293,11 @@ bool Description::sizeAgrees(const HeifGrid& grid) const {
     }
     bool said = false;
     for (const std::size_t index : used->second) {
-        if (index == 0 || index > properties_.size() ||
-            properties_[index - 1].kind != kindOf("ispe")) {
+        const Box* size = property(index);
+        if (size == nullptr || size->kind != kindOf("ispe")) {
             continue;
         }
-        Numbers numbers(properties_[index - 1].content);
+        Numbers numbers(size->content);
         numbers.next(4); // version and flags
         if (numbers.word() != static_cast<std::uint32_t>(grid.width) ||
             numbers.word() != static_cast<std::uint32_t>(grid.height)) {
@@ -314,13 +320,13 @@ bool Description::takeTurn(HeifGrid& grid) const {
     int turns = 0;
     for (const std::size_t index :
          used == uses_.end() ? std::vector<std::size_t>() : used->second) {
-        if (index == 0 || index > properties_.size()) {
+        const Box* turn = property(index);
+        if (turn == nullptr) {
             return false;
         }
-        const Box& property = properties_[index - 1];
-        if (property.kind == kindOf("irot") && !property.content.empty() && ++turns == 1) {
-            grid.orientation = againstTheClock[property.content.front() & 3];
-        } else if (changesPicture(property.kind)) {
+        if (turn->kind == kindOf("irot") && !turn->content.empty() && ++turns == 1) {
+            grid.orientation = againstTheClock[turn->content.front() & 3];
+        } else if (changesPicture(turn->kind)) {
             return false;
         }
     }
@@ -343,8 +349,8 @@ bool Description::takeTiles(HeifGrid& grid) const {
         const auto used = uses_.find(tile);
         if (used == uses_.end() ||
             std::any_of(used->second.begin(), used->second.end(), [this](std::size_t index) {
-                return index == 0 || index > properties_.size() ||
-                       changesPicture(properties_[index - 1].kind);
+                const Box* found = property(index);
+                return found == nullptr || changesPicture(found->kind);
             })) {
             return false;
         }

@@ -5,6 +5,7 @@
 #include "platform/text/natural_order.h"
 #include "platform/text/path_text.h"
 #include "platform/text/wide_text.h"
+#include "platform/windows/file_search.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,12 +18,6 @@
 namespace veldara {
 
 namespace {
-
-struct SearchEnd {
-    using pointer = HANDLE;
-    void operator()(HANDLE search) const { FindClose(search); }
-};
-using Search = std::unique_ptr<void, SearchEnd>;
 
 bool isSeparator(char c) {
     return c == '\\' || c == '/';
@@ -97,7 +92,7 @@ std::vector<std::string> DriveLetters::subfolders(const std::string& folder) {
         }
         failReading(folder, code);
     }
-    const Search search(first);
+    const FileSearch search(first);
     std::vector<std::string> names;
     do {
         if (isShownFolder(entry)) {

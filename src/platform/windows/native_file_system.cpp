@@ -4,6 +4,7 @@
 #include "platform/files/windows_paths.h"
 #include "platform/text/path_text.h"
 #include "platform/text/wide_text.h"
+#include "platform/windows/file_search.h"
 #include "platform/windows/text_files.h"
 
 #include <array>
@@ -15,12 +16,6 @@
 namespace veldara {
 
 namespace {
-
-struct EndSearch {
-    using pointer = HANDLE;
-    void operator()(HANDLE search) const { FindClose(search); }
-};
-using Search = std::unique_ptr<void, EndSearch>;
 
 std::wstring systemPath(const std::string& path) {
     return extendedPath(textPath(path));
@@ -77,7 +72,7 @@ std::vector<std::string> NativeFileSystemObject::files(const std::string& folder
         }
         fail("The folder", folder, "cannot be read", GetLastError());
     }
-    const Search search(first);
+    const FileSearch search(first);
     std::vector<std::string> names;
     do {
         if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
