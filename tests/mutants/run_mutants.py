@@ -5,7 +5,8 @@
     run_mutants.py --propose N FILE...    N faults of each file, as lines for a list
     run_mutants.py --refill N LIST...     after the sources have changed: drops faults that are gone, adds
                                           files of the same folder, and fills each file up to N faults
-    run_mutants.py --show [LIST...]       each fault as the line of the source, before and after
+    run_mutants.py --show [LIST...]       each fault as the line of the source, before and after;
+                                          status 1 when one is not in the sources
 
 A list has these lines:
 
@@ -234,16 +235,18 @@ def refill(count, lists):
 
 
 def show(mutants):
+    gone = 0
     for mutant in mutants:
         path, text, fault = find(TREE, mutant)
         print(f"{mutant.file}: {mutant.name()}")
         if fault is None:
             print("    not in the sources")
+            gone += 1
             continue
         number = text.count("\n", 0, fault.start)
         after = cpp_mutants.planted(text, fault).splitlines()
         print(f"    - {text.splitlines()[number].strip()}\n    + {after[number].strip()}")
-    return 0
+    return 1 if gone > 0 else 0
 
 
 def main():
