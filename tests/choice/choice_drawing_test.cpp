@@ -27,7 +27,7 @@ PosterLayout layoutOfSheets(int wide, int high) {
     return layout;
 }
 
-TEST(ChoiceDrawing, keepsTheShapeOfThePhoto) {
+TEST(ChoiceDrawing, KeepsTheShapeOfThePhoto) {
     const Image photo = Image::filled(1000, 500, 0, 0, 0);
     const Image small = choiceThumbnail(photo.view(), 100, 100);
     EXPECT_EQ(small.width(), 100);
@@ -38,7 +38,7 @@ TEST(ChoiceDrawing, keepsTheShapeOfThePhoto) {
     EXPECT_EQ(none.height(), 60);
 }
 
-TEST(ChoiceDrawing, drawsTheSheetsAndDimsWhatIsCutOff) {
+TEST(ChoiceDrawing, DrawsTheSheetsAndDimsWhatIsCutOff) {
     const Image photo = Image::filled(100, 50, 0, 0, 0);
     const Image drawn = drawSheets(photo.view(), layoutOfSheets(1, 1)); // a square in the middle
     EXPECT_EQ(at(drawn, 10, 25), (Pixel{192, 192, 192}));
@@ -52,7 +52,7 @@ TEST(ChoiceDrawing, drawsTheSheetsAndDimsWhatIsCutOff) {
     EXPECT_EQ(at(two, 0, 25), red) << "it begins at the photo's edge";
 }
 
-TEST(ChoiceDrawing, framesTheChosenPictureAndFindsIt) {
+TEST(ChoiceDrawing, FramesTheChosenPictureAndFindsIt) {
     std::vector<Image> pictures;
     for (int i = 0; i < 3; ++i) {
         pictures.push_back(Image::filled(20, 20, 0, 0, 0));
@@ -94,7 +94,7 @@ int rowsOf(const Image& image, const Pixel& colour) {
     return rows;
 }
 
-TEST(ChoiceDrawing, keepsThePosterAndThePersonToOneScale) {
+TEST(ChoiceDrawing, KeepsThePosterAndThePersonToOneScale) {
     const Image poster = Image::filled(30, 30, 0, 0, 255);
     const Pixel blue{0, 0, 255};
     const Pixel person{96, 102, 112};

@@ -17,7 +17,7 @@ PosterChoices chosenFor(double width, const std::vector<ChoicePaper>& papers) {
     return choosePoster(wish, photo, papers);
 }
 
-TEST(ChoiceTexts, offerPapersInInchesLessTheirMarginsAndTheTrims) {
+TEST(ChoiceTexts, OfferPapersInInchesLessTheirMarginsAndTheTrims) {
     PaperRecord a4{"A4", 210, 297, {}, {10, 20, 30, 40}};
     const ChoicePaper offered = offeredPaper(a4, Units::millimetres, std::nullopt);
     EXPECT_DOUBLE_EQ(offered.paperWidth, 210 / 25.4);
@@ -28,12 +28,12 @@ TEST(ChoiceTexts, offerPapersInInchesLessTheirMarginsAndTheTrims) {
     EXPECT_NEAR(trimmed.tileHeight, 257 / 25.4 - 0.4, 1e-12);
 }
 
-TEST(ChoiceTexts, offerNoTileOutsideTheLimits) {
+TEST(ChoiceTexts, OfferNoTileOutsideTheLimits) {
     const PaperRecord tiny{"Tiny", 2, 2, {}, {0.7, 0.7, 0.7, 0.7}};
     EXPECT_EQ(offeredPaper(tiny, Units::inches, std::nullopt).tileWidth, 0);
 }
 
-TEST(ChoiceTexts, roundSharesDown) {
+TEST(ChoiceTexts, RoundSharesDown) {
     EXPECT_EQ(shareText(1), "100 %");
     EXPECT_EQ(shareText(0.9999), "99 %");
     EXPECT_EQ(shareText(0.6700000000000001), "67 %");
@@ -41,7 +41,7 @@ TEST(ChoiceTexts, roundSharesDown) {
     EXPECT_EQ(shareText(0), "0 %");
 }
 
-TEST(ChoiceTexts, saySheetsInTheSingularToo) {
+TEST(ChoiceTexts, SaySheetsInTheSingularToo) {
     PosterChoice choice;
     choice.tilesWide = choice.tilesHigh = choice.sheets = 1;
     EXPECT_EQ(sheetsText(choice), "1 x 1 sheet");
@@ -51,7 +51,7 @@ TEST(ChoiceTexts, saySheetsInTheSingularToo) {
     EXPECT_EQ(sheetsText(choice), "3 x 1 sheets, on their side");
 }
 
-TEST(ChoiceTexts, sayAChoiceInOneLine) {
+TEST(ChoiceTexts, SayAChoiceInOneLine) {
     const std::vector<ChoicePaper> papers{{"Letter", 8.5, 11, 8, 10}};
     const PosterChoices choices = chosenFor(24, papers);
     ASSERT_FALSE(choices.best.empty());
@@ -65,7 +65,7 @@ TEST(ChoiceTexts, sayAChoiceInOneLine) {
     EXPECT_EQ(choiceLine(choices.best.front(), photo, two, Units::inches).substr(0, 8), "Letter: ");
 }
 
-TEST(ChoiceTexts, sayAChoiceShorterInAList) {
+TEST(ChoiceTexts, SayAChoiceShorterInAList) {
     const std::vector<ChoicePaper> papers{{"Letter", 8.5, 11, 8, 10}};
     PosterChoice choice = chosenFor(24, papers).best.front();
     EXPECT_EQ(choiceRow(choice, photo, papers, Units::inches),
@@ -78,7 +78,7 @@ TEST(ChoiceTexts, sayAChoiceShorterInAList) {
               "Letter: 3 x 2, on their side:");
 }
 
-TEST(ChoiceTexts, lineUpInATable) {
+TEST(ChoiceTexts, LineUpInATable) {
     const auto papers = papersOf(Units::millimetres);
     const PosterChoices choices = chosenFor(40, papers);
     const std::string table = choiceTable(choices.best, photo, papers, Units::millimetres);
@@ -94,7 +94,7 @@ TEST(ChoiceTexts, lineUpInATable) {
     }
 }
 
-TEST(ChoiceTexts, sayWhyAWishCannotBeMet) {
+TEST(ChoiceTexts, SayWhyAWishCannotBeMet) {
     const std::vector<ChoicePaper> letter{{"Letter", 8.5, 11, 8, 10}};
     const auto sentence = [&](PosterWish wish, ChoiceLimits limits) {
         return choiceProblemText(choosePoster(wish, limits, letter), wish, limits, letter,

@@ -54,13 +54,13 @@ class PosterSizeDialog : public testing::Test {
     frmPosterSize dialog{platform, fakes.screen, owner};
 };
 
-TEST_F(PosterSizeDialog, staysClosedWithoutAPhoto) {
+TEST_F(PosterSizeDialog, StaysClosedWithoutAPhoto) {
     owner.state.reset();
     dialog.Open();
     EXPECT_TRUE(fakes.screen.log.empty());
 }
 
-TEST_F(PosterSizeDialog, beginsWithThePresentWidthAndThisPaper) {
+TEST_F(PosterSizeDialog, BeginsWithThePresentWidthAndThisPaper) {
     play([this] {
         EXPECT_EQ(dialog.txtWidth.text(), "17");
         EXPECT_EQ(dialog.txtHeight.text(), "11.33"); // follows the photo
@@ -74,7 +74,7 @@ TEST_F(PosterSizeDialog, beginsWithThePresentWidthAndThisPaper) {
     EXPECT_TRUE(owner.applied.empty());
 }
 
-TEST_F(PosterSizeDialog, appliesTheChosenLine) {
+TEST_F(PosterSizeDialog, AppliesTheChosenLine) {
     play([this] {
         dialog.txtWidth.userSetText("33");
         ASSERT_GT(dialog.lstChoices.count(), 1);
@@ -89,7 +89,7 @@ TEST_F(PosterSizeDialog, appliesTheChosenLine) {
     EXPECT_EQ(owner.applied[0], std::make_tuple(0, 3, 2, true));
 }
 
-TEST_F(PosterSizeDialog, takesAHeight) {
+TEST_F(PosterSizeDialog, TakesAHeight) {
     play([this] {
         dialog.txtHeight.userSetText("44");
         EXPECT_TRUE(dialog.opbHeight.selected());
@@ -101,7 +101,7 @@ TEST_F(PosterSizeDialog, takesAHeight) {
     EXPECT_FALSE(std::get<3>(owner.applied[0]));
 }
 
-TEST_F(PosterSizeDialog, keepsAQualityWord) {
+TEST_F(PosterSizeDialog, KeepsAQualityWord) {
     play([this] {
         dialog.cmbQuality.userSelect(1);
         EXPECT_TRUE(dialog.opbQuality.selected());
@@ -111,7 +111,7 @@ TEST_F(PosterSizeDialog, keepsAQualityWord) {
     });
 }
 
-TEST_F(PosterSizeDialog, offersAnyPaperWithItsIndex) {
+TEST_F(PosterSizeDialog, OffersAnyPaperWithItsIndex) {
     play([this] {
         dialog.txtWidth.userSetText("34");
         dialog.opbAnyPaper.userSelect();
@@ -124,7 +124,7 @@ TEST_F(PosterSizeDialog, offersAnyPaperWithItsIndex) {
     EXPECT_TRUE(std::get<3>(owner.applied[0]));
 }
 
-TEST_F(PosterSizeDialog, triesTheCustomPaperOnlyWhereItIsTheCurrentOne) {
+TEST_F(PosterSizeDialog, TriesTheCustomPaperOnlyWhereItIsTheCurrentOne) {
     const auto custom = [this] {
         dialog.opbAnyPaper.userSelect();
         const std::vector<std::string>& lines = dialog.lstChoices.items();
@@ -138,7 +138,7 @@ TEST_F(PosterSizeDialog, triesTheCustomPaperOnlyWhereItIsTheCurrentOne) {
     play([&] { EXPECT_GT(custom(), 0); });
 }
 
-TEST_F(PosterSizeDialog, keepsSheetsUpright) {
+TEST_F(PosterSizeDialog, KeepsSheetsUpright) {
     play([this] {
         dialog.txtWidth.userSetText("33");
         dialog.chkOnTheirSide.userSetChecked(false);
@@ -148,7 +148,7 @@ TEST_F(PosterSizeDialog, keepsSheetsUpright) {
     });
 }
 
-TEST_F(PosterSizeDialog, saysWhyThereIsNoChoiceAndKeepsOkOff) {
+TEST_F(PosterSizeDialog, SaysWhyThereIsNoChoiceAndKeepsOkOff) {
     play([this] {
         dialog.txtWidth.userSetText("1000");
         EXPECT_EQ(dialog.lstChoices.count(), 0);
@@ -166,7 +166,7 @@ TEST_F(PosterSizeDialog, saysWhyThereIsNoChoiceAndKeepsOkOff) {
     });
 }
 
-TEST_F(PosterSizeDialog, showsCentimetresBesideMillimetres) {
+TEST_F(PosterSizeDialog, ShowsCentimetresBesideMillimetres) {
     owner.state->units = Units::millimetres;
     owner.state->papers = {{"A4", 210, 297, {}, {}}};
     owner.state->width = 1000 / 25.4;
@@ -177,7 +177,7 @@ TEST_F(PosterSizeDialog, showsCentimetresBesideMillimetres) {
     });
 }
 
-TEST_F(PosterSizeDialog, choosesByAClickOnAPicture) {
+TEST_F(PosterSizeDialog, ChoosesByAClickOnAPicture) {
     play([this] {
         dialog.txtWidth.userSetText("33");
         ASSERT_TRUE(dialog.picChoices.pixels());
@@ -190,7 +190,7 @@ TEST_F(PosterSizeDialog, choosesByAClickOnAPicture) {
     });
 }
 
-TEST_F(PosterSizeDialog, letsThePhotoGoWhenItCloses) {
+TEST_F(PosterSizeDialog, LetsThePhotoGoWhenItCloses) {
     const std::weak_ptr<const Image> photo = owner.state->photo;
     play([] {});
     owner.state.reset();

@@ -1,6 +1,7 @@
 // The main window over real folders, photos, drives and settings of which something is wrong: it
 // says so where there is something to say, and goes on.
 #include "app/frmMain.h"
+#include "handlers/save_support.h"
 #include "platform/files/whole_file.h"
 #include "platform/linux/disk_file_system.h"
 #include "platform/linux/mounted_drives.h"
@@ -8,7 +9,6 @@
 #include "support/child_process.h"
 #include "support/temp_folder.h"
 #include "support/test_platform.h"
-#include "windows/save_support.h"
 
 #include <algorithm>
 #include <memory>

@@ -2,11 +2,11 @@
 // with only the user and the main window played.
 #pragma once
 
+#include "handlers/save_support.h"
 #include "platform/linux/disk_file_system.h"
 #include "platform/linux/mounted_drives.h"
 #include "support/temp_folder.h"
 #include "support/test_platform.h"
-#include "windows/save_support.h"
 
 #include <map>
 #include <memory>

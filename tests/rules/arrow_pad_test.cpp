@@ -7,7 +7,7 @@
 namespace veldara {
 namespace {
 
-TEST(ArrowPad, hasTwoBandsAndDeadCorners) {
+TEST(ArrowPad, HasTwoBandsAndDeadCorners) {
     EXPECT_EQ(arrowDirectionAt(10, 50, 100, 100), arrowLeft);
     EXPECT_EQ(arrowDirectionAt(90, 50, 100, 100), arrowRight);
     EXPECT_EQ(arrowDirectionAt(50, 50, 100, 100), arrowRight); // the middle of all
@@ -19,14 +19,14 @@ TEST(ArrowPad, hasTwoBandsAndDeadCorners) {
     EXPECT_EQ(arrowDirectionAt(25, 25, 100, 100), arrowNone);
 }
 
-TEST(ArrowPad, measuresBothAgainstTheHeight) {
+TEST(ArrowPad, MeasuresBothAgainstTheHeight) {
     // On a pad twice as wide as high, x = 50 is in the middle band by the height.
     EXPECT_EQ(arrowDirectionAt(50, 10, 200, 100), arrowUp);
     EXPECT_EQ(arrowDirectionAt(100, 10, 200, 100), arrowNone);
     EXPECT_EQ(arrowDirectionAt(99, 50, 200, 100), arrowLeft);
 }
 
-TEST(PanSteps, growAndStopAfterThirtySix) {
+TEST(PanSteps, GrowAndStopAfterThirtySix) {
     EXPECT_EQ(panStep(0), 1);
     EXPECT_EQ(panStep(1), 2);
     EXPECT_EQ(panStep(4), 2);
@@ -40,7 +40,7 @@ TEST(PanSteps, growAndStopAfterThirtySix) {
     EXPECT_EQ(panStep(1000), 0);
 }
 
-TEST(PanSteps, moveTowardsTheArrowAndStopAtTheEdges) {
+TEST(PanSteps, MoveTowardsTheArrowAndStopAtTheEdges) {
     EXPECT_EQ(stepPan(arrowUp, 0, {100, 100}).pan, (Pan{100, 99}));
     EXPECT_EQ(stepPan(arrowRight, 1, {100, 100}).pan, (Pan{102, 100}));
     EXPECT_EQ(stepPan(arrowDown, 5, {100, 100}).pan, (Pan{100, 105}));
@@ -54,7 +54,7 @@ TEST(PanSteps, moveTowardsTheArrowAndStopAtTheEdges) {
     EXPECT_FALSE(stepPan(arrowNone, 0, {100, 100}).stepped);
 }
 
-TEST(PanSteps, ofAHeldPadStandStillInTheEnd) {
+TEST(PanSteps, OfAHeldPadStandStillInTheEnd) {
     Pan pan{0, 100};
     int repeat = 0;
     std::vector<int> moves;
@@ -72,7 +72,7 @@ TEST(PanSteps, ofAHeldPadStandStillInTheEnd) {
     EXPECT_EQ(pan.horzPos, 200);
 }
 
-TEST(PanSteps, afterTheLastStillCountAsSteps) {
+TEST(PanSteps, AfterTheLastStillCountAsSteps) {
     const PanStepResult result = stepPan(arrowRight, 36, {50, 50});
     EXPECT_TRUE(result.stepped);
     EXPECT_EQ(result.pan, (Pan{50, 50}));

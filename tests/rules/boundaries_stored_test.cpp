@@ -19,7 +19,7 @@ std::string faultOf(double width, double height, const Margins& margins, double 
     return checkPaper(entries, Units::inches, least, 50, style).text;
 }
 
-TEST(PaperLimits, holdForTheHeightAsForTheWidth) {
+TEST(PaperLimits, HoldForTheHeightAsForTheWidth) {
     const std::string small = "Invalid paper size - size too small.  Minimum size is 0.5.";
     EXPECT_EQ(faultOf(4, 0.49, {}, 0.75), small);
     EXPECT_EQ(faultOf(0.49, 4, {}, 0.75), small);
@@ -32,14 +32,14 @@ TEST(PaperLimits, holdForTheHeightAsForTheWidth) {
     EXPECT_EQ(faultOf(4, 4, {1, 1, 1, 1}, 2), "");
 }
 
-TEST(PaperLimits, areShownWithTheUsersSeparator) {
+TEST(PaperLimits, AreShownWithTheUsersSeparator) {
     EXPECT_EQ(faultOf(4, 0.49, {}, 0.75, NumberStyle{','}),
               "Invalid paper size - size too small.  Minimum size is 0,5.");
 }
 
 constexpr const char* customLine = "|0|Custom (Inches)|5|7|0|0|0|0|0.25|0.5|0.75|1";
 
-TEST(APaperLine, needsNoBarAtItsEnd) {
+TEST(APaperLine, NeedsNoBarAtItsEnd) {
     for (const std::string end : {"", "|", "|more|"}) {
         PaperTables tables = buildPaperTables();
         EXPECT_TRUE(setPrefFromRegLine(tables, customLine + end, 0.75, 50));
@@ -52,13 +52,13 @@ TEST(APaperLine, needsNoBarAtItsEnd) {
         setPrefFromRegLine(tables, "|0|Custom (Inches)|5|7|0|0|0|0|0.25|0.5|0.75", 0.75, 50));
 }
 
-TEST(APaperLine, needsBothSizesOfACustomPaper) {
+TEST(APaperLine, NeedsBothSizesOfACustomPaper) {
     PaperTables tables = buildPaperTables();
     EXPECT_FALSE(setPrefFromRegLine(tables, "|0|Custom (Inches)|x|7|0|0|0|0|0|0|0|0|", 0.75, 50));
     EXPECT_FALSE(setPrefFromRegLine(tables, "|0|Custom (Inches)|5|x|0|0|0|0|0|0|0|0|", 0.75, 50));
 }
 
-TEST(APaperLine, carriesTheDefaultMarginsBesideTheOnesNow) {
+TEST(APaperLine, CarriesTheDefaultMarginsBesideTheOnesNow) {
     PaperTables tables = buildPaperTables();
     ASSERT_TRUE(setPrefFromRegLine(tables, "|0|Letter 8.5\" x 11\"|8.5|11|9|9|9|9|0.25|0.5|0.75|1|",
                                    0.75, 50));
@@ -66,27 +66,27 @@ TEST(APaperLine, carriesTheDefaultMarginsBesideTheOnesNow) {
               "|0|Letter 8.5\" x 11\"|8.5|11|1|1.25|1|1.25|0.25|0.5|0.75|1|");
 }
 
-TEST(Compensation, byLessThanNothingIsRefusedFromTheFirstPixel) {
+TEST(Compensation, ByLessThanNothingIsRefusedFromTheFirstPixel) {
     EXPECT_THROW(planCompensation(100, 100, 100, {0, 0, 0, -0.001}), Error);
     EXPECT_THROW(planCompensation(100, 100, 100, {-0.001, 0, 0, 0}), Error);
 }
 
-TEST(ATilesType, canBeThatOfANameThatIsNothingElse) {
+TEST(ATilesType, CanBeThatOfANameThatIsNothingElse) {
     EXPECT_EQ(tileFormatByName("bmp"), TileFormat::bmp);
     EXPECT_EQ(tileFormatByName("mp"), std::nullopt);
 }
 
-TEST(ATilesName, missesItsTypeBeforeItsFolder) {
+TEST(ATilesName, MissesItsTypeBeforeItsFolder) {
     EXPECT_EQ(getTileFileName({"", "a", std::nullopt}, 1).problem, "File extension not selected");
 }
 
-TEST(StoredIndices, mayEndWithTheirFirstDigit) {
+TEST(StoredIndices, MayEndWithTheirFirstDigit) {
     EXPECT_EQ(readTileCounts("w3", 25), (TileCountPreference{3, 1}));
     EXPECT_EQ(readTileCounts("w03h4", 25), (TileCountPreference{3, 4}));
     EXPECT_EQ(readTileCounts("w", 25), (TileCountPreference{1, 1}));
 }
 
-TEST(ASwitch, isNoughtOrOneAndNothingBelow) {
+TEST(ASwitch, IsNoughtOrOneAndNothingBelow) {
     EXPECT_EQ(readSwitch("-1", 1), 1);
     EXPECT_EQ(readSwitch("2", 1), 1);
     EXPECT_EQ(readSwitch("0", 1), 0);

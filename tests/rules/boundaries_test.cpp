@@ -14,12 +14,12 @@
 namespace veldara {
 namespace {
 
-TEST(Letters, changeTheirCaseFromTheFirstToTheLast) {
+TEST(Letters, ChangeTheirCaseFromTheFirstToTheLast) {
     EXPECT_EQ(lowerCase("@AZ["), "@az[");
 }
 
 // A crop one pixel narrower than the photo, in its middle: the half pixel goes to the even side.
-TEST(TheCropsPlace, isRoundedHalfToEven) {
+TEST(TheCropsPlace, IsRoundedHalfToEven) {
     PosterLayout layout;
     layout.photoWidth = 101;
     layout.photoHeight = 100;
@@ -35,7 +35,7 @@ TEST(TheCropsPlace, isRoundedHalfToEven) {
     EXPECT_EQ(cropRect(layout), (CropRect{0, 2, 100, 100})); // 2.5
 }
 
-TEST(TileLimits, forgiveWhatASubtractionOfDecimalsLeaves) {
+TEST(TileLimits, ForgiveWhatASubtractionOfDecimalsLeaves) {
     const double least = 0.75 * 25.4;
     EXPECT_FALSE(isBelow(least - 1e-12, least)); // as 148 - 64.475 - 64.475 may come out
     EXPECT_TRUE(isBelow(least - 1e-6, least));
@@ -54,7 +54,7 @@ int redPixels(const Image& image) {
     return count;
 }
 
-TEST(GridLines, runFromTheirFirstPixelToTheirLast) {
+TEST(GridLines, RunFromTheirFirstPixelToTheirLast) {
     Image image = Image::filled(10, 8, 0, 0, 0);
     drawColumn(image.mutableView(), 4, 2, 5);
     EXPECT_EQ(redPixels(image), 4);
@@ -67,7 +67,7 @@ TEST(GridLines, runFromTheirFirstPixelToTheirLast) {
     EXPECT_EQ(image.row(3)[21], 255);
 }
 
-TEST(GridLines, endAtThePicturesSides) {
+TEST(GridLines, EndAtThePicturesSides) {
     Image image = Image::filled(10, 8, 0, 0, 0);
     drawColumn(image.mutableView(), 0, -5, 50);
     drawColumn(image.mutableView(), 9, -5, 50);
@@ -82,12 +82,12 @@ TEST(GridLines, endAtThePicturesSides) {
     EXPECT_EQ(redPixels(image), 16 + 16);
 }
 
-TEST(PreviewWindow, hasItsButtonInTheMiddle) {
+TEST(PreviewWindow, HasItsButtonInTheMiddle) {
     EXPECT_EQ(fitToNewSize(1000, 700, 80, 30, 0).closeLeft, 460);
     EXPECT_EQ(fitToNewSize(50, 700, 80, 30, 0).closeLeft, 0);
 }
 
-TEST(ARescaledCrop, growsWithThePreview) {
+TEST(ARescaledCrop, GrowsWithThePreview) {
     const PreviewCrop crop{10, 20, 31, 45};
     const PreviewCrop half = rescaledCrop(crop, 0.5, 0.25);
     EXPECT_EQ(half.left, 5);
@@ -101,7 +101,7 @@ TEST(ARescaledCrop, growsWithThePreview) {
     EXPECT_EQ(larger.bottom, 10); // 10.5
 }
 
-TEST(ARescaledCrop, staysWhereThereWasNoPreview) {
+TEST(ARescaledCrop, StaysWhereThereWasNoPreview) {
     const PreviewCrop crop{10, 20, 31, 45};
     const PreviewCrop same = rescaledCrop(crop, 0.0, 0.25);
     EXPECT_EQ(same.left, 10);
@@ -110,23 +110,23 @@ TEST(ARescaledCrop, staysWhereThereWasNoPreview) {
     EXPECT_EQ(same.bottom, 45);
 }
 
-TEST(EdgeDescription, isOfNothingForACountOfNothingOnly) {
+TEST(EdgeDescription, IsOfNothingForACountOfNothingOnly) {
     EXPECT_EQ(edgeDescription(0, Units::inches, {}), "None of the image is clipped");
     EXPECT_EQ(edgeDescription(1, Units::inches, {}), "Printer cuts off  1/64 inches of image");
     EXPECT_EQ(edgeDescription(2, Units::inches, {}), "Printer cuts off  1/32 inches of image");
 }
 
-TEST(AProfileLine, hasItsNameBeforeTheFirstTab) {
+TEST(AProfileLine, HasItsNameBeforeTheFirstTab) {
     EXPECT_THROW(ParseProfileLine("a\tb\t01,02,03,04,"), Error);
     EXPECT_EQ(ParseProfileLine("a\t01,02,03,04,\trest").name, "a");
 }
 
-TEST(AProfileName, cannotHoldWhatTheFileNeeds) {
+TEST(AProfileName, CannotHoldWhatTheFileNeeds) {
     EXPECT_EQ(profileName("a\tb\rc\nd"), "a b c d");
     EXPECT_EQ(profileName(" my  printer, left tray "), " my  printer, left tray ");
 }
 
-TEST(ThePositionAfterADelete, staysWithItsProfile) {
+TEST(ThePositionAfterADelete, StaysWithItsProfile) {
     EXPECT_EQ(positionAfterDelete(3, 1, 5), 2); // one before it went
     EXPECT_EQ(positionAfterDelete(1, 3, 5), 1); // one behind it went
     EXPECT_EQ(positionAfterDelete(2, 2, 5), 2); // it went itself: the one behind it

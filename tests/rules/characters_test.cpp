@@ -7,7 +7,7 @@
 namespace veldara {
 namespace {
 
-TEST(Characters, areCountedNotBytes) {
+TEST(Characters, AreCountedNotBytes) {
     EXPECT_EQ(characterCount(""), 0U);
     EXPECT_EQ(characterCount("abc"), 3U);
     EXPECT_EQ(characterCount("Größe"), 5U);
@@ -22,14 +22,14 @@ TEST(Characters, areCountedNotBytes) {
     EXPECT_EQ(characterCount("\xE2\x82z"), 3U);        // broken off
 }
 
-TEST(Characters, sleftGivesTheFirst) {
+TEST(Characters, SleftGivesTheFirst) {
     EXPECT_EQ(sleft("abcdef", 2), "ab");
     EXPECT_EQ(sleft("äöü", 2), "äö");
     EXPECT_EQ(sleft("ab", 5), "ab");
     EXPECT_EQ(sleft("ab", 0), "");
 }
 
-TEST(Characters, sRightGivesTheLastAndRefusesMoreThanThereAre) {
+TEST(Characters, SRightGivesTheLastAndRefusesMoreThanThereAre) {
     EXPECT_EQ(sRight("abcdef", 3), "def");
     EXPECT_EQ(sRight("aöü", 2), "öü");
     EXPECT_EQ(sRight("ab", 2), "ab");
@@ -38,11 +38,11 @@ TEST(Characters, sRightGivesTheLastAndRefusesMoreThanThereAre) {
     EXPECT_THROW(sRight("ü", 2), Error);
 }
 
-TEST(Characters, changeCaseInAsciiOnly) {
+TEST(Characters, ChangeCaseInAsciiOnly) {
     EXPECT_EQ(lowerCase("aZ9É"), "az9É");
 }
 
-TEST(Lines, endWithALineFeedOrBoth) {
+TEST(Lines, EndWithALineFeedOrBoth) {
     EXPECT_EQ(splitLines(""), (std::vector<std::string>{}));
     EXPECT_EQ(splitLines("a"), (std::vector<std::string>{"a"}));
     EXPECT_EQ(splitLines("a\r\nb\nc\r\n"), (std::vector<std::string>{"a", "b", "c"}));
@@ -50,13 +50,13 @@ TEST(Lines, endWithALineFeedOrBoth) {
     EXPECT_EQ(splitLines("a\rb"), (std::vector<std::string>{"a\rb"}));
 }
 
-TEST(PathText, comesAndGoesUnchanged) {
+TEST(PathText, ComesAndGoesUnchanged) {
     for (const std::string name : {"photo.jpg", "Größe 日本.tif", "a b", "folder/of/a/photo.jpg"}) {
         EXPECT_EQ(pathText(textPath(name)), name);
     }
 }
 
-TEST(PathText, getsASeparatorOnlyWhenItHasNone) {
+TEST(PathText, GetsASeparatorOnlyWhenItHasNone) {
     EXPECT_EQ(withSeparator("C:\\", '\\'), "C:\\");
     EXPECT_EQ(withSeparator("C:\\photos", '\\'), "C:\\photos\\");
     EXPECT_EQ(withSeparator("/home/me", '/'), "/home/me/");

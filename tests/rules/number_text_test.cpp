@@ -16,7 +16,7 @@ constexpr NumberStyle comma{','};
 const double infinity = std::numeric_limits<double>::infinity();
 const double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-TEST(Rounding, goesToTheEvenNeighbourFromAHalf) {
+TEST(Rounding, GoesToTheEvenNeighbourFromAHalf) {
     EXPECT_EQ(roundHalfEven(0.5), 0);
     EXPECT_EQ(roundHalfEven(1.5), 2);
     EXPECT_EQ(roundHalfEven(2.5), 2);
@@ -30,7 +30,7 @@ TEST(Rounding, goesToTheEvenNeighbourFromAHalf) {
     EXPECT_EQ(roundHalfEven(0.49999999999999994), 0);
 }
 
-TEST(Rounding, reachesTheLimitsAndNoFurther) {
+TEST(Rounding, ReachesTheLimitsAndNoFurther) {
     EXPECT_EQ(roundHalfEven(2147483647.0), 2147483647);
     EXPECT_EQ(roundHalfEven(-2147483648.0), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(roundHalfEven(2147483647.4), 2147483647);
@@ -51,7 +51,7 @@ std::int64_t reference(double value) {
     return rest > 0.5 || whole % 2 != 0 ? whole + 1 : whole;
 }
 
-TEST(Rounding, agreesWithAReferenceOnRandomValuesAndHalves) {
+TEST(Rounding, AgreesWithAReferenceOnRandomValuesAndHalves) {
     std::mt19937 random(20261121);
     std::uniform_real_distribution<double> any(-2e6, 2e6);
     std::uniform_int_distribution<int> whole(-1000000, 1000000);
@@ -61,7 +61,7 @@ TEST(Rounding, agreesWithAReferenceOnRandomValuesAndHalves) {
     }
 }
 
-TEST(FormatNumber, givesTheDecimalsOfThePattern) {
+TEST(FormatNumber, GivesTheDecimalsOfThePattern) {
     EXPECT_EQ(formatNumber(24, "##0.00"), "24.00");
     EXPECT_EQ(formatNumber(24.5, "##0.00"), "24.50");
     EXPECT_EQ(formatNumber(0, "##0.00"), "0.00");
@@ -73,7 +73,7 @@ TEST(FormatNumber, givesTheDecimalsOfThePattern) {
     EXPECT_EQ(formatNumber(0.5, "##0"), "1");
 }
 
-TEST(FormatNumber, roundsAHalfOfTheDecimalTextAwayFromZero) {
+TEST(FormatNumber, RoundsAHalfOfTheDecimalTextAwayFromZero) {
     EXPECT_EQ(formatNumber(12.345, "##0.00"), "12.35"); // the double is a little below the half
     EXPECT_EQ(formatNumber(1.005, "##0.00"), "1.01");
     EXPECT_EQ(formatNumber(2.5, "##0"), "3");
@@ -85,38 +85,38 @@ TEST(FormatNumber, roundsAHalfOfTheDecimalTextAwayFromZero) {
     EXPECT_EQ(formatNumber(0.0005, "##0.00"), "0.00");
 }
 
-TEST(FormatNumber, carriesOverAllNines) {
+TEST(FormatNumber, CarriesOverAllNines) {
     EXPECT_EQ(formatNumber(9.995, "##0.00"), "10.00");
     EXPECT_EQ(formatNumber(99.96, "##0.0"), "100.0");
     EXPECT_EQ(formatNumber(0.999, "##0.00"), "1.00");
 }
 
-TEST(FormatNumber, hasNoMinusBeforeZero) {
+TEST(FormatNumber, HasNoMinusBeforeZero) {
     EXPECT_EQ(formatNumber(-0.001, "##0.00"), "0.00");
     EXPECT_EQ(formatNumber(-0.0, "##0.00"), "0.00");
     EXPECT_EQ(formatNumber(-0.01, "##0.00"), "-0.01");
 }
 
-TEST(FormatNumber, writesLargeAndSmallNumbersInFull) {
+TEST(FormatNumber, WritesLargeAndSmallNumbersInFull) {
     EXPECT_EQ(formatNumber(1e15, "##0.00"), "1000000000000000.00");
     EXPECT_EQ(formatNumber(123456789012.0, "##0.0"), "123456789012.0");
     EXPECT_EQ(formatNumber(1e22, "##0.0"), "10000000000000000000000.0");
     EXPECT_EQ(formatNumber(1e-300, "##0.00"), "0.00");
 }
 
-TEST(FormatNumber, usesTheUsersSeparator) {
+TEST(FormatNumber, UsesTheUsersSeparator) {
     EXPECT_EQ(formatNumber(12.345, "##0.00", comma), "12,35");
     EXPECT_EQ(formatNumber(-0.5, "##0.0", comma), "-0,5");
 }
 
-TEST(FormatNumber, refusesWhatIsNoNumber) {
+TEST(FormatNumber, RefusesWhatIsNoNumber) {
     EXPECT_THROW(formatNumber(infinity, "##0.00"), Error);
     EXPECT_THROW(formatNumber(notANumber, "##0.00"), Error);
     EXPECT_THROW(plainNumber(infinity), Error);
 }
 
 // Hundredths counted as whole numbers do not depend on how a double is printed.
-TEST(FormatNumber, agreesWithCountedHundredths) {
+TEST(FormatNumber, AgreesWithCountedHundredths) {
     std::mt19937 random(7);
     std::uniform_int_distribution<int> thousandths(-9999999, 9999999);
     for (int i = 0; i < 100000; ++i) {
@@ -133,7 +133,7 @@ TEST(FormatNumber, agreesWithCountedHundredths) {
     }
 }
 
-TEST(PlainNumber, isTheShortestText) {
+TEST(PlainNumber, IsTheShortestText) {
     EXPECT_EQ(plainNumber(24), "24");
     EXPECT_EQ(plainNumber(24.5), "24.5");
     EXPECT_EQ(plainNumber(0.75), "0.75");
@@ -148,12 +148,12 @@ TEST(PlainNumber, isTheShortestText) {
     EXPECT_EQ(plainNumber(1.5, comma), "1,5");
 }
 
-TEST(PlainNumber, takesAnExponentOnlyWhereZerosWouldFillALine) {
+TEST(PlainNumber, TakesAnExponentOnlyWhereZerosWouldFillALine) {
     EXPECT_EQ(plainNumber(1e20), "1E+20");
     EXPECT_EQ(plainNumber(2.5e-20), "2.5E-20");
 }
 
-TEST(PlainNumber, readsBackAsTheSameNumber) {
+TEST(PlainNumber, ReadsBackAsTheSameNumber) {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> mantissa(-10, 10);
     std::uniform_int_distribution<int> exponent(-25, 25);
@@ -164,7 +164,7 @@ TEST(PlainNumber, readsBackAsTheSameNumber) {
     }
 }
 
-TEST(ReadNumber, takesTheWholeTextOrNothing) {
+TEST(ReadNumber, TakesTheWholeTextOrNothing) {
     EXPECT_EQ(readNumber("8.5"), 8.5);
     EXPECT_EQ(readNumber("  8.5\t"), 8.5);
     EXPECT_EQ(readNumber("+3"), 3);
@@ -178,12 +178,12 @@ TEST(ReadNumber, takesTheWholeTextOrNothing) {
     }
 }
 
-TEST(ReadNumber, readsInTheUsersStyleOnly) {
+TEST(ReadNumber, ReadsInTheUsersStyleOnly) {
     EXPECT_EQ(readNumber("8,5", comma), 8.5);
     EXPECT_EQ(readNumber("8.5", comma), std::nullopt);
 }
 
-TEST(ReadInteger, roundsAHalfToEven) {
+TEST(ReadInteger, RoundsAHalfToEven) {
     EXPECT_EQ(readInteger("3"), 3);
     EXPECT_EQ(readInteger(" 12 "), 12);
     EXPECT_EQ(readInteger("2.5"), 2);
@@ -194,7 +194,7 @@ TEST(ReadInteger, roundsAHalfToEven) {
     EXPECT_EQ(readInteger(""), std::nullopt);
 }
 
-TEST(Trimmed, cutsBlanksAtBothEndsOnly) {
+TEST(Trimmed, CutsBlanksAtBothEndsOnly) {
     EXPECT_EQ(trimmed("  a b \r\n"), "a b");
     EXPECT_EQ(trimmed("   "), "");
 }

@@ -19,12 +19,12 @@ PosterLayout example() {
     return layout;
 }
 
-TEST(OutputFigures, ofThreeByTwoSheets) {
+TEST(OutputFigures, OfThreeByTwoSheets) {
     EXPECT_EQ(outputFigures(example(), true, Units::inches),
               (OutputFigures{"24 x 20 inches", "4.80", "100.0 dpi", "Good"}));
 }
 
-TEST(OutputFigures, atZoom100) {
+TEST(OutputFigures, AtZoom100) {
     PosterLayout layout = example();
     layout.zoom = 100;
     // The zoom halves the megapixels although a quarter of the area is left.
@@ -32,7 +32,7 @@ TEST(OutputFigures, atZoom100) {
               (OutputFigures{"24 x 20 inches", "2.40", "50.0 dpi", "Good from a distance"}));
 }
 
-TEST(OutputFigures, ofTurnedTiles) {
+TEST(OutputFigures, OfTurnedTiles) {
     PosterLayout layout = example();
     layout.tilesTurned = true;
     EXPECT_EQ(posterSizeText(layout, Units::inches), "30 x 16 inches");
@@ -41,14 +41,14 @@ TEST(OutputFigures, ofTurnedTiles) {
     EXPECT_DOUBLE_EQ(posterMegapixels(layout), 3000 * 1600 / 1e6);
 }
 
-TEST(OutputFigures, inMillimetreUnits) {
+TEST(OutputFigures, InMillimetreUnits) {
     const OutputFigures figures = outputFigures(example(), true, Units::millimetres);
     EXPECT_EQ(figures.size, "61 x 50.8 cm");
     EXPECT_EQ(figures.resolution, "39.4 dots/cm");
     EXPECT_EQ(figures.quality, "Good"); // by dots per inch nevertheless
 }
 
-TEST(OutputFigures, withoutAPhotoKeepTheSize) {
+TEST(OutputFigures, WithoutAPhotoKeepTheSize) {
     PosterLayout layout = example();
     layout.photoWidth = 0;
     layout.photoHeight = 0;
@@ -56,7 +56,7 @@ TEST(OutputFigures, withoutAPhotoKeepTheSize) {
               (OutputFigures{"24 x 20 inches", "---", "---", "---"}));
 }
 
-TEST(OutputFigures, dropZerosAtTheEndOfASize) {
+TEST(OutputFigures, DropZerosAtTheEndOfASize) {
     PosterLayout layout = example();
     layout.tilesWide = 1;
     layout.tilesHigh = 1;
@@ -66,13 +66,13 @@ TEST(OutputFigures, dropZerosAtTheEndOfASize) {
     EXPECT_EQ(posterSizeText(layout, Units::inches, comma), "24,5 x 12,35 inches");
 }
 
-TEST(OutputFigures, useTheUsersSeparator) {
+TEST(OutputFigures, UseTheUsersSeparator) {
     const OutputFigures figures = outputFigures(example(), true, Units::inches, comma);
     EXPECT_EQ(figures.megapixels, "4,80");
     EXPECT_EQ(figures.resolution, "100,0 dpi");
 }
 
-TEST(OutputFigures, qualityIsStrictAboutItsBounds) {
+TEST(OutputFigures, QualityIsStrictAboutItsBounds) {
     EXPECT_EQ(qualityWord(200.01), "Excellent");
     EXPECT_EQ(qualityWord(200), "Very Good");
     EXPECT_EQ(qualityWord(140.01), "Very Good");
@@ -86,7 +86,7 @@ TEST(OutputFigures, qualityIsStrictAboutItsBounds) {
     EXPECT_EQ(qualityWord(0), "Fair from a distance");
 }
 
-TEST(OutputFigures, suffixIsStrippedOnlyFromTheEnd) {
+TEST(OutputFigures, SuffixIsStrippedOnlyFromTheEnd) {
     EXPECT_EQ(stripSuffix("150.", "."), "150");
     EXPECT_EQ(stripSuffix("150.0", "."), "150.0");
     EXPECT_EQ(stripSuffix(".", "."), "");
@@ -94,13 +94,13 @@ TEST(OutputFigures, suffixIsStrippedOnlyFromTheEnd) {
     EXPECT_EQ(stripSuffix("a", "ab"), "a");
 }
 
-TEST(OutputFigures, resolutionTexts) {
+TEST(OutputFigures, ResolutionTexts) {
     EXPECT_EQ(resolutionText(150, Units::inches), "150.0 dpi");
     EXPECT_EQ(resolutionText(149.96, Units::inches), "150.0 dpi");
     EXPECT_EQ(resolutionText(254, Units::millimetres), "100.0 dots/cm");
 }
 
-TEST(OutputFigures, failWhenNothingIsLeftOfATile) {
+TEST(OutputFigures, FailWhenNothingIsLeftOfATile) {
     PosterLayout layout = example();
     layout.tileHeightInches = 0;
     EXPECT_THROW(outputFigures(layout, true, Units::inches), Error);

@@ -24,7 +24,7 @@ PaperTables withPaper(const std::string& name, Units units) {
     return tables;
 }
 
-TEST(PaperCatalogue, holdsTheInchPapers) {
+TEST(PaperCatalogue, HoldsTheInchPapers) {
     const PaperTables tables = buildPaperTables();
     const Margins none{0, 0, 0, 0};
     const Margins document{1, 1.25, 1, 1.25};
@@ -40,7 +40,7 @@ TEST(PaperCatalogue, holdsTheInchPapers) {
     EXPECT_EQ(tables.inches, expected);
 }
 
-TEST(PaperCatalogue, holdsTheMillimetrePapers) {
+TEST(PaperCatalogue, HoldsTheMillimetrePapers) {
     const auto paper = [](const char* name, double width, double height, double margin) {
         const Margins all{margin, margin, margin, margin};
         return PaperRecord{name, width, height, all, all};
@@ -54,7 +54,7 @@ TEST(PaperCatalogue, holdsTheMillimetrePapers) {
     EXPECT_EQ(buildPaperTables().millimetres, expected);
 }
 
-TEST(PaperCatalogue, restsOnTheFirstPhotoPaper) {
+TEST(PaperCatalogue, RestsOnTheFirstPhotoPaper) {
     const PaperTables tables = buildPaperTables();
     EXPECT_EQ(tables.units, Units::inches);
     EXPECT_EQ(tables.current().name, "Photo 4\" x 6\"");
@@ -63,7 +63,7 @@ TEST(PaperCatalogue, restsOnTheFirstPhotoPaper) {
     EXPECT_EQ(tables.millimetreIndex, 0);
 }
 
-TEST(PaperCatalogue, marginsAreTakenOffTheSheet) {
+TEST(PaperCatalogue, MarginsAreTakenOffTheSheet) {
     const PaperTables letter = withPaper("Letter 8.5\" x 11\"", Units::inches);
     EXPECT_EQ(letter.current().tileWidth(), 6);
     EXPECT_EQ(letter.current().tileHeight(), 9);
@@ -72,7 +72,7 @@ TEST(PaperCatalogue, marginsAreTakenOffTheSheet) {
     EXPECT_EQ(a4.current().tileHeight(), 247);
 }
 
-TEST(PaperCatalogue, isSearchedByTheExactName) {
+TEST(PaperCatalogue, IsSearchedByTheExactName) {
     const PaperTables tables = buildPaperTables();
     EXPECT_EQ(findPaperIndex(tables, "Custom (Inches)", 0).index, 6);
     EXPECT_TRUE(findPaperIndex(tables, "Custom (Inches)", 0).isCustom);
@@ -86,7 +86,7 @@ TEST(PaperCatalogue, isSearchedByTheExactName) {
     EXPECT_EQ(findPaperIndex(tables, "", 0).index, -1);
 }
 
-TEST(PaperLine, isWrittenFieldByField) {
+TEST(PaperLine, IsWrittenFieldByField) {
     EXPECT_EQ(makePaperRegLine(withPaper("Letter 8.5\" x 11\"", Units::inches)),
               "|0|Letter 8.5\" x 11\"|8.5|11|1|1.25|1|1.25|1|1.25|1|1.25|");
     EXPECT_EQ(makePaperRegLine(withPaper("A8 - 53 x 74", Units::millimetres)),
@@ -95,7 +95,7 @@ TEST(PaperLine, isWrittenFieldByField) {
               "|0|Letter 8.5\" x 11\"|8,5|11|1|1,25|1|1,25|1|1,25|1|1,25|");
 }
 
-TEST(PaperLine, isReadBackForEveryPaper) {
+TEST(PaperLine, IsReadBackForEveryPaper) {
     for (const Units units : {Units::inches, Units::millimetres}) {
         const PaperTables fresh = buildPaperTables();
         for (const PaperRecord& paper : fresh.catalogue(units)) {
@@ -107,7 +107,7 @@ TEST(PaperLine, isReadBackForEveryPaper) {
     }
 }
 
-TEST(PaperLine, thatIsBadBuildsTheTablesAnew) {
+TEST(PaperLine, ThatIsBadBuildsTheTablesAnew) {
     for (const char* line : {
              "", "|",
              "|0|Letter 8.5\" x 11\"|8.5|11|1|1|1|1|1|1|1",     // too short
@@ -130,7 +130,7 @@ TEST(PaperLine, thatIsBadBuildsTheTablesAnew) {
     }
 }
 
-TEST(PaperLine, sizesCountForCustomPapersOnly) {
+TEST(PaperLine, SizesCountForCustomPapersOnly) {
     PaperTables tables = buildPaperTables();
     ASSERT_TRUE(accept(tables, "|0|Letter 8.5\" x 11\"|99|99|9|9|9|9|0.5|0.25|0.5|0.25|"));
     EXPECT_EQ(tables.current().width, 8.5);
@@ -149,7 +149,7 @@ TEST(PaperLine, sizesCountForCustomPapersOnly) {
     EXPECT_EQ(tables.millimetres[7].width, 300); // for the rest of the run
 }
 
-TEST(PaperLine, atALimitIsAcceptedAndAHundredthBeyondIsNot) {
+TEST(PaperLine, AtALimitIsAcceptedAndAHundredthBeyondIsNot) {
     const auto custom = [](const std::string& width) {
         return "|0|Custom (Inches)|" + width + "|10|0|0|0|0|0|0|0|0|";
     };
@@ -179,13 +179,13 @@ TEST(PaperLine, atALimitIsAcceptedAndAHundredthBeyondIsNot) {
     EXPECT_FALSE(accept(tables, metric("148", "64.48")));
 }
 
-TEST(PaperLine, acceptsANegativeMargin) {
+TEST(PaperLine, AcceptsANegativeMargin) {
     PaperTables tables = buildPaperTables();
     EXPECT_TRUE(accept(tables, "|0|Photo 8\" x 10\"|8|10|0|0|0|0|-1|0|0|0|"));
     EXPECT_EQ(tables.current().tileHeight(), 11);
 }
 
-TEST(PaperLine, isWrittenAndReadInTheUsersStyle) {
+TEST(PaperLine, IsWrittenAndReadInTheUsersStyle) {
     PaperTables tables = buildPaperTables();
     EXPECT_TRUE(
         accept(tables, "|0|Letter 8.5\" x 11\"|8,5|11|1|1,25|1|1,25|0,5|0,5|0,5|0,5|", comma));
@@ -194,7 +194,7 @@ TEST(PaperLine, isWrittenAndReadInTheUsersStyle) {
         accept(tables, "|0|Letter 8.5\" x 11\"|8.5|11|1|1.25|1|1.25|0.5|0.5|0.5|0.5|", comma));
 }
 
-TEST(PaperLineProperties, anyAcceptedStateComesBack) {
+TEST(PaperLineProperties, AnyAcceptedStateComesBack) {
     std::mt19937 random(12);
     std::uniform_real_distribution<double> margin(0, 2);
     std::uniform_real_distribution<double> side(5, 50);
@@ -226,14 +226,14 @@ PaperCheck check(const std::string& width, const std::string& height,
                       maxTileInches);
 }
 
-TEST(PaperCheck, acceptsWhatCanBePrinted) {
+TEST(PaperCheck, AcceptsWhatCanBePrinted) {
     EXPECT_TRUE(check("8.5", "11", {"1", "1.25", "1", "1.25"}).ok());
     EXPECT_TRUE(check("210", "297", {"25", "25", "25", "25"}, Units::millimetres).ok());
     EXPECT_TRUE(check("0.75", "50", {"0", "0", "0", "0"}).ok());
     EXPECT_TRUE(check("19.05", "1270", {"0", "0", "0", "0"}, Units::millimetres).ok());
 }
 
-TEST(PaperCheck, refusesASheetThatIsTooSmall) {
+TEST(PaperCheck, RefusesASheetThatIsTooSmall) {
     const PaperCheck tooSmall = check("0.4", "11", {"0", "0", "0", "0"});
     EXPECT_EQ(tooSmall.text, "Invalid paper size - size too small.  Minimum size is 0.5.");
     EXPECT_EQ(tooSmall.fault, PaperFault::paper);
@@ -245,12 +245,12 @@ TEST(PaperCheck, refusesASheetThatIsTooSmall) {
               "Paper size too small");
 }
 
-TEST(PaperCheck, refusesASizeThatIsNoNumber) {
+TEST(PaperCheck, RefusesASizeThatIsNoNumber) {
     EXPECT_EQ(check("", "11", {"0", "0", "0", "0"}).text, "Invalid Paper Width or Height.");
     EXPECT_EQ(check("8", "eleven", {"0", "0", "0", "0"}).text, "Invalid Paper Width or Height.");
 }
 
-TEST(PaperCheck, refusesANegativeMargin) {
+TEST(PaperCheck, RefusesANegativeMargin) {
     for (int edge = 0; edge < 4; ++edge) {
         std::array<std::string, 4> margins{"0", "0", "0", "0"};
         margins[static_cast<std::size_t>(edge)] = "-0.01";
@@ -262,7 +262,7 @@ TEST(PaperCheck, refusesANegativeMargin) {
     }
 }
 
-TEST(PaperCheck, refusesMarginsThatTakeTheWholeSheet) {
+TEST(PaperCheck, RefusesMarginsThatTakeTheWholeSheet) {
     const PaperCheck sides = check("8.5", "11", {"1", "4.25", "1", "4.25"});
     EXPECT_EQ(sides.text,
               "Invalid Left / Right Margins.  Together they are larger than the paper width.");
@@ -274,7 +274,7 @@ TEST(PaperCheck, refusesMarginsThatTakeTheWholeSheet) {
     EXPECT_EQ(check("8.5", "11", {"6", "5", "6", "5"}).text, sides.text);
 }
 
-TEST(PaperCheck, refusesSizesOutsideTheTileLimits) {
+TEST(PaperCheck, RefusesSizesOutsideTheTileLimits) {
     EXPECT_EQ(check("0.74", "11", {"0", "0", "0", "0"}).text, "Paper size too small");
     EXPECT_EQ(check("8.5", "50.01", {"0", "0", "0", "0"}).text, "Paper size too large");
     EXPECT_EQ(check("8.5", "11", {"0", "3.9", "0", "3.9"}).text, "Paper/Margins too small");
@@ -284,14 +284,14 @@ TEST(PaperCheck, refusesSizesOutsideTheTileLimits) {
               "Paper size too large");
 }
 
-TEST(PaperCheck, isToldInACriticalBox) {
+TEST(PaperCheck, IsToldInACriticalBox) {
     const Message message = invalidPaperMessage(check("0.4", "11", {"0", "0", "0", "0"}));
     EXPECT_EQ(message.title, "Invalid Values Entered");
     EXPECT_EQ(message.icon, MessageIcon::critical);
     EXPECT_EQ(message.text, "Invalid paper size - size too small.  Minimum size is 0.5.");
 }
 
-TEST(MarginLists, countUpInEvenSteps) {
+TEST(MarginLists, CountUpInEvenSteps) {
     const std::vector<std::string> inches = marginList(Units::inches);
     ASSERT_EQ(inches.size(), 201U);
     EXPECT_EQ(inches.front(), "0.00");
@@ -305,7 +305,7 @@ TEST(MarginLists, countUpInEvenSteps) {
     EXPECT_EQ(metric.back(), "50,0");
 }
 
-TEST(PaperTexts, haveTheDecimalsOfTheirUnits) {
+TEST(PaperTexts, HaveTheDecimalsOfTheirUnits) {
     EXPECT_EQ(paperLengthText(8.5, Units::inches), "8.50");
     EXPECT_EQ(paperLengthText(148, Units::millimetres), "148.0");
     EXPECT_EQ(paperSizeText(8.5, 11, Units::inches), "8.50 x 11.00");

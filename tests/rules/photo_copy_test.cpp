@@ -75,7 +75,7 @@ std::size_t filesIn(const std::filesystem::path& folder) {
                                                   std::filesystem::directory_iterator()));
 }
 
-TEST(PhotoCopyName, hasTheEndingOfWhatTheCopyIs) {
+TEST(PhotoCopyName, HasTheEndingOfWhatTheCopyIs) {
     EXPECT_EQ(nameFor("IMG_0001.HEIC", "HEIC", {}), "IMG_0001.tif");
     EXPECT_EQ(nameFor("a.jpeg", "JPEG", {}), "a.jpg");
     EXPECT_EQ(nameFor("a.b.webp", "WebP", {}), "a.b.tif");
@@ -86,19 +86,19 @@ TEST(PhotoCopyName, hasTheEndingOfWhatTheCopyIs) {
     EXPECT_EQ(nameFor(".heic", "HEIC", {}), ".heic.tif");
 }
 
-TEST(PhotoCopyName, isNeverThatOfAFileThatExists) {
+TEST(PhotoCopyName, IsNeverThatOfAFileThatExists) {
     EXPECT_EQ(nameFor("IMG_0001.HEIC", "HEIC", {"IMG_0001.tif"}), "IMG_0001 (2).tif");
     EXPECT_EQ(nameFor("a.jpeg", "JPEG", {"a.jpg", "a (2).jpg", "a (3).jpg"}), "a (4).jpg");
 }
 
-TEST(PhotoCopyOffer, namesBoth) {
+TEST(PhotoCopyOffer, NamesBoth) {
     const Message offer = photoCopyOffer("IMG_0001.HEIC", "IMG_0001.tif");
     EXPECT_EQ(offer.text, "IMG_0001.HEIC is not a file that can be cut into tiles as it is. Make a "
                           "copy of it as IMG_0001.tif and open that?");
     EXPECT_EQ(offer.buttons, MessageButtons::yesNo);
 }
 
-TEST(PictureEnding, isThatOfAnyKindWhateverItsCase) {
+TEST(PictureEnding, IsThatOfAnyKindWhateverItsCase) {
     for (const char* name : {"a.HEIC", "a.heif", "a.avif", "a.WebP", "a.png", "a.jpeg", "a.jpe",
                              "a.tiff", "a.dib", "a.jpg"}) {
         EXPECT_TRUE(hasPictureEnding(name)) << name;
@@ -108,7 +108,7 @@ TEST(PictureEnding, isThatOfAnyKindWhateverItsCase) {
     }
 }
 
-TEST(PhotoCopyOfAJpeg, isTheSameBytes) {
+TEST(PhotoCopyOfAJpeg, IsTheSameBytes) {
     const TempFolder folder;
     const Bytes bytes = encodeImage(photo(60, 40).view(), TileFormat::jpeg, 300, profile());
     writeWholeFile(folder.path() / "a.jpeg", bytes);
@@ -116,7 +116,7 @@ TEST(PhotoCopyOfAJpeg, isTheSameBytes) {
     EXPECT_EQ(contentOf(folder.path() / "a.jpg"), bytes);
 }
 
-TEST(PhotoCopyOfAnotherKind, isALosslessTiffWithProfileAndResolution) {
+TEST(PhotoCopyOfAnotherKind, IsALosslessTiffWithProfileAndResolution) {
     const TempFolder folder;
     const Image picture = photo(150, 333);
     writeWholeFile(folder.path() / "a.dib",
@@ -128,7 +128,7 @@ TEST(PhotoCopyOfAnotherKind, isALosslessTiffWithProfileAndResolution) {
     EXPECT_EQ(copy.colourProfile, profile());
 }
 
-TEST(PhotoCopyThatFails, leavesNoFile) {
+TEST(PhotoCopyThatFails, LeavesNoFile) {
     const TempFolder folder;
     Bytes bytes = encodeImage(photo(150, 333).view(), TileFormat::bmp, 240, {});
     bytes.resize(bytes.size() / 2 + 100);
@@ -137,7 +137,7 @@ TEST(PhotoCopyThatFails, leavesNoFile) {
     EXPECT_EQ(filesIn(folder.path()), 1U);
 }
 
-TEST(PhotoCopyThatIsStopped, leavesNoFile) {
+TEST(PhotoCopyThatIsStopped, LeavesNoFile) {
     const TempFolder folder;
     writeWholeFile(folder.path() / "a.dib",
                    encodeImage(photo(150, 333).view(), TileFormat::bmp, 240, {}));
@@ -149,7 +149,7 @@ TEST(PhotoCopyThatIsStopped, leavesNoFile) {
     EXPECT_EQ(filesIn(folder.path()), 1U);
 }
 
-TEST(PhotoCopy, neverReplacesAFile) {
+TEST(PhotoCopy, NeverReplacesAFile) {
     const TempFolder folder;
     writeWholeFile(folder.path() / "a.dib",
                    encodeImage(photo(60, 40).view(), TileFormat::bmp, 0, {}));
@@ -166,7 +166,7 @@ TEST(PhotoCopy, neverReplacesAFile) {
     EXPECT_EQ(contentOf(folder.path() / "a.tif"), old);
 }
 
-TEST(AFolder, thatTakesFilesIsLeftAsItWas) {
+TEST(AFolder, ThatTakesFilesIsLeftAsItWas) {
     const TempFolder folder;
     EXPECT_TRUE(mayWriteIn(folder.path()));
     EXPECT_EQ(filesIn(folder.path()), 0U);

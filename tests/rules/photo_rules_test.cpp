@@ -11,14 +11,14 @@
 namespace veldara {
 namespace {
 
-TEST(TheFileList, showsNamesOfMoreThanFourCharacters) {
+TEST(TheFileList, ShowsNamesOfMoreThanFourCharacters) {
     EXPECT_FALSE(isListedFile("jpg", filterAll));
     EXPECT_FALSE(isListedFile(".jpg", filterAll));
     EXPECT_TRUE(isListedFile("a.jpg", filterAll));
     EXPECT_FALSE(isListedFile("\xC3\xA9.bm", filterAll)); // five bytes, four characters
 }
 
-TEST(TheFileList, looksAtTheLastThreeCharactersOnly) {
+TEST(TheFileList, LooksAtTheLastThreeCharactersOnly) {
     for (const char* name : {"abc.JPG", "abc.jPg", "abcjpg"}) {
         EXPECT_TRUE(isListedFile(name, filterImages)) << name;
         EXPECT_TRUE(isListedFile(name, filterJpeg)) << name;
@@ -37,7 +37,7 @@ TEST(TheFileList, looksAtTheLastThreeCharactersOnly) {
     EXPECT_FALSE(isListedFile("abc.jpg", 5));
 }
 
-TEST(TheOpenDialog, offersEveryKind) {
+TEST(TheOpenDialog, OffersEveryKind) {
     const FileFilter filter = openPhotoFilter();
     EXPECT_EQ(filter.label, "Photos (JPEG, TIFF, BMP, PNG, WebP, HEIC, AVIF)");
     EXPECT_EQ(filter.pattern.rfind("*.jpg;*.JPG;*.jpeg;*.JPEG;", 0), 0U);
@@ -45,7 +45,7 @@ TEST(TheOpenDialog, offersEveryKind) {
     EXPECT_NE(filter.pattern.find(";*.avif;*.AVIF"), std::string::npos);
 }
 
-TEST(APhotosName, hasFourCharactersAndAnEnding) {
+TEST(APhotosName, HasFourCharactersAndAnEnding) {
     EXPECT_FALSE(isPhotoFile("jpg"));
     EXPECT_TRUE(isPhotoFile(".jpg"));
     EXPECT_TRUE(isPhotoFile("a.TIF"));
@@ -55,13 +55,13 @@ TEST(APhotosName, hasFourCharactersAndAnEnding) {
     EXPECT_FALSE(isPhotoFile(""));
 }
 
-TEST(APhoto, hasTwentyFivePixelsOnBothSides) {
+TEST(APhoto, HasTwentyFivePixelsOnBothSides) {
     EXPECT_TRUE(isPhotoLargeEnough(25, 25));
     EXPECT_FALSE(isPhotoLargeEnough(24, 500));
     EXPECT_FALSE(isPhotoLargeEnough(500, 24));
 }
 
-TEST(TheRotationList, standsForAngles) {
+TEST(TheRotationList, StandsForAngles) {
     const int angles[] = {0, 90, 270, 180};
     for (int index = 0; index < 4; ++index) {
         EXPECT_EQ(rotationAngle(index), angles[index]);
@@ -92,7 +92,7 @@ bool isRed(const Image& image, int x, int y) {
     return image.row(y)[3 * x] == 255;
 }
 
-TEST(ATurnedPhoto, hasItsCornersWhereTheyBelong) {
+TEST(ATurnedPhoto, HasItsCornersWhereTheyBelong) {
     const Image photo = redAndGreen();
     const Image clockwise = turnedBy(photo, 90);
     ASSERT_EQ(clockwise.height(), 2);
@@ -109,7 +109,7 @@ TEST(ATurnedPhoto, hasItsCornersWhereTheyBelong) {
     EXPECT_TRUE(isRed(turnedBy(photo, 0), 0, 0));
 }
 
-TEST(ATurnedPhoto, keepsItsResolutionAndProfileAndTurnsBack) {
+TEST(ATurnedPhoto, KeepsItsResolutionAndProfileAndTurnsBack) {
     for (const int angle : {0, 90, 180, 270}) {
         const Image turned = turnedBy(redAndGreen(), angle);
         EXPECT_EQ(turned.dotsPerInch, 240);
@@ -130,7 +130,7 @@ RegistryValue valueOf(RegistryType type, const std::string& text, std::int32_t n
     return value;
 }
 
-TEST(ARegistryValuesText, isThatOfItsType) {
+TEST(ARegistryValuesText, IsThatOfItsType) {
     EXPECT_EQ(registryValueText(valueOf(RegistryType::string, "c:\\tool.exe")), "c:\\tool.exe");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::string, std::string("ab\0", 3))), "ab");
     EXPECT_EQ(registryValueText(valueOf(RegistryType::string, std::string("a\0\0", 3))),
@@ -143,7 +143,7 @@ TEST(ARegistryValuesText, isThatOfItsType) {
     EXPECT_EQ(registryValueText(valueOf(RegistryType::string, "")), "");
 }
 
-TEST(TheProgram, namesItsVersionAndItsMaker) {
+TEST(TheProgram, NamesItsVersionAndItsMaker) {
     EXPECT_EQ(versionText(1, 2, 0), "1.20");
     EXPECT_EQ(versionText(10, 3, 14), "10.314");
     EXPECT_EQ(programVersion(), VELDARA_VERSION);
@@ -163,7 +163,7 @@ int bluePixels(const Image& bar) {
     return count;
 }
 
-TEST(TheProgressBar, isBlueAsFarAsTheWorkIsDone) {
+TEST(TheProgressBar, IsBlueAsFarAsTheWorkIsDone) {
     EXPECT_EQ(bluePixels(progressPicture(200, 3, 0.0)), 0);
     EXPECT_EQ(bluePixels(progressPicture(200, 3, 0.5)), 300);
     EXPECT_EQ(bluePixels(progressPicture(200, 3, 1.0)), 600);

@@ -31,7 +31,7 @@ PosterWish keeping(const std::string& word) {
     return wish;
 }
 
-TEST(PosterChoice, reachesTheWidthWithTheLeastBeyondIt) {
+TEST(PosterChoice, ReachesTheWidthWithTheLeastBeyondIt) {
     const PosterChoices choices = choosePoster(widthOf(33), {6000, 4000}, {letter});
     ASSERT_FALSE(choices.best.empty());
     const PosterChoice& best = choices.best.front();
@@ -45,7 +45,7 @@ TEST(PosterChoice, reachesTheWidthWithTheLeastBeyondIt) {
     EXPECT_EQ(best.sheets, 9);
 }
 
-TEST(PosterChoice, reachesBothSides) {
+TEST(PosterChoice, ReachesBothSides) {
     PosterWish wish;
     wish.width = 17;
     wish.height = 22;
@@ -58,7 +58,7 @@ TEST(PosterChoice, reachesBothSides) {
     EXPECT_DOUBLE_EQ(choices.best.front().height, 22);
 }
 
-TEST(PosterChoice, keepsSheetsUprightWhenTheyMustNotTurn) {
+TEST(PosterChoice, KeepsSheetsUprightWhenTheyMustNotTurn) {
     ChoiceLimits limits{6000, 4000};
     limits.sheetsTurn = false;
     for (const PosterChoice& choice : choosePoster(widthOf(33), limits, {letter}).best) {
@@ -67,7 +67,7 @@ TEST(PosterChoice, keepsSheetsUprightWhenTheyMustNotTurn) {
     }
 }
 
-TEST(PosterChoice, isTheLargestThatKeepsTheWord) {
+TEST(PosterChoice, IsTheLargestThatKeepsTheWord) {
     // 100 dots per inch of 6000 x 4000 pixels are 60 x 40 inches; more than 90 are asked for.
     const PosterChoices choices = choosePoster(keeping("Good"), {6000, 4000}, {letter, tabloid});
     ASSERT_FALSE(choices.best.empty());
@@ -76,7 +76,7 @@ TEST(PosterChoice, isTheLargestThatKeepsTheWord) {
     EXPECT_GT(choices.best.front().width * choices.best.front().height, 2600);
 }
 
-TEST(PosterChoice, takesTheSameLengthOnFewerSheets) {
+TEST(PosterChoice, TakesTheSameLengthOnFewerSheets) {
     // Two letters beside each other lie on a tabloid turned on its side.
     const PosterChoices choices =
         choosePoster(widthOf(17), {1700, 1100}, {letter, paperOf("Double", 17, 11)});
@@ -85,14 +85,14 @@ TEST(PosterChoice, takesTheSameLengthOnFewerSheets) {
     EXPECT_EQ(choices.best.front().sheets, 1);
 }
 
-TEST(PosterChoice, tellsHowMuchPaperIsCutAway) {
+TEST(PosterChoice, TellsHowMuchPaperIsCutAway) {
     const PosterChoices choices =
         choosePoster(widthOf(10), {600, 400}, {paperOf("Framed", 12, 10, 1)});
     ASSERT_FALSE(choices.best.empty());
     EXPECT_NEAR(choices.best.front().paperCutAway, 1 - 80.0 / 120, 1e-12);
 }
 
-TEST(PosterChoice, listsAtMostThreeOfOnePaperLyingOneWay) {
+TEST(PosterChoice, ListsAtMostThreeOfOnePaperLyingOneWay) {
     const auto best = choosePoster(widthOf(40), {6000, 4000}, {letter, tabloid}).best;
     for (const PosterChoice& choice : best) {
         EXPECT_LE(std::count_if(best.begin(), best.end(),
@@ -106,7 +106,7 @@ TEST(PosterChoice, listsAtMostThreeOfOnePaperLyingOneWay) {
     EXPECT_EQ(choosePoster(widthOf(40), {6000, 4000}, {letter, tabloid}, 5).best.size(), 5U);
 }
 
-TEST(PosterChoice, namesTheLargestWhenAWishIsOutOfReach) {
+TEST(PosterChoice, NamesTheLargestWhenAWishIsOutOfReach) {
     const PosterChoices choices = choosePoster(widthOf(300), {60000, 40000}, {letter});
     EXPECT_TRUE(choices.best.empty());
     EXPECT_EQ(choices.problem, ChoiceProblem::tooLarge);
@@ -114,7 +114,7 @@ TEST(PosterChoice, namesTheLargestWhenAWishIsOutOfReach) {
     EXPECT_DOUBLE_EQ(choices.limit->width, 275); // 25 x 11 inches
 }
 
-TEST(PosterChoice, refusesTilesOfTooFewPixels) {
+TEST(PosterChoice, RefusesTilesOfTooFewPixels) {
     // 200 pixels in 10 or more tiles are fewer than 25 each.
     const PosterChoices choices = choosePoster(widthOf(110), {200, 150}, {letter});
     EXPECT_TRUE(choices.best.empty());
@@ -124,12 +124,12 @@ TEST(PosterChoice, refusesTilesOfTooFewPixels) {
     EXPECT_DOUBLE_EQ(choices.limit->width, 68);
 }
 
-TEST(PosterChoice, refusesLessThanTheSmallestTile) {
+TEST(PosterChoice, RefusesLessThanTheSmallestTile) {
     EXPECT_EQ(choosePoster(widthOf(0.7499), {600, 400}, {letter}).problem, ChoiceProblem::tooSmall);
     EXPECT_EQ(choosePoster(widthOf(0.75), {600, 400}, {letter}).problem, ChoiceProblem::none);
 }
 
-TEST(PosterChoice, refusesAWordThatOneSheetDoesNotEarn) {
+TEST(PosterChoice, RefusesAWordThatOneSheetDoesNotEarn) {
     const PosterChoices choices = choosePoster(keeping("Excellent"), {600, 400}, {letter});
     EXPECT_TRUE(choices.best.empty());
     EXPECT_EQ(choices.problem, ChoiceProblem::noQuality);
@@ -139,14 +139,14 @@ TEST(PosterChoice, refusesAWordThatOneSheetDoesNotEarn) {
     EXPECT_NEAR(choices.limit->dotsPerInch, 400 / 8.5, 1e-9);
 }
 
-TEST(PosterChoice, passesOverPaperOfWhichTheTrimsLeaveNothing) {
+TEST(PosterChoice, PassesOverPaperOfWhichTheTrimsLeaveNothing) {
     ChoicePaper gone = letter;
     gone.tileWidth = 0;
     EXPECT_TRUE(choosePoster(widthOf(20), {600, 400}, {gone}).best.empty());
     EXPECT_FALSE(choosePoster(widthOf(20), {600, 400}, {gone, letter}).best.empty());
 }
 
-TEST(PosterChoice, needsAPhoto) {
+TEST(PosterChoice, NeedsAPhoto) {
     EXPECT_THROW(choosePoster(widthOf(20), {0, 400}, {letter}), Error);
 }
 
@@ -224,7 +224,7 @@ Plain plainBest(const PosterWish& wish, const ChoiceLimits& limits,
 
 class PosterChoiceProperty : public testing::TestWithParam<unsigned> {};
 
-TEST_P(PosterChoiceProperty, firstIsTheBestOfAPlainSearch) {
+TEST_P(PosterChoiceProperty, FirstIsTheBestOfAPlainSearch) {
     std::mt19937 random(GetParam());
     const auto between = [&random](double least, double most) {
         return std::uniform_real_distribution<double>(least, most)(random);

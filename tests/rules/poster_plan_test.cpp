@@ -20,7 +20,7 @@ PosterRequest request() {
     return made;
 }
 
-TEST(PosterPlan, cutsThePhotoIntoTiles) {
+TEST(PosterPlan, CutsThePhotoIntoTiles) {
     const PosterPlan plan = planPoster(request());
     EXPECT_TRUE(plan.ok()) << plan.reason;
     ASSERT_EQ(plan.tiles.size(), 6U);
@@ -36,7 +36,7 @@ TEST(PosterPlan, cutsThePhotoIntoTiles) {
     EXPECT_EQ(plan.layout.tileWidthInches, 6);
 }
 
-TEST(PosterPlan, enlargesTheTilesForAPrinterThatClips) {
+TEST(PosterPlan, EnlargesTheTilesForAPrinterThatClips) {
     PosterRequest clipped = request();
     clipped.trims = EdgeTrims{0.25, 0.5, 0.25, 0.5};
     const PosterPlan plan = planPoster(clipped);
@@ -50,7 +50,7 @@ TEST(PosterPlan, enlargesTheTilesForAPrinterThatClips) {
     EXPECT_EQ(plan.tiles[0].picture.height, 400 + 28 + 28);
 }
 
-TEST(PosterPlan, turnsTiles) {
+TEST(PosterPlan, TurnsTiles) {
     PosterRequest turned = request();
     turned.layout.tilesTurned = true;
     turned.tileWidth = 4;
@@ -62,7 +62,7 @@ TEST(PosterPlan, turnsTiles) {
     EXPECT_EQ(plan.treatment.resolution, 100);
 }
 
-TEST(PosterPlan, takesMillimetres) {
+TEST(PosterPlan, TakesMillimetres) {
     PosterRequest metric = request();
     metric.units = Units::millimetres;
     metric.tileWidth = 152.4;
@@ -72,7 +72,7 @@ TEST(PosterPlan, takesMillimetres) {
     EXPECT_EQ(planPoster(metric).problem, PlanProblem::tileSize);
 }
 
-TEST(PosterPlan, saysWhatIsWrong) {
+TEST(PosterPlan, SaysWhatIsWrong) {
     PosterRequest small = request();
     small.tileWidth = 0.7;
     EXPECT_EQ(planPoster(small).problem, PlanProblem::tileSize);
@@ -104,14 +104,14 @@ TEST(PosterPlan, saysWhatIsWrong) {
               PlanProblem::resolution);
 }
 
-TEST(PosterPlan, reportsTheFirstProblem) {
+TEST(PosterPlan, ReportsTheFirstProblem) {
     PosterRequest both = request();
     both.trims = EdgeTrims{0, -0.5, 0, 0};
     both.files.folder.clear();
     EXPECT_EQ(planPoster(both).problem, PlanProblem::fileName);
 }
 
-TEST(PosterPlan, neverOverwritesThePhoto) {
+TEST(PosterPlan, NeverOverwritesThePhoto) {
     const TempFolder disk;
     const std::string photo = disk.addFile("wall002.jpg", "the photo");
     PosterRequest beside = request();

@@ -5,7 +5,7 @@
 namespace veldara {
 namespace {
 
-TEST(Preferences, haveTheirNames) {
+TEST(Preferences, HaveTheirNames) {
     EXPECT_EQ(preferenceName(1), "app_dir");
     EXPECT_EQ(preferenceName(2), "last_folder");
     EXPECT_EQ(preferenceName(3), "prefs_numTiles");
@@ -23,7 +23,7 @@ TEST(Preferences, haveTheirNames) {
     }
 }
 
-TEST(Preferences, areStoredAsNumbersWhereTheyReadAsOne) {
+TEST(Preferences, AreStoredAsNumbersWhereTheyReadAsOne) {
     EXPECT_EQ(storedPreference("0").number, 0);
     EXPECT_EQ(storedPreference("1").number, 1);
     EXPECT_EQ(storedPreference(" 12 ").number, 12);
@@ -36,13 +36,13 @@ TEST(Preferences, areStoredAsNumbersWhereTheyReadAsOne) {
     EXPECT_EQ(storedPreference("  a b ").text, "a b");
 }
 
-TEST(TileCountPreference, isWrittenInTwoDigits) {
+TEST(TileCountPreference, IsWrittenInTwoDigits) {
     EXPECT_EQ(tileCountText({3, 2}), "w03h02");
     EXPECT_EQ(tileCountText({24, 0}), "w24h00");
     EXPECT_EQ(tileCountText({-1, 2}), "w-1h02");
 }
 
-TEST(TileCountPreference, isReadByPosition) {
+TEST(TileCountPreference, IsReadByPosition) {
     EXPECT_EQ(readTileCounts("w03h02", 25), (TileCountPreference{3, 2}));
     EXPECT_EQ(readTileCounts("w24h00", 25), (TileCountPreference{24, 0}));
     EXPECT_EQ(readTileCounts("w-1h02", 25), (TileCountPreference{1, 2}));
@@ -53,7 +53,7 @@ TEST(TileCountPreference, isReadByPosition) {
     EXPECT_EQ(readTileCounts("wxxhyy", 25), (TileCountPreference{1, 1}));
 }
 
-TEST(EdgeAdjustPreference, isWrittenAndRead) {
+TEST(EdgeAdjustPreference, IsWrittenAndRead) {
     EXPECT_EQ(edgeAdjustText({1, 3}), "1_03");
     EXPECT_EQ(edgeAdjustText({0, 120}), "0_120");
     EXPECT_EQ(readEdgeAdjust("1_03", 4), (EdgeAdjustPreference{1, 3}));
@@ -64,7 +64,7 @@ TEST(EdgeAdjustPreference, isWrittenAndRead) {
     EXPECT_EQ(readEdgeAdjust("1", 3), (EdgeAdjustPreference{1, 0}));
 }
 
-TEST(SwitchPreference, isNoughtOrOneOrTheDefault) {
+TEST(SwitchPreference, IsNoughtOrOneOrTheDefault) {
     EXPECT_EQ(readSwitch("0", 1), 0);
     EXPECT_EQ(readSwitch("1", 0), 1);
     EXPECT_EQ(readSwitch("2", 1), 1);
@@ -73,7 +73,7 @@ TEST(SwitchPreference, isNoughtOrOneOrTheDefault) {
     EXPECT_EQ(readSwitch("on", 0), 0);
 }
 
-TEST(PrintSizePreference, isItsFirstTwoCharacters) {
+TEST(PrintSizePreference, IsItsFirstTwoCharacters) {
     EXPECT_EQ(readPrintSize("05x"), 5);
     EXPECT_EQ(readPrintSize(""), 3);
     EXPECT_EQ(readPrintSize("ab"), 3);

@@ -7,14 +7,14 @@
 namespace veldara {
 namespace {
 
-TEST(PreviewSize, fillsTheBoxWithTheSameShape) {
+TEST(PreviewSize, FillsTheBoxWithTheSameShape) {
     const PreviewSize size = previewSize(3000, 2000, 450, 300);
     EXPECT_EQ(size.width, 450);
     EXPECT_EQ(size.height, 300);
     EXPECT_DOUBLE_EQ(size.scale, 0.15);
 }
 
-TEST(PreviewSize, fitsTheTighterSide) {
+TEST(PreviewSize, FitsTheTighterSide) {
     EXPECT_EQ(previewSize(3000, 1000, 450, 300).width, 450);
     EXPECT_EQ(previewSize(3000, 1000, 450, 300).height, 150);
     EXPECT_EQ(previewSize(1000, 3000, 450, 300).width, 100);
@@ -22,12 +22,12 @@ TEST(PreviewSize, fitsTheTighterSide) {
     EXPECT_EQ(previewSize(1000, 666, 300, 400).height, 200); // 199.8
 }
 
-TEST(PreviewSize, neverRoundsASideAway) {
+TEST(PreviewSize, NeverRoundsASideAway) {
     EXPECT_EQ(previewSize(25, 30000, 400, 400).width, 1);
     EXPECT_EQ(previewSize(30000, 25, 400, 400).height, 1);
 }
 
-TEST(PreviewGrid, standsAtTheTilesPlaces) {
+TEST(PreviewGrid, StandsAtTheTilesPlaces) {
     PosterLayout layout;
     layout.photoWidth = 1000;
     layout.photoHeight = 500;
@@ -41,13 +41,13 @@ TEST(PreviewGrid, standsAtTheTilesPlaces) {
     EXPECT_EQ(grid.crop, (PreviewCrop{0, 0, 499, 249}));
 }
 
-TEST(PreviewGrid, lowersOnlyRightAndBottomToThePicture) {
+TEST(PreviewGrid, LowersOnlyRightAndBottomToThePicture) {
     const std::vector<TileRect> tiles{{999, 999, 999, 999}};
     const PreviewGrid grid = previewGrid(tiles, 1, 1, 1.0, 900, 950);
     EXPECT_EQ(grid.crop, (PreviewCrop{999, 999, 899, 949}));
 }
 
-TEST(PreviewCrop, containsItsEdges) {
+TEST(PreviewCrop, ContainsItsEdges) {
     const PreviewCrop crop{10, 20, 30, 40};
     EXPECT_TRUE(crop.contains(10, 20));
     EXPECT_TRUE(crop.contains(30, 40));
@@ -57,7 +57,7 @@ TEST(PreviewCrop, containsItsEdges) {
     EXPECT_FALSE(crop.contains(20, 41));
 }
 
-TEST(Placement, tellsTheSideAndTheDistance) {
+TEST(Placement, TellsTheSideAndTheDistance) {
     const PreviewCrop crop{0, 0, 99, 99}; // in a preview of 200 x 200
     const auto texts = [&](int horz, int vert) {
         return placement(2000, 2000, 0.1, crop, {horz, vert});
@@ -73,7 +73,7 @@ TEST(Placement, tellsTheSideAndTheDistance) {
     EXPECT_EQ(texts(75, 180).pan, (Pan{75, 180}));
 }
 
-TEST(Placement, centresAnAxisThatIsFull) {
+TEST(Placement, CentresAnAxisThatIsFull) {
     const Placement wide = placement(2000, 2000, 0.1, {0, 0, 199, 99}, {30, 40});
     EXPECT_EQ(wide.horizontal, "(full width)");
     EXPECT_EQ(wide.vertical, "(up 60%)");
@@ -83,12 +83,12 @@ TEST(Placement, centresAnAxisThatIsFull) {
     EXPECT_EQ(high.pan, (Pan{30, 100}));
 }
 
-TEST(ZoomAmount, standsInBrackets) {
+TEST(ZoomAmount, StandsInBrackets) {
     EXPECT_EQ(zoomAmountText(0), "(0%)");
     EXPECT_EQ(zoomAmountText(400), "(400%)");
 }
 
-TEST(DragPan, goesByTwoHundredOverTheWholeSlack) {
+TEST(DragPan, GoesByTwoHundredOverTheWholeSlack) {
     const PreviewCrop crop{0, 0, 99, 149}; // slack 100 and 50 in 200 x 200
     const DragStart start{10, 10, {0, 0}};
     EXPECT_EQ(dragPan(2000, 2000, 0.1, crop, start, 110, 60), (Pan{200, 200}));
@@ -99,19 +99,19 @@ TEST(DragPan, goesByTwoHundredOverTheWholeSlack) {
     EXPECT_EQ(dragPan(2000, 2000, 0.1, crop, {10, 10, {150, 50}}, 0, 0), (Pan{130, 10}));
 }
 
-TEST(DragPan, centresAnAxisWithoutSlack) {
+TEST(DragPan, CentresAnAxisWithoutSlack) {
     const PreviewCrop crop{0, 0, 199, 99};
     EXPECT_EQ(dragPan(2000, 2000, 0.1, crop, {0, 0, {30, 30}}, 5, 0), (Pan{100, 30}));
 }
 
-TEST(DragPan, roundsAHalfToEven) {
+TEST(DragPan, RoundsAHalfToEven) {
     const PreviewCrop crop{0, 0, 99, 99};
     // Slack 400: a pixel is half a pan unit.
     EXPECT_EQ(dragPan(500, 500, 1, crop, {0, 0, {0, 0}}, 1, 3), (Pan{0, 2}));
 }
 
 // 200 pan units span the slack, so the crop moves with the pointer.
-TEST(DragPanProperties, cropFollowsThePointer) {
+TEST(DragPanProperties, CropFollowsThePointer) {
     std::mt19937 random(3);
     for (int round = 0; round < 2000; ++round) {
         const auto whole = [&](int low, int high) {

@@ -27,7 +27,7 @@ void expectLines(const Image& image, const std::vector<int>& columns, const std:
     }
 }
 
-TEST(PreviewGridPixels, touchOnlyTheLinesWithinTheCrop) {
+TEST(PreviewGridPixels, TouchOnlyTheLinesWithinTheCrop) {
     Image image = Image::filled(40, 30, 9, 8, 7);
     PreviewGrid grid;
     grid.crop = {5, 4, 34, 24};
@@ -39,7 +39,7 @@ TEST(PreviewGridPixels, touchOnlyTheLinesWithinTheCrop) {
     EXPECT_EQ(image.row(15)[3 * 21 + 1], 8);
 }
 
-TEST(PreviewGridPixels, areClippedToThePicture) {
+TEST(PreviewGridPixels, AreClippedToThePicture) {
     Image image = Image::filled(10, 10, 1, 2, 3);
     PreviewGrid grid;
     grid.crop = {-5, -5, 50, 50};
@@ -49,19 +49,19 @@ TEST(PreviewGridPixels, areClippedToThePicture) {
     expectLines(image, {3}, {9}, {0, 0, 9, 9});
 }
 
-TEST(EvenGridPixels, spanThePictureEdgeToEdge) {
+TEST(EvenGridPixels, SpanThePictureEdgeToEdge) {
     Image image = Image::filled(31, 21, 0, 0, 0);
     drawEvenGrid(image.mutableView(), 3, 2);
     expectLines(image, {0, 10, 20, 30}, {0, 10, 20}, {0, 0, 30, 20});
 }
 
-TEST(EvenGridPixels, roundHalvesToEven) {
+TEST(EvenGridPixels, RoundHalvesToEven) {
     Image image = Image::filled(10, 4, 0, 0, 0); // 4.5 and 1.5
     drawEvenGrid(image.mutableView(), 2, 2);
     expectLines(image, {0, 4, 9}, {0, 2, 3}, {0, 0, 9, 3});
 }
 
-TEST(FullPreview, leavesOutTheLastColumnAndRow) {
+TEST(FullPreview, LeavesOutTheLastColumnAndRow) {
     const std::vector<TileRect> tiles{{10, 20, 109, 69}, {110, 20, 210, 70}};
     const auto shown = fullPreview(tiles, 1000, 1000);
     ASSERT_TRUE(shown);
@@ -73,21 +73,21 @@ TEST(FullPreview, leavesOutTheLastColumnAndRow) {
     EXPECT_EQ(shown->shownHeight, 250);
 }
 
-TEST(FullPreview, fillsTheHeightWhenShapesAreEqual) {
+TEST(FullPreview, FillsTheHeightWhenShapesAreEqual) {
     const auto shown = fullPreview({{0, 0, 200, 100}}, 400, 200);
     EXPECT_EQ(shown->shownHeight, 200);
     EXPECT_EQ(shown->shownWidth, 400);
     EXPECT_EQ(fullPreview({{0, 0, 100, 200}}, 400, 200)->shownWidth, 100);
 }
 
-TEST(FullPreview, isNothingWhereThereIsNoRoom) {
+TEST(FullPreview, IsNothingWhereThereIsNoRoom) {
     EXPECT_FALSE(fullPreview({}, 100, 100));
     EXPECT_FALSE(fullPreview({{5, 5, 5, 90}}, 100, 100));
     EXPECT_FALSE(fullPreview({{5, 5, 90, 90}}, 0, 100));
     EXPECT_EQ(fullPreview({{0, 0, 10000, 1}}, 100, 100)->shownHeight, 1);
 }
 
-TEST(PreviewWindow, keepsAStripForTheButton) {
+TEST(PreviewWindow, KeepsAStripForTheButton) {
     const PreviewWindowLayout layout = fitToNewSize(10000, 8000, 1200, 375);
     EXPECT_EQ(layout.margin, 93); // the whole part of a quarter of the button's height
     EXPECT_EQ(layout.pictureLeft, 0);
@@ -97,13 +97,13 @@ TEST(PreviewWindow, keepsAStripForTheButton) {
     EXPECT_EQ(fitToNewSize(1000, 700, 80, 30, 0).pictureHeight, 700 - (30 + 2 * 7));
 }
 
-TEST(PreviewWindow, leavesASmallWindowItsPicture) {
+TEST(PreviewWindow, LeavesASmallWindowItsPicture) {
     EXPECT_EQ(fitToNewSize(100, 60, 1200, 375).pictureHeight, 50);
     EXPECT_EQ(fitToNewSize(0, 0, 1200, 375).pictureHeight, 50);
     EXPECT_GE(fitToNewSize(0, 0, 1200, 375).pictureWidth, 1);
 }
 
-TEST(PreviewWindow, givesThePictureThePostersRatio) {
+TEST(PreviewWindow, GivesThePictureThePostersRatio) {
     PreviewWindowLayout layout = fitToNewSizeForPic(1000, 644, 80, 30, 2.0, 0);
     EXPECT_EQ(layout.pictureWidth, 1000);
     EXPECT_EQ(layout.pictureHeight, 500);

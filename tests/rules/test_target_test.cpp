@@ -17,7 +17,7 @@ Bytes at(const Image& image, int x, int y) {
     return {pixel[0], pixel[1], pixel[2]};
 }
 
-TEST(TestTarget, hasTheTilesSizeAt128DotsPerInch) {
+TEST(TestTarget, HasTheTilesSizeAt128DotsPerInch) {
     const Image image = createTestImage(10.5, 8.0);
     EXPECT_EQ(image.width(), 1024);
     EXPECT_EQ(image.height(), 1344);
@@ -25,12 +25,12 @@ TEST(TestTarget, hasTheTilesSizeAt128DotsPerInch) {
     EXPECT_EQ(createTestImage(0.75, 0.75).width(), 96);
 }
 
-TEST(TestTarget, roundsAHalfPixelToEven) {
+TEST(TestTarget, RoundsAHalfPixelToEven) {
     EXPECT_EQ(createTestImage(1, 1 + 0.5 / 128).width(), 128);
     EXPECT_EQ(createTestImage(1, 1 + 1.5 / 128).width(), 130);
 }
 
-TEST(TestTarget, nestsItsFrames) {
+TEST(TestTarget, NestsItsFrames) {
     const Image image = createTestImage(2, 3);
     const int width = image.width();
     const int height = image.height();
@@ -47,7 +47,7 @@ TEST(TestTarget, nestsItsFrames) {
     }
 }
 
-TEST(TestTarget, hasWordsOnWhiteInTheMiddleOnly) {
+TEST(TestTarget, HasWordsOnWhiteInTheMiddleOnly) {
     const Image image = createTestImage(4, 6);
     const Bytes white{255, 255, 255};
     int dark = 0;
@@ -65,7 +65,7 @@ TEST(TestTarget, hasWordsOnWhiteInTheMiddleOnly) {
     EXPECT_GT(dark, 200);
 }
 
-TEST(TestTarget, letsInnerFramesWinWhereTheyOverlap) {
+TEST(TestTarget, LetsInnerFramesWinWhereTheyOverlap) {
     Image image = Image::filled(20, 200, 255, 255, 255);
     paintTestStripes(image.mutableView());
     // Column 13 is in the second frame from the left and the first from the right; column 17 in the
@@ -78,7 +78,7 @@ TEST(TestTarget, letsInnerFramesWinWhereTheyOverlap) {
     EXPECT_NE(at(small, 1, 1), (Bytes{255, 255, 255}));
 }
 
-TEST(TestTargetText, takesTheFirstSizeThatDoesNotFit) {
+TEST(TestTargetText, TakesTheFirstSizeThatDoesNotFit) {
     const int size = testTextSize(1024, 1344, 0.5);
     const TextSize before = measureText("Edge Test Print", size - 1);
     const TextSize chosen = measureText("Edge Test Print", size);
@@ -123,19 +123,19 @@ void expectCentred(int width, int height) {
     EXPECT_NEAR(ink.top, height - 1 - ink.bottom, ink.height() / 2.0) << width << " x " << height;
 }
 
-TEST(TestTargetText, standsInTheMiddle) {
+TEST(TestTargetText, StandsInTheMiddle) {
     expectCentred(301, 208);
     expectCentred(640, 97);
     expectCentred(200, 900);
 }
 
-TEST(TestTargetText, isAboutHalfAsWideAsThePicture) {
+TEST(TestTargetText, IsAboutHalfAsWideAsThePicture) {
     EXPECT_NEAR(inkOf(1024, 1344).width(), 512, 25);
     EXPECT_NEAR(inkOf(400, 400).width(), 200, 25);
     EXPECT_LT(inkOf(2000, 80).height(), 45) << "where the height is what limits it";
 }
 
-TEST(TestTargetText, doesNotGrowBeyondItsLargestSize) {
+TEST(TestTargetText, DoesNotGrowBeyondItsLargestSize) {
     ASSERT_EQ(testTextSize(4000, 800, 0.5), 201);
     expectCentred(4000, 800);
     const Ink large = inkOf(4000, 800);
@@ -145,12 +145,12 @@ TEST(TestTargetText, doesNotGrowBeyondItsLargestSize) {
     EXPECT_LT(large.width(), 2000);
 }
 
-TEST(TestTargetText, hasItsLimits) {
+TEST(TestTargetText, HasItsLimits) {
     EXPECT_EQ(testTextSize(10, 10, 0.5), 6);
     EXPECT_EQ(testTextSize(100000, 100000, 0.5), 201);
 }
 
-TEST(TestTargetFile, isAskedForWithItsFilters) {
+TEST(TestTargetFile, IsAskedForWithItsFilters) {
     const SaveFileRequest request = testTargetSaveRequest("Edge_Test_Image");
     EXPECT_EQ(request.title, "Save Test Target");
     EXPECT_EQ(request.filters, (std::vector<FileFilter>{{"Bitmap (*.bmp)", "*.bmp"},
@@ -160,7 +160,7 @@ TEST(TestTargetFile, isAskedForWithItsFilters) {
     EXPECT_EQ(testTargetSaveRequest("").defaultName, "edge_clipping_test");
 }
 
-TEST(TestTargetTexts, announceTheSizeInTheUnits) {
+TEST(TestTargetTexts, AnnounceTheSizeInTheUnits) {
     const Message inches = testTargetAnnouncement(10.5, 8, Units::inches);
     EXPECT_EQ(
         inches.text,
@@ -181,7 +181,7 @@ TEST(TestTargetTexts, announceTheSizeInTheUnits) {
               0U);
 }
 
-TEST(TestTargetTexts, tellOfFailures) {
+TEST(TestTargetTexts, TellOfFailures) {
     const Message invalid = invalidPrintDimensionsMessage(0.75, 50, "Print Size Per Tile");
     EXPECT_EQ(invalid.title, "Invalid print dimensions");
     EXPECT_EQ(invalid.icon, MessageIcon::critical);
@@ -202,7 +202,7 @@ TEST(TestTargetTexts, tellOfFailures) {
                        MessageButtons::ok}));
 }
 
-TEST(TestTargetTexts, sayWhatComesNext) {
+TEST(TestTargetTexts, SayWhatComesNext) {
     const Message done = testTargetDoneMessage("t.bmp");
     EXPECT_EQ(done.title, "Test Image Creation Completed");
     EXPECT_EQ(done.icon, MessageIcon::information);

@@ -8,7 +8,7 @@
 namespace veldara {
 namespace {
 
-TEST(TileFiles, takeTheirBaseFromThePhoto) {
+TEST(TileFiles, TakeTheirBaseFromThePhoto) {
     EXPECT_EQ(defaultBaseName("IMG_0001.JPG"), "IMG_0001");
     EXPECT_EQ(defaultBaseName("x.jpeg"), "x.");
     EXPECT_EQ(defaultBaseName("ä.jpg"), "ä");
@@ -17,7 +17,7 @@ TEST(TileFiles, takeTheirBaseFromThePhoto) {
     EXPECT_EQ(defaultFolderName("IMG_0001"), "IMG_0001_poster_images");
 }
 
-TEST(TileFormat, isToldByTheLastThreeCharactersOfAName) {
+TEST(TileFormat, IsToldByTheLastThreeCharactersOfAName) {
     EXPECT_EQ(tileFormatByName("IMG_0001.JPG"), TileFormat::jpeg);
     EXPECT_EQ(tileFormatByName("a.tif"), TileFormat::tiff);
     EXPECT_EQ(tileFormatByName("a.BmP"), TileFormat::bmp);
@@ -30,7 +30,7 @@ TEST(TileFormat, isToldByTheLastThreeCharactersOfAName) {
     EXPECT_EQ(extensionOf(TileFormat::jpeg), ".jpg");
 }
 
-TEST(TileFiles, areNumberedInAtLeastThreeDigits) {
+TEST(TileFiles, AreNumberedInAtLeastThreeDigits) {
     for (int number = 1; number <= 9; ++number) {
         EXPECT_EQ(tileNumberText(number), "00" + std::to_string(number));
     }
@@ -48,37 +48,37 @@ std::string fileIn(const std::string& parent, const std::string& newFolder, int 
         .path;
 }
 
-TEST(TileFiles, goIntoTheNewFolder) {
+TEST(TileFiles, GoIntoTheNewFolder) {
     EXPECT_EQ(fileIn("C:\\photos", "poster", 1, '\\'), "C:\\photos\\poster\\img001.jpg");
     EXPECT_EQ(fileIn("C:\\photos", "poster", 1000, '\\'), "C:\\photos\\poster\\img1000.jpg");
     EXPECT_EQ(tileFolderPath("C:\\photos", "poster", '\\'), "C:\\photos\\poster");
     EXPECT_EQ(tileFolderPrefix("C:\\photos", "poster", '\\'), "C:\\photos\\poster\\");
 }
 
-TEST(TileFiles, goIntoTheParentWithoutANewFolder) {
+TEST(TileFiles, GoIntoTheParentWithoutANewFolder) {
     EXPECT_EQ(fileIn("/home/me", "", 2, '/'), "/home/me/img002.jpg");
     EXPECT_EQ(tileFolderPath("/home/me", "", '/'), "/home/me/");
     EXPECT_EQ(tileFolderPrefix("/home/me", "", '/'), "/home/me/");
 }
 
-TEST(TileFiles, needNoSecondSeparatorInARootFolder) {
+TEST(TileFiles, NeedNoSecondSeparatorInARootFolder) {
     EXPECT_EQ(fileIn("C:\\", "", 1, '\\'), "C:\\img001.jpg");
     EXPECT_EQ(fileIn("/", "p", 1, '/'), "/p/img001.jpg");
 }
 
 // Also behind one that the user typed: only the parent folder may bring its own.
-TEST(TileFiles, haveASeparatorBehindTheNewFoldersName) {
+TEST(TileFiles, HaveASeparatorBehindTheNewFoldersName) {
     EXPECT_EQ(tileFolderPath("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\");
     EXPECT_EQ(tileFolderPrefix("C:\\photos\\", "poster\\", '\\'), "C:\\photos\\poster\\\\");
     EXPECT_EQ(fileIn("C:\\photos", "poster\\", 1, '\\'), "C:\\photos\\poster\\\\img001.jpg");
 }
 
-TEST(TileFiles, haveTheEndingOfTheirType) {
+TEST(TileFiles, HaveTheEndingOfTheirType) {
     EXPECT_EQ(getTileFileName({"/p/", "a", TileFormat::bmp}, 1).path, "/p/a001.bmp");
     EXPECT_EQ(getTileFileName({"/p/", "a", TileFormat::tiff}, 1).path, "/p/a001.tif");
 }
 
-TEST(TileFiles, sayWhatIsMissing) {
+TEST(TileFiles, SayWhatIsMissing) {
     EXPECT_EQ(getTileFileName({"/p/", "a", std::nullopt}, 1).problem,
               "File extension not selected");
     const std::string withoutPlace = tileFolderPrefix("", "p", '/');
@@ -89,13 +89,13 @@ TEST(TileFiles, sayWhatIsMissing) {
     EXPECT_TRUE(getTileFileName({"/p/", "a", TileFormat::bmp}, 1).ok());
 }
 
-TEST(SplitPathLabel, breaksAtTheLimit) {
+TEST(SplitPathLabel, BreaksAtTheLimit) {
     const std::string path(120, 'x');
     EXPECT_EQ(SplitPathLabel(path, 78, 55, '\\'),
               std::string(55, 'x') + "\r\n" + std::string(55, 'x') + "\r\n" + std::string(10, 'x'));
 }
 
-TEST(SplitPathLabel, prefersTheEndOfAFolder) {
+TEST(SplitPathLabel, PrefersTheEndOfAFolder) {
     const std::string folder(36, 'a');
     EXPECT_EQ(SplitPathLabel(folder + "\\b", 35, 55, '\\'), folder + "\\\r\nb");
     EXPECT_EQ(SplitPathLabel(std::string(34, 'a') + "\\b", 35, 55, '\\'),
@@ -104,17 +104,17 @@ TEST(SplitPathLabel, prefersTheEndOfAFolder) {
               std::string(35, 'a') + "\\\r\nb");
 }
 
-TEST(SplitPathLabel, countsAnewBehindASpace) {
+TEST(SplitPathLabel, CountsAnewBehindASpace) {
     const std::string words = std::string(30, 'a') + " " + std::string(30, 'b') + "\\c";
     EXPECT_EQ(SplitPathLabel(words, 35, 55, '\\'), words);
 }
 
-TEST(SplitPathLabel, breaksOnceWhereBothReasonsMeet) {
+TEST(SplitPathLabel, BreaksOnceWhereBothReasonsMeet) {
     EXPECT_EQ(SplitPathLabel(std::string(54, 'a') + "\\b", 35, 55, '\\'),
               std::string(54, 'a') + "\\\r\nb");
 }
 
-TEST(SplitPathLabel, countsCharactersNotBytes) {
+TEST(SplitPathLabel, CountsCharactersNotBytes) {
     std::string umlauts;
     for (int i = 0; i < 56; ++i) {
         umlauts += "ü";
@@ -123,7 +123,7 @@ TEST(SplitPathLabel, countsCharactersNotBytes) {
     EXPECT_EQ(SplitPathLabel("", 78, 55, '/'), "");
 }
 
-TEST(SaveMessages, askBeforeAFolderIsUsedAgain) {
+TEST(SaveMessages, AskBeforeAFolderIsUsedAgain) {
     const Message question = folderExistsQuestion("C:\\p");
     EXPECT_EQ(question.title, "Folder Exists");
     EXPECT_EQ(question.buttons, MessageButtons::yesNoCancel);
@@ -131,7 +131,7 @@ TEST(SaveMessages, askBeforeAFolderIsUsedAgain) {
                              "overwritten.  Do you want to continue?");
 }
 
-TEST(SaveMessages, areWordedAsTheyAre) {
+TEST(SaveMessages, AreWordedAsTheyAre) {
     const auto same = [](const Message& message, const char* title, const std::string& text) {
         EXPECT_EQ(message, (Message{text, title, MessageIcon::critical, MessageButtons::ok}));
     };

@@ -21,7 +21,7 @@ PosterLayout squareTiles(int photoWidth, int photoHeight, int wide, int high) {
     return layout;
 }
 
-TEST(TileGrid, leavesOutAColumnWhereTheRoundingsPart) {
+TEST(TileGrid, LeavesOutAColumnWhereTheRoundingsPart) {
     // 1000 columns in three tiles: column 666 belongs to none.
     PosterLayout layout = squareTiles(1000, 5000, 3, 15);
     const std::vector<TileRect> tiles = calcTileCoord(layout);
@@ -34,7 +34,7 @@ TEST(TileGrid, leavesOutAColumnWhereTheRoundingsPart) {
     EXPECT_EQ(tiles[2].right, 999);
 }
 
-TEST(TileGrid, sharesAColumnWhereBothHalvesRoundToIt) {
+TEST(TileGrid, SharesAColumnWhereBothHalvesRoundToIt) {
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(1001, 5005, 2, 10));
     EXPECT_EQ(tiles[0].left, 0);
     EXPECT_EQ(tiles[0].right, 500);
@@ -42,7 +42,7 @@ TEST(TileGrid, sharesAColumnWhereBothHalvesRoundToIt) {
     EXPECT_EQ(tiles[1].right, 1000);
 }
 
-TEST(TileGrid, takesTheFullHeightWhenShapesAreEqual) {
+TEST(TileGrid, TakesTheFullHeightWhenShapesAreEqual) {
     PosterLayout layout = squareTiles(3000, 2000, 3, 2);
     EXPECT_EQ(fullCropSize(layout).height, 2000);
     EXPECT_EQ(fullCropSize(layout).width, 3000);
@@ -54,14 +54,14 @@ TEST(TileGrid, takesTheFullHeightWhenShapesAreEqual) {
     EXPECT_EQ(fullCropSize(sameShape).height, 30) << "and not 42 / 1.4, which is a little more";
 }
 
-TEST(TileGrid, cropsTheLongerSide) {
+TEST(TileGrid, CropsTheLongerSide) {
     PosterLayout layout = squareTiles(3000, 2000, 1, 1);
     EXPECT_EQ(cropRect(layout), (CropRect{500, 0, 2000, 2000}));
     layout = squareTiles(2000, 3000, 1, 1);
     EXPECT_EQ(cropRect(layout), (CropRect{0, 500, 2000, 2000}));
 }
 
-TEST(TileGrid, pansFromEdgeToEdge) {
+TEST(TileGrid, PansFromEdgeToEdge) {
     PosterLayout layout = squareTiles(3000, 2000, 1, 1);
     layout.horzPos = 0;
     EXPECT_EQ(cropRect(layout).left, 0);
@@ -75,7 +75,7 @@ TEST(TileGrid, pansFromEdgeToEdge) {
     EXPECT_EQ(cropRect(layout), (CropRect{2000, 1000, 1000, 1000}));
 }
 
-TEST(TileGrid, zoomsBothSides) {
+TEST(TileGrid, ZoomsBothSides) {
     PosterLayout layout = squareTiles(2000, 2000, 1, 1);
     EXPECT_EQ(zoomFactor(0), 1);
     layout.zoom = 100;
@@ -84,7 +84,7 @@ TEST(TileGrid, zoomsBothSides) {
     EXPECT_EQ(cropRect(layout), (CropRect{800, 800, 400, 400}));
 }
 
-TEST(TileGrid, exchangesTheSidesOfTurnedTiles) {
+TEST(TileGrid, ExchangesTheSidesOfTurnedTiles) {
     PosterLayout layout = squareTiles(2500, 1000, 2, 1);
     layout.tileWidthInches = 8;
     layout.tileHeightInches = 10;
@@ -94,7 +94,7 @@ TEST(TileGrid, exchangesTheSidesOfTurnedTiles) {
     EXPECT_EQ(cropRect(layout), (CropRect{0, 0, 2500, 1000}));
 }
 
-TEST(TileGrid, numbersTilesRowByRow) {
+TEST(TileGrid, NumbersTilesRowByRow) {
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(400, 300, 4, 3));
     ASSERT_EQ(tiles.size(), 12U);
     EXPECT_EQ(tiles[0], (TileRect{0, 0, 99, 99}));
@@ -103,7 +103,7 @@ TEST(TileGrid, numbersTilesRowByRow) {
     EXPECT_EQ(tiles[11], (TileRect{300, 200, 399, 299}));
 }
 
-TEST(TileGrid, refusesTilesOfWhichNothingIsLeft) {
+TEST(TileGrid, RefusesTilesOfWhichNothingIsLeft) {
     PosterLayout layout = squareTiles(100, 100, 1, 1);
     layout.tileHeightInches = 0;
     EXPECT_THROW(posterRatio(layout), Error);
@@ -118,13 +118,13 @@ TEST(TileGrid, refusesTilesOfWhichNothingIsLeft) {
     EXPECT_THROW(calcTileCoord(layout), Error);
 }
 
-TEST(TileGrid, refusesAPhotoWithoutPixels) {
+TEST(TileGrid, RefusesAPhotoWithoutPixels) {
     EXPECT_THROW(calcTileCoord(squareTiles(0, 100, 1, 1)), Error);
     EXPECT_THROW(calcTileCoord(squareTiles(100, 0, 1, 1)), Error);
     EXPECT_EQ(calcTileCoord(squareTiles(1, 1, 1, 1)).front(), (TileRect{0, 0, 0, 0}));
 }
 
-TEST(TileGrid, keepsTheLastColumnInsideThePhoto) {
+TEST(TileGrid, KeepsTheLastColumnInsideThePhoto) {
     // The crop is one column narrower than the photo and stands at its right edge: the second
     // tile's right edge, 501.5 + 503 - 1, is a half that rounds up, out of the photo.
     PosterLayout layout = squareTiles(1004, 1003, 2, 2);
@@ -135,7 +135,7 @@ TEST(TileGrid, keepsTheLastColumnInsideThePhoto) {
     EXPECT_EQ(tiles[1].right, 1003);
 }
 
-TEST(TileGrid, tellsWhenATileIsEmpty) {
+TEST(TileGrid, TellsWhenATileIsEmpty) {
     EXPECT_TRUE(everyTileHasPixels(calcTileCoord(squareTiles(25, 25, 25, 25)))); // one pixel each
     PosterLayout layout = squareTiles(30, 30, 25, 25);
     layout.zoom = 400; // 6 pixels for 25 tiles
@@ -163,7 +163,7 @@ PosterLayout randomLayout(std::mt19937& random) {
     return layout;
 }
 
-TEST(TileGridProperties, tilesLieInThePhotoAndFillTheCrop) {
+TEST(TileGridProperties, TilesLieInThePhotoAndFillTheCrop) {
     std::mt19937 random(4711);
     for (int round = 0; round < 20000; ++round) {
         const PosterLayout layout = randomLayout(random);
@@ -189,7 +189,7 @@ TEST(TileGridProperties, tilesLieInThePhotoAndFillTheCrop) {
     }
 }
 
-TEST(TileGridProperties, neighboursShareOrLeaveOutAtMostOnePixel) {
+TEST(TileGridProperties, NeighboursShareOrLeaveOutAtMostOnePixel) {
     std::mt19937 random(815);
     for (int round = 0; round < 5000; ++round) {
         const PosterLayout layout = randomLayout(random);
@@ -206,7 +206,7 @@ TEST(TileGridProperties, neighboursShareOrLeaveOutAtMostOnePixel) {
     }
 }
 
-TEST(TileGridProperties, cropHasThePostersShape) {
+TEST(TileGridProperties, CropHasThePostersShape) {
     std::mt19937 random(99);
     for (int round = 0; round < 5000; ++round) {
         const PosterLayout layout = randomLayout(random);

@@ -44,7 +44,7 @@ bool samePicture(const PixelView& a, const PixelView& b) {
     return true;
 }
 
-TEST(TileResolution, isRoundedToEvenAndNeverBelowTwo) {
+TEST(TileResolution, IsRoundedToEvenAndNeverBelowTwo) {
     EXPECT_EQ(tileResolution(1.4), 2);
     EXPECT_EQ(tileResolution(-300), 2);
     EXPECT_EQ(tileResolution(150.5), 150);
@@ -52,7 +52,7 @@ TEST(TileResolution, isRoundedToEvenAndNeverBelowTwo) {
     EXPECT_EQ(tileResolution(299.7), 300);
 }
 
-TEST(TileResolution, isTakenFromTheFirstTile) {
+TEST(TileResolution, IsTakenFromTheFirstTile) {
     const std::vector<TileRect> tiles{{0, 0, 799, 599}, {800, 0, 1500, 599}};
     EXPECT_DOUBLE_EQ(tileDotsPerInch(tiles, false, 8), 100);
     EXPECT_DOUBLE_EQ(tileDotsPerInch(tiles, true, 8), 75); // a turned tile's height is its width
@@ -64,7 +64,7 @@ TEST(TileResolution, isTakenFromTheFirstTile) {
     EXPECT_EQ(*treatment.trims, (EdgeTrims{1, 2, 3, 4}));
 }
 
-TEST(QuarterTurn, goesCounterClockwise) {
+TEST(QuarterTurn, GoesCounterClockwise) {
     const Image tile = numbered(4, 3);
     const Image turnedTile = rotateTile90(tile.view());
     ASSERT_EQ(turnedTile.width(), 3);
@@ -76,7 +76,7 @@ TEST(QuarterTurn, goesCounterClockwise) {
     }
 }
 
-TEST(QuarterTurn, fourTimesIsTheSamePicture) {
+TEST(QuarterTurn, FourTimesIsTheSamePicture) {
     const Image tile = numbered(7, 5);
     Image turning = Image::copyOf(tile.view());
     for (int i = 0; i < 4; ++i) {
@@ -85,7 +85,7 @@ TEST(QuarterTurn, fourTimesIsTheSamePicture) {
     EXPECT_TRUE(samePicture(turning.view(), tile.view()));
 }
 
-TEST(Compensation, withoutTrimsIsTheSamePicture) {
+TEST(Compensation, WithoutTrimsIsTheSamePicture) {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> side(1, 60);
     for (int round = 0; round < 50; ++round) {
@@ -96,7 +96,7 @@ TEST(Compensation, withoutTrimsIsTheSamePicture) {
     }
 }
 
-TEST(Compensation, neverRoundsAMarginUp) {
+TEST(Compensation, NeverRoundsAMarginUp) {
     const CompensationPlan plan =
         planCompensation(100, 100, 127.9, {1 / 64.0, 2 / 64.0, 3 / 64.0, 0});
     EXPECT_EQ(plan.margins, (std::array<int, 4>{1, 3, 5, 0})); // 1.998, 3.997, 5.995
@@ -105,7 +105,7 @@ TEST(Compensation, neverRoundsAMarginUp) {
     EXPECT_EQ(planCompensation(10, 10, 128, {1 / 64.0, 0, 0, 0}).margins[0], 2);
 }
 
-TEST(Compensation, repeatsTheOutermostPixels) {
+TEST(Compensation, RepeatsTheOutermostPixels) {
     const Image tile = numbered(6, 4);
     const EdgeTrims trims{2 / 64.0, 3 / 64.0, 1 / 64.0, 4 / 64.0};
     const Image result = applyEdgeClipComp(tile.view(), 64, trims);
@@ -120,7 +120,7 @@ TEST(Compensation, repeatsTheOutermostPixels) {
     }
 }
 
-TEST(Compensation, bringsATileUpTo64DotsPerInchFirst) {
+TEST(Compensation, BringsATileUpTo64DotsPerInchFirst) {
     const CompensationPlan plan = planCompensation(100, 50, 50, {1 / 64.0, 0, 2 / 64.0, 3 / 64.0});
     EXPECT_EQ(plan.imageWidth, 128);
     EXPECT_EQ(plan.imageHeight, 64);
@@ -135,7 +135,7 @@ TEST(Compensation, bringsATileUpTo64DotsPerInchFirst) {
     EXPECT_EQ(planCompensation(100, 50, 64, EdgeTrims{}).imageWidth, 100);
 }
 
-TEST(Compensation, resamplesATileOfWhichOneSideAloneGrows) {
+TEST(Compensation, ResamplesATileOfWhichOneSideAloneGrows) {
     const Image low = Image::filled(100, 1, 10, 20, 30);
     const Image wider = applyEdgeClipComp(low.view(), 63, EdgeTrims{});
     EXPECT_EQ(wider.height(), 1);
@@ -148,14 +148,14 @@ TEST(Compensation, resamplesATileOfWhichOneSideAloneGrows) {
     EXPECT_TRUE(samePixel(higher.view(), 0, 101, narrow.view(), 0, 99));
 }
 
-TEST(Compensation, roundsAResampledSideHalfToEven) {
+TEST(Compensation, RoundsAResampledSideHalfToEven) {
     const CompensationPlan plan = planCompensation(2, 6, 51.2, EdgeTrims{}); // by 1.25
     EXPECT_EQ(plan.imageWidth, 2);                                           // 2.5
     EXPECT_EQ(plan.imageHeight, 8);                                          // 7.5
 }
 
 // The margins are those of 64 dots per inch then, not of the dots that the tile had.
-TEST(Compensation, measuresMarginsAtTheDotsThatTheTileHasThen) {
+TEST(Compensation, MeasuresMarginsAtTheDotsThatTheTileHasThen) {
     EXPECT_EQ(planCompensation(50, 50, 50, {0.25, 0.25, 0.25, 0.25}).margins,
               (std::array<int, 4>{16, 16, 16, 16}));
     EXPECT_EQ(planCompensation(50, 50, 63.99, {1 / 64.0, 0, 0, 0}).margins[edgeTop], 1);
@@ -163,7 +163,7 @@ TEST(Compensation, measuresMarginsAtTheDotsThatTheTileHasThen) {
               (std::array<int, 4>{25, 25, 25, 25}));
 }
 
-TEST(Compensation, refusesWhatHasNoSize) {
+TEST(Compensation, RefusesWhatHasNoSize) {
     const Image tile = numbered(5, 5);
     EXPECT_THROW(applyEdgeClipComp(tile.view(), 0, EdgeTrims{}), Error);
     EXPECT_THROW(applyEdgeClipComp(tile.view(), -10, EdgeTrims{}), Error);
@@ -174,7 +174,7 @@ TEST(Compensation, refusesWhatHasNoSize) {
     EXPECT_THROW(planCompensation(5, 0, 100, EdgeTrims{}), Error);
 }
 
-TEST(TileImage, isAViewOfThePhotoWhereNothingIsDone) {
+TEST(TileImage, IsAViewOfThePhotoWhereNothingIsDone) {
     const Image photo = numbered(20, 20);
     const PixelView cut = photo.view().cut(3, 4, 10, 5);
     const TileImage image = makeTileImage(cut, {});
@@ -183,7 +183,7 @@ TEST(TileImage, isAViewOfThePhotoWhereNothingIsDone) {
     EXPECT_EQ(image.view().height(), 5);
 }
 
-TEST(TileImage, isTurnedBeforeItIsEnlarged) {
+TEST(TileImage, IsTurnedBeforeItIsEnlarged) {
     const Image photo = numbered(20, 20);
     const PixelView cut = photo.view().cut(3, 4, 10, 5);
     TileTreatment treatment;
@@ -197,7 +197,7 @@ TEST(TileImage, isTurnedBeforeItIsEnlarged) {
     EXPECT_TRUE(samePixel(both.view(), 0, 0, cut, 9, 0));
 }
 
-TEST(TileImage, hasTheSizeThatWasForetold) {
+TEST(TileImage, HasTheSizeThatWasForetold) {
     std::mt19937 random(8);
     const auto whole = [&](int low, int high) {
         return std::uniform_int_distribution<int>(low, high)(random);

@@ -91,14 +91,14 @@ class TestRun : public TileRun {
     MemoryDisk& disk_;
 };
 
-// As much of a profile as is looked at: its length, whose colours it describes, and its mark.
+// As much of a profile as is looked at: its length, whose colours it describes, and its signature.
 ColourProfile bareProfile() {
     ColourProfile profile(128);
     profile[3] = 128;
     const std::string colours = "RGB ";
-    const std::string mark = "acsp";
+    const std::string signature = "acsp";
     std::copy(colours.begin(), colours.end(), profile.begin() + 16);
-    std::copy(mark.begin(), mark.end(), profile.begin() + 36);
+    std::copy(signature.begin(), signature.end(), profile.begin() + 36);
     return profile;
 }
 
@@ -111,7 +111,7 @@ TileStep runAll(TestRun& run) {
     return step;
 }
 
-TEST(TileRun, writesEveryTileInOrder) {
+TEST(TileRun, WritesEveryTileInOrder) {
     const Image photo = noise(40, 120);
     const std::vector<TileRect> tiles = strips(photo, 12);
     WholePhotoSource source(photo, tiles);
@@ -129,7 +129,7 @@ TEST(TileRun, writesEveryTileInOrder) {
     EXPECT_THROW(run.next(), Error);
 }
 
-TEST(TileRun, writesTheSameBytesWithAnyNumberOfWorkers) {
+TEST(TileRun, WritesTheSameBytesWithAnyNumberOfWorkers) {
     const Image photo = noise(60, 90);
     std::map<std::string, Bytes> first;
     for (const int workers : {1, 2, 3, 8, 100}) {
@@ -150,7 +150,7 @@ TEST(TileRun, writesTheSameBytesWithAnyNumberOfWorkers) {
     }
 }
 
-TEST(TileRun, stopsBeforeATileThatDoesNotFit) {
+TEST(TileRun, StopsBeforeATileThatDoesNotFit) {
     const Image photo = noise(40, 40);
     WholePhotoSource source(photo, strips(photo, 4));
     const std::size_t tileBytes =
@@ -164,7 +164,7 @@ TEST(TileRun, stopsBeforeATileThatDoesNotFit) {
     EXPECT_EQ(disk.files.size(), 1U);
 }
 
-TEST(TileRun, writesWhenTheSpaceCannotBeTold) {
+TEST(TileRun, WritesWhenTheSpaceCannotBeTold) {
     const Image photo = noise(40, 40);
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
@@ -173,7 +173,7 @@ TEST(TileRun, writesWhenTheSpaceCannotBeTold) {
     EXPECT_EQ(disk.files.size(), 2U);
 }
 
-TEST(TileRun, tellsWhyATileCouldNotBeWritten) {
+TEST(TileRun, TellsWhyATileCouldNotBeWritten) {
     const Image photo = noise(40, 60);
     WholePhotoSource source(photo, strips(photo, 6));
     MemoryDisk disk;
@@ -186,7 +186,7 @@ TEST(TileRun, tellsWhyATileCouldNotBeWritten) {
     EXPECT_EQ(run.written(), 2U);
 }
 
-TEST(TileRun, writesWhatComesBeforeATileThatCannotBeHad) {
+TEST(TileRun, WritesWhatComesBeforeATileThatCannotBeHad) {
     const Image photo = noise(40, 60);
     std::vector<TileRect> tiles = strips(photo, 6);
     tiles[3].right = 5000;
@@ -197,7 +197,7 @@ TEST(TileRun, writesWhatComesBeforeATileThatCannotBeHad) {
     EXPECT_EQ(disk.order, (std::vector<std::string>{"t0", "t1", "t2"}));
 }
 
-TEST(TileRun, tellsOfATileThatCannotBeEnlarged) {
+TEST(TileRun, TellsOfATileThatCannotBeEnlarged) {
     const Image photo = noise(40, 60);
     WholePhotoSource source(photo, strips(photo, 3));
     MemoryDisk disk;
@@ -209,7 +209,7 @@ TEST(TileRun, tellsOfATileThatCannotBeEnlarged) {
     EXPECT_TRUE(disk.files.empty());
 }
 
-TEST(TileRun, tellsOfATileThatCannotBeEncoded) {
+TEST(TileRun, TellsOfATileThatCannotBeEncoded) {
     const Image photo = noise(65501, 1); // one more than a JPEG file can be wide
     WholePhotoSource source(photo, strips(photo, 1));
     MemoryDisk disk;
@@ -234,7 +234,7 @@ class EndlessSource : public TileSource {
     Image row_{1 << 20, 1};
 };
 
-TEST(TileRun, tellsAFailedTurnFromFailedCompensation) {
+TEST(TileRun, TellsAFailedTurnFromFailedCompensation) {
     for (const bool turned : {true, false}) {
         EndlessSource source;
         MemoryDisk disk;
@@ -248,7 +248,7 @@ TEST(TileRun, tellsAFailedTurnFromFailedCompensation) {
     }
 }
 
-TEST(TileRun, canBeLeftAtAnyTile) {
+TEST(TileRun, CanBeLeftAtAnyTile) {
     const Image photo = noise(64, 640);
     for (std::size_t after = 0; after <= 5; ++after) {
         WholePhotoSource source(photo, strips(photo, 40));
@@ -284,7 +284,7 @@ class CountingSource : public TileSource {
     std::atomic<int> most_{0};
 };
 
-TEST(TileRun, holdsNoMoreTilesThanItHasWorkers) {
+TEST(TileRun, HoldsNoMoreTilesThanItHasWorkers) {
     const Image photo = noise(64, 64);
     CountingSource source(photo);
     MemoryDisk disk;
@@ -297,7 +297,7 @@ TEST(TileRun, holdsNoMoreTilesThanItHasWorkers) {
     EXPECT_LE(source.most(), 3);
 }
 
-// Notes how often each tile was asked for; one of them cannot be had.
+// Notes how often each tile was asked for; one of them fails.
 class NotingSource : public TileSource {
   public:
     NotingSource(const Image& photo, std::size_t tiles, std::size_t missing)
@@ -320,7 +320,7 @@ class NotingSource : public TileSource {
 
 constexpr auto timeToGoTooFar = std::chrono::milliseconds(100);
 
-TEST(TileRun, staysAsFarAheadOfTheWritingAsItHasWorkers) {
+TEST(TileRun, StaysAsFarAheadOfTheWritingAsItHasWorkers) {
     const Image photo = noise(8, 8);
     NotingSource source(photo, 20, 20);
     MemoryDisk disk;
@@ -334,7 +334,7 @@ TEST(TileRun, staysAsFarAheadOfTheWritingAsItHasWorkers) {
     }
 }
 
-TEST(TileRun, asksForNoTileAgainAndForNoneBehindAMissingOne) {
+TEST(TileRun, AsksForNoTileAgainAndForNoneBehindAMissingOne) {
     const Image photo = noise(8, 8);
     NotingSource source(photo, 10, 3);
     MemoryDisk disk;
@@ -348,7 +348,7 @@ TEST(TileRun, asksForNoTileAgainAndForNoneBehindAMissingOne) {
     }
 }
 
-TEST(TileRun, handsThePhotosColoursOnToEveryTile) {
+TEST(TileRun, HandsThePhotosColoursOnToEveryTile) {
     Image photo = noise(40, 20);
     photo.colourProfile = bareProfile();
     WholePhotoSource source(photo, strips(photo, 2));
@@ -363,7 +363,7 @@ TEST(TileRun, handsThePhotosColoursOnToEveryTile) {
     }
 }
 
-TEST(TileRun, saysWhenTheNextTileIsReady) {
+TEST(TileRun, SaysWhenTheNextTileIsReady) {
     const Image photo = noise(64, 64);
     WholePhotoSource source(photo, strips(photo, 2));
     MemoryDisk disk;
@@ -373,7 +373,7 @@ TEST(TileRun, saysWhenTheNextTileIsReady) {
     EXPECT_EQ(run.next().outcome, TileOutcome::written);
 }
 
-TEST(TileRun, withoutTilesIsDone) {
+TEST(TileRun, WithoutTilesIsDone) {
     const Image photo = noise(8, 8);
     WholePhotoSource source(photo, {});
     MemoryDisk disk;
@@ -414,7 +414,7 @@ std::unique_ptr<TileRun> notedRun(TileSource& source, Calls& calls, bool finishF
         std::move(destination));
 }
 
-TEST(TileRun, finishesItsDestinationWithTheLastTile) {
+TEST(TileRun, FinishesItsDestinationWithTheLastTile) {
     const Image photo = noise(8, 9);
     WholePhotoSource source(photo, strips(photo, 3));
     Calls calls;
@@ -428,7 +428,7 @@ TEST(TileRun, finishesItsDestinationWithTheLastTile) {
     EXPECT_EQ(calls, (Calls{"put", "put", "put", "finish"}));
 }
 
-TEST(TileRun, givesUpADestinationThatIsNotFinished) {
+TEST(TileRun, GivesUpADestinationThatIsNotFinished) {
     const Image photo = noise(8, 9);
     WholePhotoSource source(photo, strips(photo, 3));
     Calls calls;
@@ -439,7 +439,7 @@ TEST(TileRun, givesUpADestinationThatIsNotFinished) {
     EXPECT_EQ(calls, (Calls{"put", "give up"}));
 }
 
-TEST(TileRun, givesUpADestinationThatCannotBeFinished) {
+TEST(TileRun, GivesUpADestinationThatCannotBeFinished) {
     const Image photo = noise(8, 9);
     WholePhotoSource source(photo, strips(photo, 3));
     Calls calls;
@@ -454,7 +454,7 @@ TEST(TileRun, givesUpADestinationThatCannotBeFinished) {
     EXPECT_EQ(calls, (Calls{"put", "put", "put", "finish", "give up"}));
 }
 
-TEST(TileFolder, knowsItsFreeSpace) {
+TEST(TileFolder, KnowsItsFreeSpace) {
     EXPECT_GT(freeSpaceIn(std::filesystem::temp_directory_path()).value_or(0), 0U);
     EXPECT_EQ(freeSpaceIn("/no/such/folder/anywhere"), std::nullopt);
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr NumberStyle comma{','};
 
-TEST(TileSize, acceptsTheLimitsAndNothingBeyond) {
+TEST(TileSize, AcceptsTheLimitsAndNothingBeyond) {
     EXPECT_TRUE(checkTileSizesNoTrim(0.75, 50, Units::inches));
     EXPECT_TRUE(checkTileSizesNoTrim(50, 0.75, Units::inches));
     EXPECT_FALSE(checkTileSizesNoTrim(0.7499, 10, Units::inches));
@@ -17,7 +17,7 @@ TEST(TileSize, acceptsTheLimitsAndNothingBeyond) {
     EXPECT_FALSE(checkTileSizesNoTrim(-1, 8, Units::inches));
 }
 
-TEST(TileSize, acceptsTheSameLimitsInMillimetres) {
+TEST(TileSize, AcceptsTheSameLimitsInMillimetres) {
     EXPECT_TRUE(checkTileSizesNoTrim(19.05, 1270, Units::millimetres));
     EXPECT_FALSE(checkTileSizesNoTrim(19.04, 100, Units::millimetres));
     EXPECT_FALSE(checkTileSizesNoTrim(100, 1270.01, Units::millimetres));
@@ -25,7 +25,7 @@ TEST(TileSize, acceptsTheSameLimitsInMillimetres) {
     EXPECT_TRUE(checkTileSizesNoTrim(148 - 64.475 - 64.475, 100, Units::millimetres));
 }
 
-TEST(TileSize, isGivenInInches) {
+TEST(TileSize, IsGivenInInches) {
     EXPECT_EQ(*checkTileSizesNoTrim(8, 10, Units::inches), (TileSize{8, 10}));
     EXPECT_DOUBLE_EQ(checkTileSizesNoTrim(254, 508, Units::millimetres)->width, 10);
     EXPECT_DOUBLE_EQ(checkTileSizesNoTrim(254, 508, Units::millimetres)->height, 20);
@@ -33,7 +33,7 @@ TEST(TileSize, isGivenInInches) {
     EXPECT_DOUBLE_EQ(ToInches(25.4, Units::millimetres), 1);
 }
 
-TEST(TileSize, losesTheTrimsAfterTheLimitsWereTested) {
+TEST(TileSize, LosesTheTrimsAfterTheLimitsWereTested) {
     const EdgeTrims trims{0.1, 0.2, 0.3, 0.4};
     const auto size = checkTileSizes(8, 10, Units::inches, trims);
     EXPECT_DOUBLE_EQ(size->width, 7.4);  // right and left
@@ -42,7 +42,7 @@ TEST(TileSize, losesTheTrimsAfterTheLimitsWereTested) {
     EXPECT_FALSE(checkTileSizes(0.7, 10, Units::inches, trims));
 }
 
-TEST(TileSize, mayFallBelowTheMinimumByItsTrims) {
+TEST(TileSize, MayFallBelowTheMinimumByItsTrims) {
     const EdgeTrims tenths{0.1, 0.1, 0.1, 0.1};
     EXPECT_DOUBLE_EQ(checkTileSizes(0.75, 0.75, Units::inches, tenths)->width, 0.55);
     const EdgeTrims large{1, 1, 1, 1};
@@ -50,13 +50,13 @@ TEST(TileSize, mayFallBelowTheMinimumByItsTrims) {
     EXPECT_DOUBLE_EQ(checkTileSizes(1, 2, Units::inches, large)->height, 0);
 }
 
-TEST(TileSize, limitsAreShownAsPlainNumbers) {
+TEST(TileSize, LimitsAreShownAsPlainNumbers) {
     EXPECT_EQ(tileMinText(), "0.75");
     EXPECT_EQ(tileMaxText(), "50");
     EXPECT_EQ(tileMinText(comma), "0,75");
 }
 
-TEST(TileSize, isTestedInMillimetresForExactlyOne) {
+TEST(TileSize, IsTestedInMillimetresForExactlyOne) {
     EXPECT_TRUE(IsTileSizeInRange(0.75, 50, 0));
     EXPECT_TRUE(IsTileSizeInRange(19.05, 1270, 1));
     EXPECT_FALSE(IsTileSizeInRange(0.75, 50, 1));
@@ -69,7 +69,7 @@ TEST(TileSize, isTestedInMillimetresForExactlyOne) {
     EXPECT_FALSE(IsTileSizeInRange(8, 50.01, 0));
 }
 
-TEST(TileSize, messageIsWordedForTheUnits) {
+TEST(TileSize, MessageIsWordedForTheUnits) {
     const Message inches = tileSizeMessage(Units::inches);
     EXPECT_EQ(inches.text, "You have entered invalid print tile sizes.  The width and height need "
                            "to be in the range of 0.75 to 50.00 inches.");

@@ -80,7 +80,7 @@ Bytes expectedFile(const Image& photo, const TileRect& rect, const TileTreatment
                        photo.colourProfile);
 }
 
-TEST(TileStream, makesTheSameFilesAsAWholePhoto) {
+TEST(TileStream, MakesTheSameFilesAsAWholePhoto) {
     std::mt19937 random(2026);
     const auto pick = [&](int low, int high) {
         return std::uniform_int_distribution<int>(low, high)(random);
@@ -115,7 +115,7 @@ TEST(TileStream, makesTheSameFilesAsAWholePhoto) {
     }
 }
 
-TEST(TileStream, resamplesATileOfWhichOneSideAloneGrows) {
+TEST(TileStream, ResamplesATileOfWhichOneSideAloneGrows) {
     for (const TileRect& tile : {TileRect{0, 0, 0, 99}, TileRect{0, 0, 99, 0}}) {
         const Image photo = noise(100, 100);
         const TileTreatment treatment{false, EdgeTrims{}, 63, 63}; // 100 pixels become 102
@@ -131,7 +131,7 @@ TileStep streamedStep(const Image& photo, const TileTreatment& treatment, TileFo
     return stream.take(0).step;
 }
 
-TEST(TileStream, saysWhichPartOfATileFailed) {
+TEST(TileStream, SaysWhichPartOfATileFailed) {
     const Image wide = noise(65501, 2); // one more than a JPEG file can be wide
     TileTreatment treatment{false, std::nullopt, 150, 150};
     const TileStep plain = streamedStep(wide, treatment, TileFormat::jpeg);
@@ -166,7 +166,7 @@ std::size_t wholeTiles(const Image& photo, int brokenRow, int wide, int high, Ti
 }
 
 // Rows are read in strips of 128: what is missing is missing from the strip's first row on.
-TEST(TileStream, finishesWhatLiesAboveAMissingRow) {
+TEST(TileStream, FinishesWhatLiesAboveAMissingRow) {
     const Image photo = noise(64, 640);
     EXPECT_EQ(wholeTiles(photo, -1, 2, 20, TileFormat::bmp), 40U);
     for (const int broken : {0, 1, 100, 351, 352, 639}) {
@@ -176,12 +176,12 @@ TEST(TileStream, finishesWhatLiesAboveAMissingRow) {
     }
 }
 
-TEST(TileStream, missesATileThatLacksOnlyItsLastRow) {
+TEST(TileStream, MissesATileThatLacksOnlyItsLastRow) {
     const Image photo = noise(43, 3 * 43); // the last row is the first of the second strip
     EXPECT_EQ(wholeTiles(photo, 128, 1, 3, TileFormat::bmp), 2U);
 }
 
-TEST(TileStream, finishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) {
+TEST(TileStream, FinishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) {
     const Image photo = noise(1024, 1024);
     for (int round = 0; round < 10; ++round) {
         EXPECT_EQ(wholeTiles(photo, 600, 2, 2, TileFormat::jpeg), 2U);
@@ -189,12 +189,12 @@ TEST(TileStream, finishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) 
 }
 
 // The rows are there at once, and the encoders have begun with them when the end shows.
-TEST(TileStream, givesUpATileInWorkThatLacksRows) {
+TEST(TileStream, GivesUpATileInWorkThatLacksRows) {
     const Image photo = noise(4096, 2048);
     EXPECT_EQ(wholeTiles(photo, 1500, 2, 1, TileFormat::jpeg), 0U);
 }
 
-TEST(TileStream, tellsOfATileThatCannotBeMade) {
+TEST(TileStream, TellsOfATileThatCannotBeMade) {
     const Image photo = noise(64, 640);
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
     TileTreatment treatment = tileTreatment(tiles, false, 4, EdgeTrims{});
@@ -204,7 +204,7 @@ TEST(TileStream, tellsOfATileThatCannotBeMade) {
     EXPECT_EQ(stream.take(0).step.outcome, TileOutcome::compensationFailed);
 }
 
-TEST(TileStream, canBeLeftAtAnyTime) {
+TEST(TileStream, CanBeLeftAtAnyTime) {
     const Image photo = noise(200, 2000);
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 2, 20));
     const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
@@ -218,7 +218,7 @@ TEST(TileStream, canBeLeftAtAnyTime) {
     }
 }
 
-TEST(TileStream, goesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
+TEST(TileStream, GoesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
     // Counts the rows that were read before anything was committed.
     class CountingReader : public MemoryReader {
       public:

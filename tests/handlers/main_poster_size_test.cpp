@@ -1,5 +1,5 @@
 #include "app/main_messages.h"
-#include "windows/main_fixture.h"
+#include "handlers/main_fixture.h"
 
 namespace veldara::test {
 namespace {
@@ -33,14 +33,14 @@ class MainPosterSize : public MainWindowTest {
     }
 };
 
-TEST_F(MainPosterSize, saysThatAPhotoIsMissing) {
+TEST_F(MainPosterSize, SaysThatAPhotoIsMissing) {
     start();
     window->mnuPosterSize.userClick();
     ASSERT_EQ(fakes.dialogs.messages.size(), 1U);
     EXPECT_EQ(fakes.dialogs.messages[0].text, noImageSelectedMessage().text);
 }
 
-TEST_F(MainPosterSize, setsCountsAndTileRotation) {
+TEST_F(MainPosterSize, SetsCountsAndTileRotation) {
     selectPhoto();
     window->chkLockWh.userSetChecked(true);
     choose([](frmPosterSize& dialog) { takeWidth(dialog, "30"); });
@@ -53,7 +53,7 @@ TEST_F(MainPosterSize, setsCountsAndTileRotation) {
     EXPECT_EQ(window->chkLockWh.checked(), window->GetNumTilesWide() == window->GetNumTilesHigh());
 }
 
-TEST_F(MainPosterSize, keepsTheLockWhereTheChoiceAllowsIt) {
+TEST_F(MainPosterSize, KeepsTheLockWhereTheChoiceAllowsIt) {
     selectPhoto();
     window->chkLockWh.userSetChecked(true);
     window->applyPosterChoice(0, 4, 4, false);
@@ -64,7 +64,7 @@ TEST_F(MainPosterSize, keepsTheLockWhereTheChoiceAllowsIt) {
     EXPECT_EQ(window->GetNumTilesHigh(), 3);
 }
 
-TEST_F(MainPosterSize, setsThePaper) {
+TEST_F(MainPosterSize, SetsThePaper) {
     selectPhoto();
     const std::string before = window->lblPaperName.caption();
     choose([](frmPosterSize& dialog) {
@@ -75,7 +75,7 @@ TEST_F(MainPosterSize, setsThePaper) {
     EXPECT_NE(window->getPaperRegLine().find(window->lblPaperName.caption()), std::string::npos);
 }
 
-TEST_F(MainPosterSize, redrawsAndSavesOnce) {
+TEST_F(MainPosterSize, RedrawsAndSavesOnce) {
     selectPhoto();
     for (const bool turned : {true, false}) {
         int redraws = 0;
@@ -90,7 +90,7 @@ TEST_F(MainPosterSize, redrawsAndSavesOnce) {
     }
 }
 
-TEST_F(MainPosterSize, changesNothingWhenItIsCancelled) {
+TEST_F(MainPosterSize, ChangesNothingWhenItIsCancelled) {
     selectPhoto();
     const std::string before = window->lblFinalSize.caption();
     forgetWrites();
@@ -99,7 +99,7 @@ TEST_F(MainPosterSize, changesNothingWhenItIsCancelled) {
     EXPECT_FALSE(saved());
 }
 
-TEST_F(MainPosterSize, beginsWithThePosterAsItIs) {
+TEST_F(MainPosterSize, BeginsWithThePosterAsItIs) {
     selectPhoto();
     window->cmbTilesWide.userSelect(4);
     window->chkRotateTiles.userSetChecked(true);
