@@ -355,6 +355,7 @@ class Plans(KindsTest):
             result = self.run_tiles("--plan", self.path(name))
             self.assertEqual(json.loads(result.stdout)["photo"]["width"], 80)
             self.assertEqual(b"libheif" in result.stderr, loaded, name)
+            self.assertNotIn(b"libgnutls", result.stderr, name)
 
 
 if __name__ == "__main__":
