@@ -11,7 +11,8 @@
 A list has these lines:
 
     programs NAME...     the test programs that are run for the faults below, until one of them fails
-    ctest EXPRESSION     instead: the tests of that name, after veldara-tiles is built
+    ctest EXPRESSION [PROGRAM...]
+                         instead: the tests of that name, after these programs (veldara-tiles) are built
     file PATH            the source of the faults below
     FUNCTION KIND NUMBER [REPLACEMENT]
                          one fault; see cpp_mutants.py. The function may have moved to another file of the
@@ -94,7 +95,9 @@ def run(command, folder, limit=None):
 
 
 def targets_of(tests):
-    return ["veldara-tiles"] if tests[0] == "ctest" else list(tests[1:])
+    if tests[0] == "ctest":
+        return list(tests[2:]) or ["veldara-tiles"]
+    return list(tests[1:])
 
 
 def build(copy, targets, jobs):
@@ -105,7 +108,7 @@ def run_tests(copy, tests, jobs):
     """Status and output of the first test that fails, or of the last one."""
     if tests[0] == "ctest":
         command = ["ctest", "--test-dir", "build", "--no-tests=error", "--output-on-failure", "--stop-on-failure"]
-        return run([*command, f"-j{jobs}", "-R", " ".join(tests[1:])], copy, LONGEST_RUN)
+        return run([*command, f"-j{jobs}", "-R", tests[1]], copy, LONGEST_RUN)
     for program in tests[1:]:
         path = next(p for p in (copy / "build").rglob(program) if p.is_file())
         status, output = run([str(path), "--gtest_fail_fast", "--gtest_brief=1"], copy, LONGEST_RUN)
@@ -159,7 +162,8 @@ def prepare(copy, mutants, jobs):
     copy_tree(copy)
     # Without debugging symbols, which nobody looks at here, linking takes a fraction of the time.
     configure = ["cmake", "-S", ".", "-B", "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug"]
-    configure += ["-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DVELDARA_GUI=OFF", "-DVELDARA_TESTS=ON"]
+    gui = "ON" if any("test_e2e" in targets_of(m.tests) for m in mutants) else "OFF"
+    configure += ["-DCMAKE_CXX_FLAGS_DEBUG=-O1", f"-DVELDARA_GUI={gui}", "-DVELDARA_TESTS=ON"]
     status, output = run(configure, copy)
     if status != 0:
         sys.exit(output)
