@@ -4,6 +4,8 @@
 #include "sheets/font_subset.h"
 #include "sheets/page_font.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <utility>

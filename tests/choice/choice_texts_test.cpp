@@ -1,5 +1,7 @@
 #include "choice/choice_texts.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace veldara {

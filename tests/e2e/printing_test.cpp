@@ -5,6 +5,7 @@
 #include "e2e/test_photos.h"
 #include "sheets/poster_pdf.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>

@@ -2,6 +2,8 @@
 // are taken from the program's sources.
 #include "help/help_pages.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace veldara {

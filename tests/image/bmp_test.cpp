@@ -1,6 +1,7 @@
 #include "image/files.h"
 #include "platform/image/colour.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 

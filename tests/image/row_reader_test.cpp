@@ -3,6 +3,7 @@
 #include "image/tiff_files.h"
 #include "platform/error.h"
 
+#include <algorithm>
 #include <random>
 
 namespace veldara::test {

@@ -7,6 +7,8 @@
 #include "platform/error.h"
 #include "platform/image/tile_format.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace veldara {

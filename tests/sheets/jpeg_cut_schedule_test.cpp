@@ -2,6 +2,7 @@
 #include "platform/error.h"
 #include "sheets/jpeg_cut_schedule.h"
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 

@@ -2,6 +2,7 @@
 #include "platform/error.h"
 #include "sheets/jpeg_cutting.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace veldara::test {
