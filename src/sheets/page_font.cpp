@@ -4,11 +4,17 @@
 #include "platform/image/built_in_font.h"
 #include "platform/text/characters.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
+#include <span>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
+#include FT_ADVANCES_H
 #include FT_TRUETYPE_TABLES_H
 
 namespace veldara {
@@ -21,73 +27,98 @@ struct DoneFace {
     void operator()(FT_Face face) const { FT_Done_Face(face); }
 };
 
-// Unscaled outlines: what is asked of it are lengths in font units.
-class PageFont {
-  public:
-    PageFont() {
-        FT_Library library = nullptr;
-        FT_Face face = nullptr;
-        const std::span<const std::uint8_t> bytes = builtInFont();
-        if (FT_Init_FreeType(&library) != 0) {
-            throw Error("The text could not be laid out.");
-        }
-        library_.reset(library);
-        if (FT_New_Memory_Face(library, bytes.data(), static_cast<FT_Long>(bytes.size()), 0,
-                               &face) != 0) {
-            throw Error("The text could not be laid out.");
-        }
-        face_.reset(face);
-    }
-    FT_Face face() const { return face_.get(); }
-    double thousandths(long units) const {
-        return 1000.0 * static_cast<double>(units) / static_cast<double>(face_->units_per_EM);
-    }
-
-  private:
-    std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> library_;
-    std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> face_;
+// What is asked of the font, in font units made thousandths of an em. A face of the library's may
+// be used by one thread at a time, and pages are laid out on any: so it is read once, and nothing
+// of the library is kept.
+struct FontTable {
+    FontMetrics metrics;
+    std::string name = "PageFont";
+    std::vector<std::pair<char32_t, std::uint32_t>> glyphs; // by character, ascending
+    std::vector<double> advances;                           // by glyph
 };
 
-// A face may be used by one thread at a time.
-const PageFont& font() {
-    static thread_local const PageFont opened;
-    return opened;
+[[noreturn]] void refuse() {
+    throw Error("The text could not be laid out.");
+}
+
+double thousandths(FT_Face face, FT_Pos units) {
+    return 1000.0 * static_cast<double>(units) / static_cast<double>(face->units_per_EM);
+}
+
+FontMetrics readMetrics(FT_Face face) {
+    FontMetrics metrics;
+    metrics.ascent = thousandths(face, face->ascender);
+    metrics.descent = thousandths(face, face->descender);
+    const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
+    metrics.capHeight = table != nullptr && table->version >= 2 && table->sCapHeight > 0
+                            ? thousandths(face, table->sCapHeight)
+                            : metrics.ascent;
+    metrics.left = thousandths(face, face->bbox.xMin);
+    metrics.bottom = thousandths(face, face->bbox.yMin);
+    metrics.right = thousandths(face, face->bbox.xMax);
+    metrics.top = thousandths(face, face->bbox.yMax);
+    return metrics;
+}
+
+FontTable readFont() {
+    FT_Library library = nullptr;
+    if (FT_Init_FreeType(&library) != 0) {
+        refuse();
+    }
+    const std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> openLibrary(library);
+    const std::span<const std::uint8_t> bytes = builtInFont();
+    FT_Face face = nullptr;
+    if (FT_New_Memory_Face(library, bytes.data(), static_cast<FT_Long>(bytes.size()), 0, &face) !=
+        0) {
+        refuse();
+    }
+    const std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> openFace(face);
+
+    FontTable table;
+    table.metrics = readMetrics(face);
+    if (const char* name = FT_Get_Postscript_Name(face)) {
+        table.name = name;
+    }
+    FT_UInt glyph = 0;
+    for (FT_ULong character = FT_Get_First_Char(face, &glyph); glyph != 0;
+         character = FT_Get_Next_Char(face, character, &glyph)) {
+        table.glyphs.emplace_back(static_cast<char32_t>(character), glyph);
+    }
+    std::vector<FT_Fixed> advances(static_cast<std::size_t>(face->num_glyphs));
+    if (FT_Get_Advances(face, 0, static_cast<FT_UInt>(advances.size()), FT_LOAD_NO_SCALE,
+                        advances.data()) != 0) {
+        refuse();
+    }
+    std::transform(advances.begin(), advances.end(), std::back_inserter(table.advances),
+                   [&](FT_Fixed units) { return thousandths(face, units); });
+    return table;
+}
+
+const FontTable& font() {
+    static const FontTable table = readFont();
+    return table;
 }
 
 } // namespace
 
 FontMetrics pageFontMetrics() {
-    const PageFont& opened = font();
-    const FT_Face face = opened.face();
-    FontMetrics metrics;
-    metrics.ascent = opened.thousandths(face->ascender);
-    metrics.descent = opened.thousandths(face->descender);
-    const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
-    metrics.capHeight = table != nullptr && table->version >= 2 && table->sCapHeight > 0
-                            ? opened.thousandths(table->sCapHeight)
-                            : metrics.ascent;
-    metrics.left = opened.thousandths(face->bbox.xMin);
-    metrics.bottom = opened.thousandths(face->bbox.yMin);
-    metrics.right = opened.thousandths(face->bbox.xMax);
-    metrics.top = opened.thousandths(face->bbox.yMax);
-    return metrics;
+    return font().metrics;
 }
 
 std::string pageFontName() {
-    const char* name = FT_Get_Postscript_Name(font().face());
-    return name != nullptr ? name : "PageFont";
+    return font().name;
 }
 
 std::uint32_t pageGlyph(char32_t character) {
-    return FT_Get_Char_Index(font().face(), character);
+    const auto& glyphs = font().glyphs;
+    const auto found =
+        std::lower_bound(glyphs.begin(), glyphs.end(), std::pair(character, std::uint32_t{0}));
+    return found != glyphs.end() && found->first == character ? found->second : 0;
 }
 
 double glyphAdvance(std::uint32_t glyph) {
-    const PageFont& opened = font();
-    if (FT_Load_Glyph(opened.face(), glyph, FT_LOAD_NO_SCALE) != 0) {
-        return 0;
-    }
-    return opened.thousandths(opened.face()->glyph->metrics.horiAdvance);
+    const std::vector<double>& advances = font().advances;
+    return glyph < advances.size() ? advances[glyph] : 0;
 }
 
 double pageTextWidth(std::string_view utf8, double size) {
