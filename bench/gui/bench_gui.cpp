@@ -5,6 +5,7 @@
 //
 // With tests/e2e/with_print_server.sh before the program's name it prints, too.
 #include "e2e/print_dialog.h"
+#include "e2e/printed_job.h"
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
 #include "e2e/window_thread.h"

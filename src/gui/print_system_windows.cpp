@@ -14,18 +14,18 @@
 #include <cmath>
 #include <cstring>
 #include <cwchar>
+#include <memory>
+#include <new>
+#include <optional>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include <commdlg.h>
 #include <winspool.h>
-#include <wx/cmndata.h>
 #include <wx/dcprint.h>
 #include <wx/msw/dcprint.h>
-#include <wx/msw/printdlg.h>
 #include <wx/msw/wrapwin.h>
-#include <wx/paper.h>
-#include <wx/printdlg.h>
 
 namespace veldara {
 
@@ -62,23 +62,81 @@ std::vector<Entry> capabilities(const std::wstring& printer, WORD which, std::si
     return list;
 }
 
+// A block of memory that the system's dialogs take and hand back.
+class SharedBlock {
+  public:
+    explicit SharedBlock(HGLOBAL block = nullptr) : block_(block) {}
+    explicit SharedBlock(std::size_t bytes)
+        : block_(::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes)) {
+        if (block_ == nullptr) {
+            throw std::bad_alloc();
+        }
+    }
+    SharedBlock(SharedBlock&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+    SharedBlock& operator=(SharedBlock&& other) noexcept {
+        std::swap(block_, other.block_);
+        return *this;
+    }
+    ~SharedBlock() {
+        if (block_ != nullptr) {
+            ::GlobalFree(block_);
+        }
+    }
+
+    HGLOBAL release() { return std::exchange(block_, nullptr); }
+    explicit operator bool() const { return block_ != nullptr; }
+
+    // Calls use(address of the bytes); not for an empty block.
+    template <typename Use>
+    void use(Use&& use) const {
+        use(::GlobalLock(block_));
+        ::GlobalUnlock(block_);
+    }
+
+  private:
+    HGLOBAL block_;
+};
+
 // A driver's settings: its own bytes follow the system's.
 class DriverSettings {
   public:
-    // As the dialog left them. Throws Error when there are none.
-    explicit DriverSettings(const wxPrintData& data) {
-        wxPrintData settings(data);
-        settings.ConvertToNative();
-        auto* native = static_cast<wxWindowsPrintNativeData*>(settings.GetNativeData());
-        const void* locked =
-            native->GetDevMode() == nullptr ? nullptr : ::GlobalLock(native->GetDevMode());
-        if (locked == nullptr) {
+    // Throws Error when there are none.
+    explicit DriverSettings(const SharedBlock& block) {
+        if (!block) {
             throw Error("The printer's driver has no settings.");
         }
-        const auto* mode = static_cast<const DEVMODEW*>(locked);
-        bytes_.resize(std::size_t{mode->dmSize} + mode->dmDriverExtra);
-        std::memcpy(bytes_.data(), mode, bytes_.size());
-        ::GlobalUnlock(native->GetDevMode());
+        block.use([this](const void* locked) {
+            const auto* set = static_cast<const DEVMODEW*>(locked);
+            bytes_.resize(std::size_t{set->dmSize} + set->dmDriverExtra);
+            std::memcpy(bytes_.data(), set, bytes_.size());
+        });
+    }
+
+    // The driver's own defaults; nothing when the printer is not there.
+    static std::optional<DriverSettings> defaultsOf(const std::wstring& printer) {
+        HANDLE handle = nullptr;
+        std::wstring name = printer; // the system's functions take names that they could change
+        if (::OpenPrinterW(name.data(), &handle, nullptr) == FALSE) {
+            return std::nullopt;
+        }
+        const std::unique_ptr<void, ClosePrinterHandle> open(handle);
+        const LONG bytes = ::DocumentPropertiesW(nullptr, handle, name.data(), nullptr, nullptr, 0);
+        if (bytes < static_cast<LONG>(sizeof(DEVMODEW))) {
+            return std::nullopt;
+        }
+        DriverSettings settings;
+        settings.bytes_.resize(static_cast<std::size_t>(bytes));
+        if (::DocumentPropertiesW(nullptr, handle, name.data(), &settings.mode(), nullptr,
+                                  DM_OUT_BUFFER) != IDOK) {
+            return std::nullopt;
+        }
+        return settings;
+    }
+
+    SharedBlock block() const {
+        SharedBlock copy(bytes_.size());
+        copy.use([this](void* locked) { std::memcpy(locked, bytes_.data(), bytes_.size()); });
+        return copy;
     }
 
     DEVMODEW& mode() { return *reinterpret_cast<DEVMODEW*>(bytes_.data()); }
@@ -103,8 +161,43 @@ class DriverSettings {
     }
 
   private:
+    struct ClosePrinterHandle {
+        void operator()(HANDLE printer) const { ::ClosePrinter(printer); }
+    };
+    DriverSettings() = default;
+
     std::vector<unsigned char> bytes_;
 };
+
+// How the dialog is told of a printer, and tells of it: a header, and three names behind it.
+SharedBlock namesOf(const std::wstring& printer) {
+    constexpr std::size_t header = sizeof(DEVNAMES) / sizeof(wchar_t);
+    const std::wstring driver = L"winspool";
+    const std::size_t device = header + driver.size() + 1;
+    const std::size_t output = device + printer.size() + 1;
+    SharedBlock block((output + 1) * sizeof(wchar_t)); // no name of an output
+    block.use([&](void* locked) {
+        auto* names = static_cast<DEVNAMES*>(locked);
+        names->wDriverOffset = static_cast<WORD>(header);
+        names->wDeviceOffset = static_cast<WORD>(device);
+        names->wOutputOffset = static_cast<WORD>(output);
+        auto* text = static_cast<wchar_t*>(locked);
+        std::copy(driver.begin(), driver.end(), text + header);
+        std::copy(printer.begin(), printer.end(), text + device);
+    });
+    return block;
+}
+
+std::wstring printerOf(const SharedBlock& names) {
+    std::wstring printer;
+    if (names) {
+        names.use([&](const void* locked) {
+            const auto* header = static_cast<const DEVNAMES*>(locked);
+            printer = static_cast<const wchar_t*>(locked) + header->wDeviceOffset;
+        });
+    }
+    return printer;
+}
 
 struct DeleteContext {
     void operator()(HDC context) const { ::DeleteDC(context); }
@@ -132,7 +225,25 @@ struct Described {
     std::vector<WORD> papers; // as long as facts.papers
 };
 
-Described describe(const std::wstring& printer, const wxPrintData& data, double width,
+// Which of the printer's papers has that size; the one that was chosen in the driver's settings
+// where several have, for one may be there twice, with margins and borderless.
+std::optional<std::size_t> paperFor(const Described& printer, DriverSettings& settings,
+                                    double width, double height) {
+    const PrinterPaper* found = findPrinterPaper(printer.facts, width, height);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    const std::vector<PrinterPaper>& papers = printer.facts.papers;
+    for (std::size_t i = 0; i < papers.size(); ++i) {
+        if (printer.papers[i] == static_cast<WORD>(settings.mode().dmPaperSize) &&
+            papers[i].width == found->width && papers[i].height == found->height) {
+            return i;
+        }
+    }
+    return static_cast<std::size_t>(found - papers.data());
+}
+
+Described describe(const std::wstring& printer, const DriverSettings& driver, double width,
                    double height) {
     constexpr std::size_t nameLength = 64;
     Described described;
@@ -160,11 +271,9 @@ Described describe(const std::wstring& printer, const wxPrintData& data, double 
         std::find(numbers.begin(), numbers.end(), WORD{DMPAPER_USER}) != numbers.end();
 
     // The driver tells the white of the paper that it is set to; it is that of all its papers.
-    const PrinterPaper* found = findPrinterPaper(described.facts, width, height);
-    DriverSettings settings(data);
-    const std::size_t index =
-        found == nullptr ? 0 : static_cast<std::size_t>(found - described.facts.papers.data());
+    DriverSettings settings(driver);
     if (!described.papers.empty()) {
+        const std::size_t index = paperFor(described, settings, width, height).value_or(0);
         settings.setPaper(static_cast<short>(described.papers[index]), 1, 2);
     }
     const Context context(::CreateICW(L"WINSPOOL", printer.c_str(), nullptr, &settings.mode()));
@@ -225,12 +334,14 @@ class WindowsPrintSystem : public PrintSystem {
 
   private:
     static std::vector<std::wstring> printerNames();
-    wxPrintDialogData dialogDataFor(const PrintRequest& request) const;
+    static bool hasPrinter(const std::wstring& name);
+    void beginWith(const std::string& printer);
+    std::optional<PRINTDLGW> showDialog(const PrintRequest& request);
 
     std::function<wxWindow*()> parent_;
-    wxPrintData data_; // as the last dialog left it
-    bool chosen_ = false;
-    std::wstring printer_;
+    // As the last dialog left them.
+    SharedBlock settings_;
+    SharedBlock names_;
     Described described_;
 };
 
@@ -255,62 +366,77 @@ std::vector<std::wstring> WindowsPrintSystem::printerNames() {
     return names;
 }
 
-wxPrintDialogData WindowsPrintSystem::dialogDataFor(const PrintRequest& request) const {
-    wxPrintData data(data_);
-    if (!chosen_) {
-        const wxString wanted = nativeText(request.printer);
-        const std::vector<std::wstring> names = printerNames();
-        if (std::any_of(names.begin(), names.end(),
-                        [&](const std::wstring& name) { return wanted == wxString(name); })) {
-            data.SetPrinterName(wanted);
-        }
+bool WindowsPrintSystem::hasPrinter(const std::wstring& name) {
+    const std::vector<std::wstring> names = printerNames();
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// The dialog begins with that printer; where it is not there, with the system's default.
+void WindowsPrintSystem::beginWith(const std::string& printer) {
+    settings_ = SharedBlock();
+    names_ = SharedBlock();
+    const std::wstring name = nativeText(printer).ToStdWstring();
+    if (!hasPrinter(name)) {
+        return;
     }
-    data.SetDuplex(wxDUPLEX_SIMPLEX);
-    data.SetOrientation(request.paperWidth > request.paperHeight ? wxLANDSCAPE : wxPORTRAIT);
-    const wxSize size(tenthsOfPoints(std::min(request.paperWidth, request.paperHeight)),
-                      tenthsOfPoints(std::max(request.paperWidth, request.paperHeight)));
-    data.SetPaperId(wxThePrintPaperDatabase->GetSize(size));
-    data.SetPaperSize(size / 10);
-    wxPrintDialogData dialogData(data);
-    dialogData.EnablePrintToFile(false);
-    dialogData.EnableSelection(false);
-    dialogData.EnablePageNumbers(true);
-    dialogData.SetMinPage(request.lowestSheet);
-    dialogData.SetMaxPage(request.highestSheet);
-    dialogData.SetFromPage(request.lowestSheet);
-    dialogData.SetToPage(request.highestSheet);
-    dialogData.SetAllPages(true);
-    return dialogData;
+    if (const std::optional<DriverSettings> defaults = DriverSettings::defaultsOf(name)) {
+        settings_ = defaults->block();
+        names_ = namesOf(name);
+    }
+}
+
+// Copies are the driver's work.
+std::optional<PRINTDLGW> WindowsPrintSystem::showDialog(const PrintRequest& request) {
+    wxWindow* parent = parent_();
+    PRINTDLGW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = parent == nullptr ? nullptr : static_cast<HWND>(parent->GetHandle());
+    dialog.Flags =
+        PD_ALLPAGES | PD_NOSELECTION | PD_HIDEPRINTTOFILE | PD_USEDEVMODECOPIESANDCOLLATE;
+    dialog.nMinPage = static_cast<WORD>(request.lowestSheet);
+    dialog.nMaxPage = static_cast<WORD>(request.highestSheet);
+    dialog.nFromPage = dialog.nMinPage;
+    dialog.nToPage = dialog.nMaxPage;
+    dialog.hDevMode = settings_.release();
+    dialog.hDevNames = names_.release();
+    const bool answered = ::PrintDlgW(&dialog) != FALSE;
+    settings_ = SharedBlock(dialog.hDevMode);
+    names_ = SharedBlock(dialog.hDevNames);
+    const DWORD failure = answered ? 0 : ::CommDlgExtendedError();
+    if (failure != 0) {
+        settings_ = SharedBlock();
+        names_ = SharedBlock();
+        throw Error("The print dialog of the system could not be opened (" +
+                    std::to_string(failure) + ").");
+    }
+    return answered ? std::optional(dialog) : std::nullopt;
 }
 
 std::optional<PrintChoice> WindowsPrintSystem::choosePrinter(const PrintRequest& request) {
-    wxPrintDialogData dialogData = dialogDataFor(request);
-    wxPrintDialog dialog(parent_(), &dialogData);
-    if (dialog.ShowModal() != wxID_OK) {
+    if (!hasPrinter(printerOf(names_))) {
+        beginWith(request.printer);
+    }
+    const std::optional<PRINTDLGW> answered = showDialog(request);
+    if (!answered) {
         return std::nullopt;
     }
-    wxPrintDialogData& answered = dialog.GetPrintDialogData();
-    data_ = answered.GetPrintData();
-    chosen_ = true;
-    printer_ = data_.GetPrinterName().ToStdWstring();
-    described_ = describe(printer_, data_, request.paperWidth, request.paperHeight);
+    described_ = describe(printerOf(names_), DriverSettings(settings_), request.paperWidth,
+                          request.paperHeight);
     PrintChoice choice{described_.facts, {}};
-    if (!answered.GetAllPages()) {
-        choice.ranges = {{answered.GetFromPage(), answered.GetToPage()}};
+    if ((answered->Flags & PD_PAGENUMS) != 0) {
+        choice.ranges = {{answered->nFromPage, answered->nToPage}};
     }
     return choice;
 }
 
 void WindowsPrintSystem::print(PrintSource& source) {
-    DriverSettings settings(data_);
-    const PrinterPaper* found =
-        findPrinterPaper(described_.facts, source.pageWidth(), source.pageHeight());
-    const short paper = found == nullptr
-                            ? short{0}
-                            : static_cast<short>(described_.papers[static_cast<std::size_t>(
-                                  found - described_.facts.papers.data())]);
-    settings.setPaper(paper, source.pageWidth(), source.pageHeight());
-    HDC context = ::CreateDCW(L"WINSPOOL", printer_.c_str(), nullptr, &settings.mode());
+    const std::wstring printer = printerOf(names_);
+    DriverSettings settings(settings_);
+    const std::optional<std::size_t> paper =
+        paperFor(described_, settings, source.pageWidth(), source.pageHeight());
+    settings.setPaper(paper ? static_cast<short>(described_.papers[*paper]) : short{0},
+                      source.pageWidth(), source.pageHeight());
+    HDC context = ::CreateDCW(L"WINSPOOL", printer.c_str(), nullptr, &settings.mode());
     if (context == nullptr) {
         throw systemError("The printer \"" + described_.facts.name + "\" does not answer.");
     }

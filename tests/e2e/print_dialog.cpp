@@ -2,19 +2,12 @@
 
 #ifdef __WXGTK__
 
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <vector>
-
 #include <gtk/gtk.h>
 #include <gtk/gtkunixprint.h>
 
 namespace veldara::test {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 // All of these are asked on the window thread.
 GtkPrintUnixDialog* shownDialog() {
@@ -50,6 +43,48 @@ GtkWidget* findInside(GtkWidget* widget, GType kind) {
     return found;
 }
 
+// Whether a row of a list has that text.
+bool hasText(GtkTreeModel* model, GtkTreeIter* row, const std::string& wanted) {
+    for (int column = 0; column < gtk_tree_model_get_n_columns(model); ++column) {
+        if (gtk_tree_model_get_column_type(model, column) != G_TYPE_STRING) {
+            continue;
+        }
+        char* text = nullptr;
+        gtk_tree_model_get(model, row, column, &text, -1);
+        const bool found = text != nullptr && wanted == text;
+        g_free(text);
+        if (found) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Chooses that entry of whichever list inside has it.
+bool chooseInside(GtkWidget* widget, const std::string& entry) {
+    if (GTK_IS_COMBO_BOX(widget)) {
+        GtkTreeModel* model = gtk_combo_box_get_model(GTK_COMBO_BOX(widget));
+        GtkTreeIter row;
+        for (gboolean more = gtk_tree_model_get_iter_first(model, &row); more == TRUE;
+             more = gtk_tree_model_iter_next(model, &row)) {
+            if (hasText(model, &row, entry)) {
+                gtk_combo_box_set_active_iter(GTK_COMBO_BOX(widget), &row);
+                return true;
+            }
+        }
+        return false;
+    }
+    bool chosen = false;
+    if (GTK_IS_CONTAINER(widget)) {
+        GList* children = gtk_container_get_children(GTK_CONTAINER(widget));
+        for (GList* one = children; one != nullptr && !chosen; one = one->next) {
+            chosen = chooseInside(GTK_WIDGET(one->data), entry);
+        }
+        g_list_free(children);
+    }
+    return chosen;
+}
+
 wxPoint screenPlace(GtkWidget* widget, int x, int y) {
     GtkWidget* top = gtk_widget_get_toplevel(widget);
     int inTopX = 0;
@@ -66,23 +101,13 @@ struct RowSearch {
     GtkTreePath* path = nullptr;
 };
 
-// A row of the list whose texts name the printer.
 gboolean looksLikeRow(GtkTreeModel* model, GtkTreePath* path, GtkTreeIter* row, gpointer data) {
     auto* search = static_cast<RowSearch*>(data);
-    for (int column = 0; column < gtk_tree_model_get_n_columns(model); ++column) {
-        if (gtk_tree_model_get_column_type(model, column) != G_TYPE_STRING) {
-            continue;
-        }
-        char* text = nullptr;
-        gtk_tree_model_get(model, row, column, &text, -1);
-        const bool found = text != nullptr && search->name == text;
-        g_free(text);
-        if (found) {
-            search->path = gtk_tree_path_copy(path);
-            return TRUE;
-        }
+    if (!hasText(model, row, search->name)) {
+        return FALSE;
     }
-    return FALSE;
+    search->path = gtk_tree_path_copy(path);
+    return TRUE;
 }
 
 // The middle of the printer's row; nowhere (-1, -1) as long as it is not listed.
@@ -107,25 +132,6 @@ wxPoint placeOfPrinter(const std::string& name) {
     gtk_tree_view_convert_bin_window_to_widget_coords(view, area.x + area.width / 2,
                                                       area.y + area.height / 2, &x, &y);
     return screenPlace(list, x, y);
-}
-
-fs::path folderOf(const std::string& printer) {
-    const char* folder = std::getenv("VELDARA_PRINTED");
-    return fs::path(folder == nullptr ? "/nowhere" : folder) / printer;
-}
-
-std::vector<fs::path> jobsOf(const std::string& printer) {
-    std::vector<fs::path> jobs;
-    std::error_code ignored;
-    for (const auto& entry : fs::directory_iterator(folderOf(printer), ignored)) {
-        if (entry.path().extension() == ".job") {
-            jobs.push_back(entry.path());
-        }
-    }
-    std::sort(jobs.begin(), jobs.end(), [](const fs::path& one, const fs::path& other) {
-        return std::stoi(one.stem().string()) < std::stoi(other.stem().string());
-    });
-    return jobs;
 }
 
 } // namespace
@@ -160,6 +166,13 @@ void PrintDialog::choosePrinterByMouse(const std::string& name) {
     waitFor(name);
 }
 
+void PrintDialog::chooseDriverSetting(const std::string& choice) {
+    user_.waitUntil("the dialog offers \"" + choice + "\"", [&] {
+        GtkPrintUnixDialog* dialog = shownDialog();
+        return dialog != nullptr && chooseInside(GTK_WIDGET(dialog), choice);
+    });
+}
+
 // The dialog may still grow when it has asked a printer. So the button is clicked where it has come
 // to rest, and again when the dialog stays.
 void PrintDialog::printByMouse() {
@@ -188,6 +201,10 @@ void PrintDialog::printByMouse() {
     }
 }
 
+void PrintDialog::printByKey() {
+    user_.key('P', wxMOD_ALT);
+}
+
 void PrintDialog::choosePages(const std::string& pages) {
     user_.key('E', wxMOD_ALT);
     user_.type(pages); // the field beside it has the keyboard then
@@ -206,24 +223,6 @@ int PrintDialog::copies() {
         g_object_unref(settings);
         return count;
     });
-}
-
-bool PrintedJob::has(const std::string& option) const {
-    return (" " + options + " ").find(" " + option + " ") != std::string::npos;
-}
-
-std::size_t countPrinted(const std::string& printer) {
-    return jobsOf(printer).size();
-}
-
-PrintedJob waitForPrinted(Driver& user, const std::string& printer, std::size_t number) {
-    user.waitUntil("the printer has printed", [&] { return jobsOf(printer).size() > number; });
-    const fs::path file = jobsOf(printer)[number];
-    std::ifstream stream(file);
-    PrintedJob job{fs::path(file).replace_extension(".pdf"),
-                   std::string(std::istreambuf_iterator<char>(stream), {})};
-    std::replace(job.options.begin(), job.options.end(), '\n', ' ');
-    return job;
 }
 
 } // namespace veldara::test

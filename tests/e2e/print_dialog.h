@@ -1,10 +1,8 @@
-// The desktop's print dialog as the user meets it, and what arrives at the printers of
-// with_print_server.sh.
+// The system's print dialog as the user meets it.
 #pragma once
 
 #include "e2e/driver.h"
 
-#include <filesystem>
 #include <string>
 
 namespace veldara::test {
@@ -17,33 +15,27 @@ class PrintDialog {
     void waitFor(const std::string& printer);
     void waitUntilGone();
 
+    // Where the dialog is the desktop's
     void choosePrinterByMouse(const std::string& name);
     void printByMouse();
-    void printByKey() { user_.key('P', wxMOD_ALT); }
+    // One of the driver's own settings, by the text of the choice.
+    void chooseDriverSetting(const std::string& choice);
+    // Where it is that of Windows
+    void choosePrinterByKey(const std::string& name);
+
+    void printByKey();
     void cancelByKey() { user_.key(WXK_ESCAPE); }
-    // Goes to the entry and fills it in.
+    // Goes to the entry and fills it in: "2-3".
     void choosePages(const std::string& pages);
     void chooseCopies(const std::string& copies);
     int copies();
 
   private:
     void clickScreen(wxPoint at);
+    void fill(int field, const std::string& text);
 
     Driver& user_;
     Hands hands_;
 };
-
-// A job as the printer got it.
-struct PrintedJob {
-    std::filesystem::path document;
-    std::string
-        options; // "title=...", "copies=..." and the options of the job, blanks between them
-    bool has(const std::string& option) const;
-};
-
-// The jobs that a printer has kept so far, in their order.
-std::size_t countPrinted(const std::string& printer);
-// Waits for the next one.
-PrintedJob waitForPrinted(Driver& user, const std::string& printer, std::size_t number = 0);
 
 } // namespace veldara::test

@@ -1,8 +1,6 @@
 // From the window to the printer, through the desktop's own print dialog and a real print server.
 #include "calibration/test_target.h"
-#include "e2e/print_dialog.h"
-#include "e2e/stage.h"
-#include "e2e/test_photos.h"
+#include "e2e/printing_stage.h"
 #include "sheets/poster_pdf.h"
 
 #include <algorithm>
@@ -22,38 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-constexpr const char* borderlessLetter = "|0|Letter 8.5\" x 11\"|8.5|11|0|0|0|0|0|0|0|0|";
-
-// Neighbours are far from one another.
-Colour fineColour(int x, int y) {
-    return {static_cast<std::uint8_t>(37 * x), static_cast<std::uint8_t>(53 * y),
-            static_cast<std::uint8_t>(91 * (x + 2 * y))};
-}
-
-// The program with a photo for four sheets of 6 x 9 inches, 120 x 180 pixels each.
-struct Printing {
-    // printer: the one that was printed on last. paper: empty for the one of a new user.
-    explicit Printing(const std::string& printer, const std::string& paper = letterLine) {
-        const std::string name = "lake.bmp";
-        writeBitmap(stage.photos() / name, 240, 360, fineColour);
-        stage.store("printer", printer);
-        if (!paper.empty()) {
-            stage.store("paperRegLine", paper);
-        }
-        stage.start();
-        stage.pickPhoto(name);
-    }
-
-    void openByKey(const std::string& printer) {
-        user.key('P', wxMOD_CONTROL);
-        dialog.waitFor(printer);
-    }
-
-    Stage stage;
-    Driver& user = stage.user();
-    PrintDialog dialog{user};
-};
 
 std::string bytesOf(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -234,19 +200,32 @@ TEST(Printing, FromAndToAreTheNumbersOfTheSheets) {
     EXPECT_FALSE(job.has("page-ranges=2-3")) << "the document has these sheets alone";
 }
 
-TEST(Printing, CopiesAndPrinterAreRememberedWhileTheProgramRuns) {
-    Printing printing("office");
-    const std::size_t before = countPrinted("office");
+TEST(Printing, WhatWasChosenIsRememberedWhileTheProgramRunsAndThePrinterLonger) {
+    Printing printing("office", "");
+    const std::size_t before = countPrinted("photo");
     printing.openByKey("office");
+    printing.dialog.choosePrinterByMouse("photo");
     printing.dialog.chooseCopies("3");
+    printing.dialog.chooseDriverSetting("Thick stock");
     printing.dialog.printByKey();
-    EXPECT_TRUE(waitForPrinted(printing.user, "office", before).has("copies=3"));
-    printing.user.waitForWindow("frmMain");
-    printing.openByKey("office");
+    const PrintedJob first = waitForPrinted(printing.user, "photo", before);
+    EXPECT_TRUE(first.has("copies=3")) << first.options;
+    EXPECT_TRUE(first.has("Stock=Thick")) << first.options;
+
+    printing.openByKey("photo");
     EXPECT_EQ(printing.dialog.copies(), 3);
+    printing.dialog.printByKey();
+    const PrintedJob second = waitForPrinted(printing.user, "photo", before + 1);
+    EXPECT_TRUE(second.has("copies=3")) << second.options;
+    EXPECT_TRUE(second.has("Stock=Thick")) << second.options;
+
+    printing.stage.stop();
+    printing.start();
+    printing.openByKey("photo");
+    EXPECT_EQ(printing.dialog.copies(), 1);
     printing.dialog.cancelByKey();
     printing.dialog.waitUntilGone();
-    EXPECT_EQ(countPrinted("office"), before + 1);
+    EXPECT_EQ(countPrinted("photo"), before + 2);
 }
 
 TEST(Printing, APrinterThatStopsHalfWayIsSaidWithItsReason) {

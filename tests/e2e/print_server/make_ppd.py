@@ -41,6 +41,7 @@ def description(name, margin, words, papers):
     yield "*TTRasterizer: Type42"
     takes = "vnd.cups-pdf application/pdf" if "filtered" in words else "pdf application/vnd.cups-pdf"
     yield f'*cupsFilter2: "application/{takes} 0 -"'
+    yield '*cupsFilter2: "application/postscript application/postscript 0 -"'
     yield from choices("PageSize", "Paper", default, papers)
     yield from choices("PageRegion", "Paper", default, papers)
     yield f"*DefaultImageableArea: {default}"
@@ -68,6 +69,13 @@ def description(name, margin, words, papers):
     yield '*Duplex None/Off: "<</Duplex false>>setpagedevice"'
     yield '*Duplex DuplexNoTumble/Long Edge: "<</Duplex true>>setpagedevice"'
     yield "*CloseUI: *Duplex"
+    # What only this printer's driver knows.
+    yield "*OpenUI *Stock/Stock: PickOne"
+    yield "*OrderDependency: 30 AnySetup *Stock"
+    yield "*DefaultStock: Thin"
+    yield '*Stock Thin/Thin stock: ""'
+    yield '*Stock Thick/Thick stock: ""'
+    yield "*CloseUI: *Stock"
     yield "*DefaultFont: Courier"
 
 
