@@ -293,7 +293,8 @@ void expectRefusal(const std::string& printer, const std::string& happening,
     printing.dialog.printByKey();
     EXPECT_THAT(printing.user.waitForMessage(), HasSubstr("cannot print these sheets as they are"));
     said(happening + " " + printer);
-    printing.user.answerByMouse(Answer::yes);
+    printing.user.click("message",
+                        "Yes"); // the next message may be up before this one is seen gone
     printing.user.waitUntil("the refusal is said", [] {
         const wxWindow* text = Driver::widget("message", "text");
         return text != nullptr && text->GetLabel().StartsWith("The sheets could not be printed: ");
