@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 #include <lcms2.h>
@@ -105,6 +106,29 @@ TEST(EveryKind, OfAGridIsDecodedByRowsOfTiles) {
     }
     const Bytes single = seed("fuzz_avif", "plain");
     EXPECT_FALSE(reader(single)->streams());
+}
+
+// libheif would follow the references without an end.
+TEST(EveryKind, OfAGridThatHoldsAGridIsRefused) {
+    const auto behind = [](Bytes& bytes, std::string_view name) {
+        const auto found = std::search(bytes.begin(), bytes.end(), name.begin(), name.end());
+        EXPECT_NE(found, bytes.end()) << name;
+        return found + 4;
+    };
+    constexpr const char* refusal =
+        "Could not read \"picture\": its header is damaged or incomplete.";
+    for (const char* name : {"grid", "gridTurned"}) {
+        Bytes itself = seed("fuzz_heic", name);
+        const auto references = behind(itself, "dimg"); // from, how many, to; two bytes each
+        ASSERT_EQ(references[3], 4);
+        references[11] = references[1];
+        EXPECT_EQ(complaintOf(itself), refusal);
+
+        Bytes another = seed("fuzz_heic", name);
+        const std::string_view grid = "grid";
+        std::copy(grid.begin(), grid.end(), behind(another, "hvc1") - 4); // the first tile's kind
+        EXPECT_EQ(complaintOf(another), refusal);
+    }
 }
 
 // libheif would take memory by the one size and write by the other.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <initializer_list>
 #include <map>
 #include <span>
 #include <utility>
@@ -130,6 +131,8 @@ class Description {
     bool sizeAgrees(const HeifGrid& grid) const;
     bool takeTurn(HeifGrid& grid) const;
     bool takeTiles(HeifGrid& grid) const;
+    bool isNested() const;
+    bool isOfKind(std::uint32_t number, std::initializer_list<std::uint32_t> kinds) const;
     // Null when there is no such property; they count from 1.
     const Box* property(std::size_t index) const;
 
@@ -361,7 +364,31 @@ bool Description::takeTiles(HeifGrid& grid) const {
     return true;
 }
 
+bool Description::isOfKind(std::uint32_t number, std::initializer_list<std::uint32_t> kinds) const {
+    const auto item = items_.find(number);
+    return item != items_.end() &&
+           std::find(kinds.begin(), kinds.end(), item->second.kind) != kinds.end();
+}
+
+// Whether pictures are put together of such that are themselves put together, deeper than any
+// program writes them: an overlay or a copy of a grid is the most.
+bool Description::isNested() const {
+    return std::any_of(parts_.begin(), parts_.end(), [this](const auto& whole) {
+        const auto& [number, parts] = whole;
+        const bool isGrid = isOfKind(number, {kindOf("grid")});
+        const bool isOther = isOfKind(number, {kindOf("iovl"), kindOf("iden")});
+        return (isGrid || isOther) &&
+               std::any_of(parts.begin(), parts.end(), [&](std::uint32_t part) {
+                   return isOfKind(part, {kindOf("iovl"), kindOf("iden")}) ||
+                          (isGrid && isOfKind(part, {kindOf("grid")}));
+               });
+    });
+}
+
 std::optional<HeifGrid> Description::grid(ByteSource& source) const {
+    if (isNested()) {
+        throw Error("its header is damaged or incomplete");
+    }
     const auto primary = items_.find(primary_);
     HeifGrid grid;
     if (primary == items_.end() || primary->second.kind != kindOf("grid")) {

@@ -29,7 +29,8 @@ struct HeifGrid {
 // (mirrored, cut, with tiles that are turned themselves), or when the boxes are damaged: the
 // library decides then.
 // Throws Error with the bare reason when a grid's size is not the one that its properties say: the
-// library takes memory by the one and writes by the other.
+// library takes memory by the one and writes by the other. The same when pictures are put together
+// of each other, which the library would follow without an end.
 std::optional<HeifGrid> readHeifGrid(ByteSource& source);
 
 } // namespace veldara
