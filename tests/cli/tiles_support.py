@@ -67,13 +67,15 @@ class TilesTest(unittest.TestCase):
             stderr=subprocess.PIPE, env=self.environment, cwd=self.folder, timeout=300, **options)
 
     def run_on_small_disk(self, size, *arguments):
-        """Runs it with a disk of that many bytes on the folder "disk", in a namespace of its own,
-        which needs no root. Returns the result; what the disk held is then in the folder "kept"."""
+        """Runs it with a disk of that many bytes on the folder "disk", in a namespace of its own.
+        Who is not root becomes it there. Returns the result; what the disk held is then in the
+        folder "kept"."""
         os.makedirs(self.path("disk"), exist_ok=True)
         script = ('mount -t tmpfs -o size="$1" none disk || exit 99; shift; "$@"; status=$?; '
                   "cp -R disk kept || exit 99; exit $status")
-        result = self.run_tiles(*arguments, under=("unshare", "--user", "--map-root-user",
-                                                   "--mount", "sh", "-c", script, "sh", str(size)))
+        user = () if os.geteuid() == 0 else ("--user", "--map-root-user")
+        result = self.run_tiles(*arguments, under=("unshare", *user, "--mount", "sh", "-c", script,
+                                                   "sh", str(size)))
         self.assertNotEqual(result.returncode, 99, result.stderr)
         return result
 
