@@ -128,9 +128,11 @@ photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
   env "$@" "$program" "$pictures/Lake at sunrise.jpg" &
   started+=($!)
   xdotool windowactivate --sync "$(window "$main")"
+  xdotool mousemove "${size%x*}" "${size#*x}" # no tool tip comes up there
   sleep 2
   settle
-  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+s" "ctrl+shift+s" "alt+t p" "alt+p"; do
+  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+j" "alt+h a" "alt+s" "ctrl+shift+s" "alt+t p" "alt+p" \
+    "alt+s alt+s"; do
     # shellcheck disable=SC2086
     press $keys
     sleep 1
@@ -143,6 +145,7 @@ photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
   for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
   started=()
   wait 2>/dev/null || true
+  rm -rf "$pictures"/*_poster_images
 }
 
 main='Veldara v[0-9.]*'

@@ -41,7 +41,7 @@ AboutView::AboutView(frmAbout& model, wxWindow* parent) : DialogView(model, pare
 wxSizer* AboutView::makeWords(frmAbout& model) {
     const int row = dialog()->FromDIP(spacing::row);
     wxStaticText* title = bind().label(dialog(), model.lblTitle);
-    title->SetFont(title->GetFont().Bold().Scaled(1.5F));
+    makeHeading(*title, 1.5F);
     auto* link = new wxBoxSizer(wxHORIZONTAL);
     link->Add(bind().label(dialog(), model.lblDisclaimer),
               wxSizerFlags().CentreVertical().Border(wxRIGHT, row));

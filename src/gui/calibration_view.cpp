@@ -42,7 +42,7 @@ CalibrationView::CalibrationView(frmBtm& model, wxWindow* parent)
     contents->Add(new wxStaticLine(dialog()),
                   wxSizerFlags().Expand().Border(wxTOP | wxBOTTOM, gap));
     contents->Add(step2, wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(8)));
-    contents->Add(words, wxSizerFlags().Border(wxBOTTOM, gap));
+    contents->Add(words, wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(8)));
     contents->Add(profiles, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
     contents->Add(edges, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
     contents->Add(buttonRow(*dialog(), {close}), wxSizerFlags().Expand());
@@ -82,7 +82,7 @@ wxSizer* CalibrationView::makeProfiles() {
     wxButton* rename = bind().button(dialog(), model_.cmdRename, 'R');
     wxButton* remove = bind().button(dialog(), model_.cmdDel, 'D');
     sameWidth({add, rename, remove});
-    const int row = dialog()->FromDIP(spacing::row);
+    const int row = dialog()->FromDIP(spacing::close);
     auto* buttons = new wxBoxSizer(wxVERTICAL);
     buttons->Add(add, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     buttons->Add(rename, wxSizerFlags().Expand().Border(wxBOTTOM, row));
@@ -98,7 +98,7 @@ wxSizer* CalibrationView::makeProfiles() {
 
 wxSizer* CalibrationView::makeEdges() {
     wxFlexGridSizer* rows = labelledRows(*dialog(), 3);
-    rows->AddGrowableCol(2, 1);
+    rows->AddGrowableCol(2);
     const auto add = [&](Label& label, char letter, ComboBox& combo, Label& words) {
         rows->Add(bind().labelForNext(dialog(), label, letter), wxSizerFlags().CentreVertical());
         wxChoice* stripes = bind().choice(dialog(), combo);

@@ -33,7 +33,7 @@ wxFlexGridSizer* labelledRows(const wxWindow& window, int columns) {
     auto* rows =
         new wxFlexGridSizer(columns, window.FromDIP(spacing::row), window.FromDIP(spacing::column));
     for (int column = 1; column < columns; column += 2) {
-        rows->AddGrowableCol(static_cast<std::size_t>(column), 1);
+        rows->AddGrowableCol(static_cast<std::size_t>(column)); // each by the same length
     }
     return rows;
 }
@@ -48,14 +48,11 @@ void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets) {
     rows.Add(widgets, wxSizerFlags(1).Expand());
 }
 
-std::vector<wxWindow*> inSystemOrder(wxWindow* accepting, const std::vector<wxWindow*>& others) {
-    std::vector<wxWindow*> ordered = others;
-#ifdef __WXMSW__
-    ordered.insert(ordered.begin(), accepting);
-#else
-    ordered.push_back(accepting);
+std::vector<wxWindow*> inSystemOrder(std::vector<wxWindow*> buttons) {
+#ifndef __WXMSW__
+    std::reverse(buttons.begin(), buttons.end());
 #endif
-    return ordered;
+    return buttons;
 }
 
 wxSizer* buttonRow(const wxWindow& window, const std::vector<wxWindow*>& buttons) {
@@ -63,7 +60,7 @@ wxSizer* buttonRow(const wxWindow& window, const std::vector<wxWindow*>& buttons
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->AddStretchSpacer();
     wxWindow* before = nullptr;
-    for (wxWindow* button : inSystemOrder(buttons.front(), {buttons.begin() + 1, buttons.end()})) {
+    for (wxWindow* button : inSystemOrder(buttons)) {
         row->Add(button, wxSizerFlags().Border(
                              wxLEFT, before == nullptr ? 0 : window.FromDIP(spacing::row)));
         if (before != nullptr) {
@@ -96,6 +93,17 @@ void sameWidth(const std::vector<wxWindow*>& widgets) {
     }
     for (wxWindow* widget : widgets) {
         widget->SetMinSize(wxSize(widest, widget->GetMinSize().y));
+    }
+}
+
+void makeNarrow(const std::vector<wxButton*>& buttons) {
+    int widest = 0;
+    for (const wxButton* button : buttons) {
+        const int words = button->GetTextExtent(button->GetLabelText()).x;
+        widest = std::max(widest, words + button->FromDIP(28));
+    }
+    for (wxButton* button : buttons) {
+        button->SetMinSize(wxSize(widest, button->GetBestSize().y));
     }
 }
 
@@ -147,9 +155,13 @@ double displayScale(const wxWindow& window) {
     return window.FromDIP(100) / 100.0 * pixelsPerUnit(window);
 }
 
-void makeHeading(wxWindow& label) {
-    label.SetFont(label.GetFont().Bold());
+// On Linux a label tells the size of its text in the new font only after it has come up.
+void makeHeading(wxStaticText& label, float scale) {
+    label.SetFont(label.GetFont().Bold().Scaled(scale));
     label.InvalidateBestSize();
+    wxSize size = label.GetTextExtent(label.GetLabelText());
+    size.IncTo(label.GetMinSize());
+    label.SetMinSize(size);
 }
 
 } // namespace veldara

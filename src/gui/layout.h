@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include <wx/button.h>
 #include <wx/sizer.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
@@ -41,9 +42,9 @@ wxFlexGridSizer* labelledRows(const wxWindow& window, int columns = 2);
 void addRow(wxFlexGridSizer& rows, wxWindow* label, wxWindow* widget);
 void addRow(wxFlexGridSizer& rows, wxWindow* label, wxSizer* widgets);
 
-// Buttons in the system's own order: the one that accepts is the first on Windows and the last on
-// other desktops.
-std::vector<wxWindow*> inSystemOrder(wxWindow* accepting, const std::vector<wxWindow*>& others);
+// Buttons, the one that accepts first, in the system's own order: this one on Windows, the other
+// way round on other desktops.
+std::vector<wxWindow*> inSystemOrder(std::vector<wxWindow*> buttons);
 
 // Buttons in a row at the right-hand end, in that order and with Tab going through them so, all of
 // them as wide as the widest. The first of them is the one that accepts.
@@ -58,6 +59,10 @@ void setFieldLength(wxWindow& field, int units);
 
 // Gives the widgets the width of the widest.
 void sameWidth(const std::vector<wxWindow*>& widgets);
+
+// Makes buttons as narrow as their words allow, all of one width: a desktop gives each button the
+// room of a long word.
+void makeNarrow(const std::vector<wxButton*>& buttons);
 
 // Adds the contents with the distance from the window's edge and makes them the window's sizer.
 void setContents(wxWindow& window, wxSizer* contents);
@@ -77,7 +82,7 @@ double pixelsPerUnit(const wxWindow& window);
 // How many pixels of the screen a length of one pixel at 100% is.
 double displayScale(const wxWindow& window);
 
-// The heading of a step: the window's font, bold.
-void makeHeading(wxWindow& label);
+// A heading: the window's font, bold, and so much larger.
+void makeHeading(wxStaticText& label, float scale = 1);
 
 } // namespace veldara

@@ -28,6 +28,8 @@ namespace {
 constexpr int browserWidth = 236; // at the first start
 constexpr int narrowestBrowser = 200;
 constexpr int arrowPadSide = 76;
+constexpr int frameBorders = 12; // of a window, left and right
+constexpr int frameHeads = 64;   // title, menus and the lower border
 
 std::vector<ScreenRect> usableScreens() {
     std::vector<ScreenRect> screens;
@@ -51,6 +53,7 @@ class MainView : public View {
     wxSizer* makePrintInfo();
     wxSizer* makeTiles();
     wxSizer* makeFigures();
+    void fitFigures();
     wxSizer* makePreviewBar();
     wxSizer* makePlacement();
     wxSizer* makeZoomRow(wxWindow* box);
@@ -59,6 +62,7 @@ class MainView : public View {
     void zoomByWheel();
     wxSizer* makeSaveRow();
     void split(wxSizer* browser, wxSizer* work);
+    void keepRoomForBothSides();
     void fitSplitter();
     void setFirstSize();
     void bindShortcuts();
@@ -72,6 +76,7 @@ class MainView : public View {
     wxSplitterWindow* splitter_;
     wxPanel* browser_;
     wxPanel* panel_; // of everything right of the splitter
+    wxFlexGridSizer* figures_ = nullptr;
     PictureBox* photo_ = nullptr;
     FolderWatch folderWatch_;
     WindowPlace place_; // as the user left it
@@ -90,7 +95,7 @@ MainView::MainView(frmMain& model, wxWindow* parent)
     wxSizer* printInfo = makePrintInfo();
     wxSizer* tiles = makeTiles();
     wxSizer* previewBar = makePreviewBar();
-    photo_ = bind().picture(panel_, model_.picCur, panel_->FromDIP(wxSize(240, 160)),
+    photo_ = bind().picture(panel_, model_.picCur, panel_->FromDIP(wxSize(240, 120)),
                             PictureBox::Keyboard::taken, PictureBox::Ground::mat);
     photo_->dimOutside(model_.mnuDimOutside.checked());
     panByKeys(photo_);
@@ -122,6 +127,7 @@ MainView::MainView(frmMain& model, wxWindow* parent)
     rows->Add(new wxStaticLine(all_), wxSizerFlags().Expand().Border(wxBOTTOM, row));
     rows->Add(save, wxSizerFlags().Expand());
     setContents(*all_, rows);
+    fitFigures();
 
     for (Timer* timer : model_.timers()) {
         bind().timer(*timer);
@@ -187,12 +193,11 @@ wxSizer* MainView::makeBrowser() {
     bind().mnemonic('y', *filter);
     bind().mnemonic('c', *files);
     drive->SetMinSize(wxSize(browser_->FromDIP(narrowestBrowser), -1));
-    filter->SetMinSize(wxSize(browser_->FromDIP(narrowestBrowser), -1));
 
     const int row = browser_->FromDIP(spacing::row);
     auto* places = new wxBoxSizer(wxHORIZONTAL);
-    places->Add(desktop, wxSizerFlags(1).Border(wxRIGHT, row));
-    places->Add(documents, wxSizerFlags(1));
+    places->Add(desktop, wxSizerFlags(2).Border(wxRIGHT, row));
+    places->Add(documents, wxSizerFlags(3)); // the longer word
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(heading, wxSizerFlags().Expand().Border(wxBOTTOM, browser_->FromDIP(8)));
     column->Add(places, wxSizerFlags().Expand().Border(wxBOTTOM, row));
@@ -221,11 +226,12 @@ wxSizer* MainView::makePrintInfo() {
     addValueRow(*rows, box, model_.lblTileSizeCaption, model_.lblTileSize, paperSample);
     addValueRow(*rows, box, model_.lblUnitsCaption, model_.lblUnits, paperSample);
     wxButton* editPaper = bind().button(box, model_.cmdEditPaperSize, 'E');
-    wxCheckBox* clips = bind().checkBox(box, model_.chkPrinterClips, 'A');
+    wxCheckBox* clips = bind().checkBox(box, model_.chkPrinterClips, 'j');
     wxChoice* profile = bind().choice(box, model_.cmbCurBtm);
     bind().mnemonic('u', *profile);
     profile->SetMinSize(wxSize(panel_->FromDIP(140), -1));
     wxButton* editProfiles = bind().button(box, model_.cmdConfig, 'i');
+    makeNarrow({editPaper, editProfiles});
 
     const int row = panel_->FromDIP(spacing::row);
     auto* paper = new wxBoxSizer(wxHORIZONTAL);
@@ -247,7 +253,7 @@ wxSizer* MainView::makePrintInfo() {
 }
 
 wxSizer* MainView::makeTiles() {
-    wxStaticText* heading = bind().label(panel_, model_.lblStep3, 'j');
+    wxStaticText* heading = bind().label(panel_, model_.lblStep3);
     makeHeading(*heading);
     const GroupSizer group(bind().frame(panel_, model_.fraNumberTiles), wxVERTICAL);
     wxStaticBox* box = group.box();
@@ -255,7 +261,6 @@ wxSizer* MainView::makeTiles() {
     wxChoice* wide = bind().choice(box, model_.cmbTilesWide);
     wxStaticText* highLabel = bind().labelForNext(box, model_.lblTilesHigh, 'g');
     wxChoice* high = bind().choice(box, model_.cmbTilesHigh);
-    bind().mnemonic('j', *wide);
     wxCheckBox* lock = bind().checkBox(box, model_.chkLockWh, 'L');
     wxCheckBox* turn = bind().checkBox(box, model_.chkRotateTiles, 'R');
     sameWidth({wide, high});
@@ -279,13 +284,25 @@ wxSizer* MainView::makeTiles() {
 wxSizer* MainView::makeFigures() {
     const GroupSizer group(bind().frame(panel_, model_.fraPosterSize), wxVERTICAL);
     wxStaticBox* box = group.box();
-    wxFlexGridSizer* rows = labelledRows(*panel_, 4);
-    addValueRow(*rows, box, model_.lblFinalSizeCaption, model_.lblFinalSize, "00 x 00 inches");
-    addValueRow(*rows, box, model_.lblResolutionCaption, model_.lblResolution, "0000.0 dpi");
-    addValueRow(*rows, box, model_.lblMPixCaption, model_.lblMPixVal, "0000.00");
-    addValueRow(*rows, box, model_.lblQualityCaption, model_.lblQuality, "Excellent");
-    group.inner()->Add(rows, wxSizerFlags().Expand());
+    figures_ = labelledRows(*panel_, 4);
+    addValueRow(*figures_, box, model_.lblFinalSizeCaption, model_.lblFinalSize,
+                "000 x 000 inches");
+    addValueRow(*figures_, box, model_.lblResolutionCaption, model_.lblResolution, "0000.0 dpi");
+    addValueRow(*figures_, box, model_.lblMPixCaption, model_.lblMPixVal, "0000.00");
+    addValueRow(*figures_, box, model_.lblQualityCaption, model_.lblQuality,
+                "Fair from a distance");
+    group.inner()->Add(figures_, wxSizerFlags().Expand());
     return group.outer();
+}
+
+// Two beside each other where the screen is wide enough for the window then; with large text on a
+// small screen all stand below each other.
+void MainView::fitFigures() {
+    const int room = wxDisplay(&native()).GetClientArea().width - native().FromDIP(frameBorders);
+    if (all_->GetSizer()->GetMinSize().x > room) {
+        figures_->SetCols(2);
+        keepRoomForBothSides();
+    }
 }
 
 wxSizer* MainView::makePreviewBar() {
@@ -307,13 +324,13 @@ wxSizer* MainView::makePlacement() {
     wxStaticBox* box = group.box();
     wxSizer* zoom = makeZoomRow(box);
     PictureBox* pad = makeArrowPad(box);
-    bind().mnemonic('n', *photo_);
+    bind().mnemonic('a', *photo_);
     wxFlexGridSizer* labels = labelledRows(*panel_);
     const auto add = [&](Label& caption, char letter, Label& value, const char* sample) {
         wxStaticText* label = bind().label(box, caption, letter);
         addRow(*labels, label, bind().liveLabel(box, caption, value, sample));
     };
-    add(model_.lblLrCaption, 'n', model_.lblLrValue, "(right 100%)");
+    add(model_.lblLrCaption, 'a', model_.lblLrValue, "(right 100%)");
     add(model_.lblTbCaption, 0, model_.lblTbValue, "(full height)");
     auto* rows = new wxBoxSizer(wxVERTICAL);
     rows->Add(zoom, wxSizerFlags().Expand().Border(wxBOTTOM, panel_->FromDIP(spacing::close)));
@@ -378,7 +395,7 @@ wxSizer* MainView::makeSaveRow() {
     wxStaticText* heading = bind().label(all_, model_.lblStep4);
     makeHeading(*heading);
     wxButton* save = bind().button(all_, model_.cmdSaveNow, 'S');
-    wxButton* sheets = bind().button(all_, model_.cmdSheets, 0);
+    wxButton* sheets = bind().button(all_, model_.cmdSheets, 'n');
     wxButton* quit = bind().button(all_, model_.cmdQuit, 'x');
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(quit, wxSizerFlags().CentreVertical().Border(wxRIGHT, all_->FromDIP(spacing::row)));
@@ -414,10 +431,7 @@ void MainView::split(wxSizer* browser, wxSizer* work) {
     auto* right = new wxBoxSizer(wxVERTICAL);
     right->Add(work, wxSizerFlags(1).Expand().Border(wxLEFT, edge));
     panel_->SetSizer(right);
-    splitter_->SetMinimumPaneSize(browser_->GetBestSize().x);
-    splitter_->SetMinSize(
-        wxSize(browser_->GetBestSize().x + panel_->GetBestSize().x + splitter_->GetSashSize(),
-               std::max(browser_->GetBestSize().y, panel_->GetBestSize().y)));
+    keepRoomForBothSides();
     splitter_->SetSashGravity(0);
     splitter_->SplitVertically(browser_, panel_, browser_->FromDIP(browserWidth));
     splitter_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -432,6 +446,15 @@ void MainView::split(wxSizer* browser, wxSizer* work) {
             std::max(browser_->GetBestSize().x, std::min(event.GetSashPosition(), most)));
         place_.splitter = event.GetSashPosition();
     });
+}
+
+void MainView::keepRoomForBothSides() {
+    panel_->InvalidateBestSize();
+    const wxSize left = browser_->GetBestSize();
+    const wxSize right = panel_->GetBestSize();
+    splitter_->SetMinimumPaneSize(left.x);
+    splitter_->SetMinSize(
+        wxSize(left.x + right.x + splitter_->GetSashSize(), std::max(left.y, right.y)));
 }
 
 // The right part keeps the width that its contents need, as long as the left one can give it.
@@ -462,8 +485,10 @@ void MainView::setFirstSize() {
         const wxSize wanted = frame.FromDIP(wxSize(1180, 780));
         const wxSize size(std::min(wanted.x, room.width * 95 / 100),
                           std::min(wanted.y, room.height * 92 / 100));
-        const wxSize contents =
-            all_->GetSizer()->GetMinSize() + frame.GetSize() - frame.GetClientSize();
+        // Some systems tell what surrounds the contents only when the window is there.
+        wxSize around = frame.GetSize() - frame.GetClientSize();
+        around.IncTo(frame.FromDIP(wxSize(frameBorders, frameHeads)));
+        const wxSize contents = all_->GetSizer()->GetMinSize() + around;
         place_.normal.width = std::min(std::max(size.x, contents.x), room.width);
         place_.normal.height = std::min(std::max(size.y, contents.y), room.height);
         place_.normal.left = room.x + (room.width - place_.normal.width) / 2;

@@ -68,6 +68,7 @@ wxSizer* PaperView::makePaper() {
     const GroupSizer group(bind().frame(dialog(), model_.fraPaperSize), wxVERTICAL);
     wxListBox* papers = bind().listBox(group.box(), model_.lstPaperSize,
                                        dialog()->FromDIP(wxSize(paperListWidth, paperListHeight)));
+    bind().mnemonic('P', *papers);
     papers->SetFocus();
     group.inner()->Add(
         papers, wxSizerFlags(1).Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::group)));

@@ -8,8 +8,8 @@ namespace veldara {
 
 namespace {
 
-constexpr int lengthWidth = 90;
-constexpr int listWidth = 560;
+constexpr int lengthWidth = 70;
+constexpr int listWidth = 516;
 constexpr int listHeight = 160;
 constexpr int galleryHeight = 230;
 constexpr int roomWidth = 250;
@@ -71,7 +71,9 @@ wxSizer* PosterSizeView::makeWish() {
                        wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::row)));
     group.inner()->Add(bind().option(box, model_.opbQuality, 'l', false),
                        wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
-    group.inner()->Add(bind().choice(box, model_.cmbQuality), wxSizerFlags().Expand());
+    wxChoice* quality = bind().choice(box, model_.cmbQuality);
+    bind().mnemonic('q', *quality);
+    group.inner()->Add(quality, wxSizerFlags().Expand());
     return group.outer();
 }
 
@@ -100,9 +102,11 @@ wxSizer* PosterSizeView::makeChoices() {
     const GroupSizer group(bind().frame(dialog(), model_.fraChoices), wxVERTICAL);
     wxStaticBox* box = group.box();
     const int row = dialog()->FromDIP(spacing::row);
-    group.inner()->Add(
-        bind().listBox(box, model_.lstChoices, dialog()->FromDIP(wxSize(listWidth, listHeight))),
-        wxSizerFlags().Expand().Border(wxBOTTOM, row));
+    wxListBox* list =
+        bind().listBox(box, model_.lstChoices,
+                       wxSize(textLength(*dialog(), listWidth), textLength(*dialog(), listHeight)));
+    bind().mnemonic('b', *list);
+    group.inner()->Add(list, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     group.inner()->Add(bind().picture(box, model_.picChoices,
                                       dialog()->FromDIP(wxSize(listWidth, galleryHeight)),
                                       PictureBox::Keyboard::ignored, PictureBox::Ground::window),

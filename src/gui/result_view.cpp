@@ -21,7 +21,7 @@ ResultView::ResultView(frmSimpleMsg& model, wxWindow* parent) : DialogView(model
         bind().picture(dialog(), model.imgCheck, dialog()->FromDIP(wxSize(checkSide, checkSide)),
                        PictureBox::Keyboard::ignored, PictureBox::Ground::window);
     wxStaticText* title = bind().label(dialog(), model.lblTitle);
-    title->SetFont(title->GetFont().Bold().Scaled(1.25F));
+    makeHeading(*title, 1.25F);
     wxStaticText* message = bind().label(dialog(), model.lblMsg);
     wrapText(*message, textWidth);
     LinkText* folder = bind().link(dialog(), model.lnkFol, linkWidth);

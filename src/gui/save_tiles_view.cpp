@@ -54,7 +54,7 @@ wxSizer* SaveTilesView::makeSaveInfo() {
     wxSizer* names = makeNames(group.box());
     wxSizer* type = makeFileType(group.box());
     auto* right = new wxBoxSizer(wxVERTICAL);
-    right->Add(names, wxSizerFlags().Expand());
+    right->Add(names, wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::group)));
     right->AddStretchSpacer();
     right->Add(type, wxSizerFlags().Expand());
     group.inner()->Add(
@@ -65,6 +65,7 @@ wxSizer* SaveTilesView::makeSaveInfo() {
 
 wxSizer* SaveTilesView::makeLocation(wxWindow* box) {
     wxChoice* drive = bind().driveList(box, model_.drvTile);
+    bind().mnemonic('D', *drive);
     wxStaticText* label = bind().labelForNext(box, model_.lblLocation, 'L');
     FolderListBox* folders = bind().folderList(
         box, model_.dirTile, dialog()->FromDIP(wxSize(fieldWidth, folderListHeight)));

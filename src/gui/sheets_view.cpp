@@ -13,7 +13,8 @@ namespace {
 
 constexpr int sheetWidth = 380;
 constexpr int sheetHeight = 440;
-constexpr int posterSide = 280;
+constexpr int posterWidth = 280;
+constexpr int posterHeight = 165;
 constexpr int noteWidth = 270;
 constexpr int noteLines = 5;
 constexpr int fieldWidth = 90;
@@ -72,7 +73,7 @@ wxSizer* SheetsView::makeSheet() {
     row->Add(next, wxSizerFlags().CentreVertical());
     PictureBox* sheet = bind().picture(dialog(), model_.picSheet,
                                        dialog()->FromDIP(wxSize(sheetWidth, sheetHeight)),
-                                       PictureBox::Keyboard::ignored, PictureBox::Ground::window);
+                                       PictureBox::Keyboard::ignored, PictureBox::Ground::mat);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, dialog()->FromDIP(spacing::row)));
     column->Add(sheet, wxSizerFlags(1).Expand());
@@ -82,8 +83,8 @@ wxSizer* SheetsView::makeSheet() {
 wxSizer* SheetsView::makePoster() {
     wxStaticText* label = bind().label(dialog(), model_.lblPoster);
     PictureBox* poster = bind().picture(dialog(), model_.picPoster,
-                                        dialog()->FromDIP(wxSize(posterSide, posterSide * 2 / 3)),
-                                        PictureBox::Keyboard::ignored, PictureBox::Ground::window);
+                                        dialog()->FromDIP(wxSize(posterWidth, posterHeight)),
+                                        PictureBox::Keyboard::ignored, PictureBox::Ground::mat);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, dialog()->FromDIP(spacing::close)));
     column->Add(poster, wxSizerFlags(1).Expand());

@@ -239,6 +239,11 @@ void Driver::rightClick(const std::string& windowName, const std::string& name) 
     waitForList(true);
 }
 
+void Driver::pointAt(const std::string& windowName, const std::string& name, wxPoint inWidget) {
+    hands_.moveTo(screenPoint(windowName, name, inWidget));
+    settle();
+}
+
 void Driver::drag(const std::string& windowName, const std::string& name, wxPoint from,
                   wxPoint to) {
     dragScreen(screenPoint(windowName, name, from), screenPoint(windowName, name, to));

@@ -70,6 +70,7 @@ class Driver {
     void clickAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void doubleClickAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void rightClick(const std::string& window, const std::string& name);
+    void pointAt(const std::string& window, const std::string& name, wxPoint inWidget);
     void drag(const std::string& window, const std::string& name, wxPoint from, wxPoint to);
     // From one place of the screen to another, in its pixels.
     void dragScreen(wxPoint start, wxPoint end);
@@ -106,12 +107,17 @@ class Driver {
 
     // Message boxes and the input box
     std::string waitForMessage(); // the text of the box that is up
+    std::string messageTitle();
+    MessageIcon messageIcon(); // by what is seen; none where no icon is
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
 
     // The text on the clipboard, and the name of the mouse pointer as the display shows it.
     std::string clipboard();
     std::string pointerName() const { return hands_.pointerName(); }
+
+    // The tool tip that is on the screen; empty: there is none.
+    std::string shownToolTip();
 
     // A dialog of the system's, which the toolkit cannot be asked about: waits until one with that
     // title has the keyboard.

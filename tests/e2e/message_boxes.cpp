@@ -4,8 +4,12 @@
 #ifndef __WXMSW__
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
-#include <wx/defs.h>
+#include <wx/artprov.h>
+#include <wx/image.h>
+#include <wx/statbmp.h>
 
 namespace veldara::test {
 
@@ -25,6 +29,31 @@ std::string buttonName(Answer answer) {
     return "OK";
 }
 
+bool samePixels(const wxBitmap& one, const wxBitmap& other) {
+    if (!one.IsOk() || !other.IsOk() || one.GetSize() != other.GetSize()) {
+        return false;
+    }
+    const wxImage first = one.ConvertToImage();
+    const wxImage second = other.ConvertToImage();
+    return std::memcmp(first.GetData(), second.GetData(),
+                       static_cast<std::size_t>(first.GetWidth()) *
+                           static_cast<std::size_t>(first.GetHeight()) * 3) == 0;
+}
+
+// Which of the desktop's own pictures that is.
+MessageIcon iconOf(const wxBitmap& picture) {
+    const std::pair<wxArtID, MessageIcon> known[] = {{wxART_ERROR, MessageIcon::critical},
+                                                     {wxART_QUESTION, MessageIcon::question},
+                                                     {wxART_WARNING, MessageIcon::exclamation},
+                                                     {wxART_INFORMATION, MessageIcon::information}};
+    for (const auto& [art, icon] : known) {
+        if (samePixels(picture, wxArtProvider::GetBitmap(art, wxART_MESSAGE_BOX))) {
+            return icon;
+        }
+    }
+    throw DriverError("The message box has a picture that is none of the desktop's.");
+}
+
 } // namespace
 
 std::string Driver::waitForMessage() {
@@ -32,6 +61,22 @@ std::string Driver::waitForMessage() {
     std::string words = text("message", "text");
     std::replace(words.begin(), words.end(), '\n', ' '); // it is wrapped at blanks
     return words;
+}
+
+std::string Driver::messageTitle() {
+    return title("message");
+}
+
+MessageIcon Driver::messageIcon() {
+    return onWindowThread([] {
+        for (const wxWindow* part : window("message")->GetChildren()) {
+            if (const auto* picture = dynamic_cast<const wxStaticBitmap*>(part)) {
+                return picture->IsShownOnScreen() ? iconOf(picture->GetBitmap())
+                                                  : MessageIcon::none;
+            }
+        }
+        return MessageIcon::none;
+    });
 }
 
 void Driver::answerByMouse(Answer answer) {

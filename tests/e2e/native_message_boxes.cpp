@@ -5,6 +5,8 @@
 
 #include "gui/native_text.h"
 
+#include <utility>
+
 #include <wx/msw/wrapwin.h>
 
 namespace veldara::test {
@@ -48,6 +50,27 @@ wxString textOf(HWND box) {
     return text;
 }
 
+MessageIcon iconOf(HWND box) {
+    const std::pair<LPWSTR, MessageIcon> known[] = {{IDI_ERROR, MessageIcon::critical},
+                                                    {IDI_QUESTION, MessageIcon::question},
+                                                    {IDI_WARNING, MessageIcon::exclamation},
+                                                    {IDI_INFORMATION, MessageIcon::information}};
+    HWND part = nullptr;
+    while ((part = FindWindowExW(box, part, L"Static", nullptr)) != nullptr) {
+        const auto picture = reinterpret_cast<HICON>(SendMessageW(part, STM_GETICON, 0, 0));
+        if (picture == nullptr || IsWindowVisible(part) == 0) {
+            continue;
+        }
+        for (const auto& [identifier, icon] : known) {
+            if (picture == LoadIconW(nullptr, identifier)) {
+                return icon;
+            }
+        }
+        throw DriverError("The message box has a picture that is none of the system's.");
+    }
+    return MessageIcon::none;
+}
+
 int buttonOf(Answer answer) {
     switch (answer) {
     case Answer::yes:
@@ -85,6 +108,16 @@ std::string Driver::waitForMessage() {
     waitForBox(true);
     settle();
     return portableText(textOf(messageBox()));
+}
+
+std::string Driver::messageTitle() {
+    wchar_t title[256] = {};
+    GetWindowTextW(messageBox(), title, 256);
+    return portableText(wxString(title));
+}
+
+MessageIcon Driver::messageIcon() {
+    return iconOf(messageBox());
 }
 
 void Driver::answerByMouse(Answer answer) {

@@ -39,18 +39,23 @@ class SmallScreen : public testing::Test {
     }
 
     // Opens a dialog and works its last button with the keyboard; Escape closes it another time.
-    void visit(const std::string& window, int letter, const std::string& button) {
-        user.key(letter, wxMOD_ALT);
+    void visit(const std::string& window, const std::function<void()>& open,
+               const std::string& button) {
+        open();
         user.waitForWindow(window);
         tabTo(window, button);
         user.key(WXK_SPACE);
         user.waitForWindowToGo(window);
         user.waitForWindow("frmMain");
-        user.key(letter, wxMOD_ALT);
+        open();
         user.waitForWindow(window);
         user.key(WXK_ESCAPE);
         user.waitForWindowToGo(window);
         user.waitForWindow("frmMain");
+    }
+
+    std::function<void()> byLetter(int letter) {
+        return [this, letter] { user.key(letter, wxMOD_ALT); };
     }
 
     Stage stage;
@@ -64,15 +69,25 @@ TEST_F(SmallScreen, EveryButtonOfTheMainWindowIsReached) {
 }
 
 TEST_F(SmallScreen, ThePaperDialogIsWorked) {
-    visit("frmTileSize", 'E', "cmdCancel");
+    visit("frmTileSize", byLetter('E'), "cmdCancel");
 }
 
 TEST_F(SmallScreen, TheCalibrationDialogIsWorked) {
-    visit("frmBtm", 'I', "cmdOk");
+    visit("frmBtm", byLetter('I'), "cmdOk");
 }
 
 TEST_F(SmallScreen, TheSaveDialogIsWorked) {
-    visit("frmSaveTiles", 'S', "cmdClose");
+    visit("frmSaveTiles", byLetter('S'), "cmdClose");
+}
+
+TEST_F(SmallScreen, TheSheetsWindowIsWorked) {
+    visit(
+        "frmSheets", [this] { user.key('S', wxMOD_CONTROL | wxMOD_SHIFT); }, "cmdClose");
+}
+
+TEST_F(SmallScreen, ThePosterSizeDialogIsWorked) {
+    visit(
+        "frmPosterSize", [this] { user.clickMenu("frmMain", 1, 2); }, "cmdCancel");
 }
 
 } // namespace
