@@ -1,6 +1,7 @@
 #include "gui/bindings.h"
 
 #include "gui/accessibility.h"
+#include "gui/first_show.h"
 #include "gui/inner_container.h"
 #include "gui/layout.h"
 #include "gui/native_text.h"
@@ -130,7 +131,7 @@ void Bindings::window(Window& model) {
         } else if (property == Property::pointer) {
             applyPointer(model.pointer());
         } else if (property == Property::focus) {
-            window_.Raise();
+            bringToFront(window_);
             // On Windows the frame itself would take the keyboard from the control that has it.
             wxWindow* const focused = wxWindow::FindFocus();
             if (focused == nullptr || !window_.IsDescendant(focused)) {
