@@ -1,5 +1,6 @@
 #include "gui/wx_dialogs.h"
 
+#include "gui/accessibility.h"
 #include "gui/drawings.h"
 #include "gui/layout.h"
 #include "gui/message_dialog.h"
@@ -129,6 +130,9 @@ std::string WxDialogs::askText(const std::string& prompt, const std::string& tit
     for (wxWindow* child : dialog.GetChildren()) {
         if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
             setFieldLength(*field, inputLength);
+            wxString words = nativeText(prompt);
+            words.EndsWith(":", &words);
+            setAccessibleName(*field, words);
             field->Bind(wxEVT_TEXT, [field](wxCommandEvent& event) {
                 enteredLine(*field);
                 event.Skip();

@@ -39,11 +39,24 @@ class Window:
     controls: list = field(default_factory=list)  # (role, name) in the order of the tree
     close: str = ""  # the keys that close it
     holds: str = ""  # the name of one of its controls, where titles are not enough
+    says: str = ""  # the beginning of a text that must be there to be read
+    inside: list = field(default_factory=list)  # windows that are opened from it
     then: list = field(default_factory=list)  # windows that come up when it has been closed so
 
 
 MARGINS = [(role, f"{edge} Margin") for edge in ("Top", "Right", "Bottom", "Left")
            for role in ("combo box", "text")]
+SAVE_CONTROLS = [
+    ("combo box", "Drive"),
+    ("tree table", "New Folder  Location"),
+    ("text", "New Folder Name"),
+    ("text", "Base Filename"),
+    ("radio button", "Bitmap (.bmp)"),
+    ("radio button", "Tiff (.tif)"),
+    ("radio button", "JPEG (.jpg)"),
+    ("push button", "Save Images Now"),
+    ("push button", "Close"),
+]
 WINDOWS = [
     Window(MAIN, controls=[
         ("push button", "Desktop"),
@@ -97,26 +110,30 @@ WINDOWS = [
         ("combo box", "Bottom Edge"),
         ("combo box", "Left Edge"),
         ("push button", "Close"),
+    ], inside=[
+        Window("New Configuration", "alt+n", close="Escape", says="Enter", controls=[
+            ("text", "Enter name for new configuration"),
+            ("push button", "OK"),
+            ("push button", "Cancel"),
+        ]),
     ]),
-    Window("Edge Calibration Introduction", "alt+a", close="Return", controls=[("push button", "OK")]),
+    Window("Edge Calibration Introduction", "alt+j", close="Return", says="This option compensates",
+           controls=[("push button", "OK")]),
     # Where the desktop has no program that shows the system's facts, there is no button for it.
     Window("Veldara", "alt+h a", close="Escape", holds=f"Version {VERSION}", controls=[
         ("push button", "OK"),
     ]),
-    Window("Save Image Tiles", "alt+s", close="alt+s", controls=[
-        ("combo box", "Drive"),
-        ("tree table", "New Folder  Location"),
-        ("text", "New Folder Name"),
-        ("text", "Base Filename"),
-        ("radio button", "Bitmap (.bmp)"),
-        ("radio button", "Tiff (.tif)"),
-        ("radio button", "JPEG (.jpg)"),
-        ("push button", "Save Images Now"),
-        ("push button", "Close"),
-    ], then=[
-        Window("Veldara", holds="OK", close="Escape", controls=[
+    Window("Save Image Tiles", "alt+s", close="alt+s", controls=SAVE_CONTROLS, then=[
+        Window("Veldara", holds="OK", close="Escape", says="Images Saved Successfully", controls=[
             ("link", "~/Pictures/lake_poster_images"),
             ("push button", "OK"),
+        ]),
+    ]),
+    Window("Save Image Tiles", "alt+s", close="alt+s", controls=SAVE_CONTROLS, then=[
+        Window("Folder Exists", close="alt+n", says="The folder", controls=[
+            ("push button", "Yes"),
+            ("push button", "No"),
+            ("push button", "Cancel"),
         ]),
     ]),
     Window("Choose by Poster Size", "alt+t p", close="Escape", controls=[
@@ -278,13 +295,18 @@ def check(program, expected):
     elif found != expected.controls:
         faults.append(f"found {found}")
         faults.append(f"      expected {expected.controls}")
+    texts = [" ".join(node.get_name().split()) for node in everything(root)]  # without line breaks
+    if expected.says and not any(text.startswith(expected.says) for text in texts):
+        faults.append(f'there is no text "{expected.says}..."')
     return [f"{expected.title}: {fault}" for fault in faults]
 
 
-def visit(program, expected):
+def visit(program, expected, opener=MAIN):
     if expected.open:
-        press(program, MAIN, expected.open)
+        press(program, opener, expected.open)
     faults = check(program, expected)
+    for inner in expected.inside:
+        faults += visit(program, inner, expected.title)
     if expected.close:
         press(program, expected.title, expected.close)
     for later in expected.then:
@@ -317,14 +339,17 @@ def check_announcements(program, listener):
     return faults
 
 
+def wait_for_photo(program):
+    root = wait_for("the main window is up", lambda: window(program, MAIN))
+    wait_for("the photo is loaded", lambda: [n for n in everything(root) if n.get_name().startswith("lake.jpg, ")])
+
+
 def main():
     listener = Listener()
     program = Program(PROGRAM, PHOTO)
     try:
         faults = []
-        root = wait_for("the main window is up", lambda: window(program, MAIN))
-        wait_for("the photo is loaded",
-                 lambda: [n for n in everything(root) if n.get_name().startswith("lake.jpg, ")])
+        wait_for_photo(program)
         wait_for("the photo is announced",
                  lambda: ("announced", "lake.jpg, 4608 x 3072 pixels") in listener.heard)
         check_announcements(program, listener)
