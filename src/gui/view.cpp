@@ -21,6 +21,9 @@ View::View(Window& model, wxTopLevelWindow* native) : native_(native), bindings_
 
 View::~View() {
     retire();
+    // It goes at the next idle moment; what the desktop says to it until then (that it was moved)
+    // would reach handlers of a view that is no more.
+    native_->SetEvtHandlerEnabled(false);
     native_->Destroy();
 }
 
