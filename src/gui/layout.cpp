@@ -100,7 +100,7 @@ void makeNarrow(const std::vector<wxButton*>& buttons) {
     int widest = 0;
     for (const wxButton* button : buttons) {
         const int words = button->GetTextExtent(button->GetLabelText()).x;
-        widest = std::max(widest, words + button->FromDIP(28));
+        widest = std::max(widest, words + button->FromDIP(20));
     }
     for (wxButton* button : buttons) {
         button->SetMinSize(wxSize(widest, button->GetBestSize().y));
