@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <iomanip>
 #include <iostream>
 #include <limits>
@@ -86,6 +87,9 @@ class Bench {
         report("save of 3 x 2 tiles", best([this] { return save(); }));
         if (std::getenv("VELDARA_PRINTED") != nullptr) {
             report("print of 3 x 2 sheets", best([this] { return print(); }));
+            reportMemory("3 x 2 sheets");
+            chooseTiles(12, 8);
+            reportMemory("12 x 8 sheets");
         }
     }
 
@@ -164,17 +168,58 @@ class Bench {
         });
     }
 
-    // From the key in the print dialog until the printer has every byte.
+    // From the key in the print dialog until the print server has every byte.
     double print() {
         PrintDialog dialog(stage_.user());
         stage_.user().waitForWindow("frmMain");
         stage_.user().key('P', wxMOD_CONTROL);
         dialog.waitFor("office");
-        const std::size_t before = countPrinted("office");
-        return milliseconds([&] {
+        const std::size_t printed = countPrinted("office");
+        const std::size_t queued = countQueued();
+        const double time = milliseconds([&] {
             hands_.key('P', wxMOD_ALT);
-            waitForPrinted(stage_.user(), "office", before);
+            while (countQueued() == queued) {
+                stage_.user().pause(std::chrono::milliseconds(1));
+            }
         });
+        waitForPrinted(stage_.user(), "office", printed);
+        return time;
+    }
+
+    // The jobs that the server has taken, by its own log.
+    static std::size_t countQueued() {
+        std::ifstream log(fs::path(std::getenv("VELDARA_PRINTED")).parent_path() / "log/error");
+        std::size_t jobs = 0;
+        for (std::string line; std::getline(log, line);) {
+            jobs += line.find("Queued on \"office\"") != std::string::npos ? 1U : 0U;
+        }
+        return jobs;
+    }
+
+    void chooseTiles(int wide, int high) {
+        stage_.ask([=](frmMain& main) {
+            main.cmbTilesWide.userSelect(wide - 1);
+            main.cmbTilesHigh.userSelect(high - 1);
+        });
+    }
+
+    // What printing takes beside the window and the photo in it.
+    void reportMemory(const std::string& what) {
+        const long before = residentKilobytes("VmRSS:");
+        std::ofstream("/proc/self/clear_refs") << 5; // forgets the peak
+        print();
+        std::cout << "memory for " << what << ": " << (residentKilobytes("VmHWM:") - before) / 1024
+                  << " MB\n";
+    }
+
+    static long residentKilobytes(const std::string& name) {
+        std::ifstream status("/proc/self/status");
+        std::string word;
+        while (status >> word && word != name) {
+        }
+        long kilobytes = 0;
+        status >> kilobytes;
+        return kilobytes;
     }
 
     double save() {

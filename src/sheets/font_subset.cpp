@@ -239,10 +239,13 @@ FontSubset subsetFont(std::span<const std::uint8_t> bytes, const std::set<std::u
     setWord(tables["head"], 10, 0);
     setWord(tables["hhea"], 34, count);
     setWord(tables["maxp"], 4, count);
-    const std::uint32_t rest = 0xB1B0AFBA - sumOf(assembled(tables));
-    setWord(tables["head"], 8, rest >> 16U);
-    setWord(tables["head"], 10, rest & 0xFFFFU);
     subset.bytes = assembled(tables);
+    // The head's own sum, in the directory, is that without the sum over the file.
+    const std::uint32_t rest = 0xB1B0AFBA - sumOf(subset.bytes);
+    const Table head = Font(subset.bytes).table("head");
+    const auto at = static_cast<std::size_t>(head.bytes().data() - subset.bytes.data());
+    setWord(subset.bytes, at + 8, rest >> 16U);
+    setWord(subset.bytes, at + 10, rest & 0xFFFFU);
     return subset;
 }
 

@@ -45,6 +45,19 @@ TEST(GuidePage, ShowsTheWholeCropInItsShape) {
     EXPECT_FALSE(photos[0].turned);
 }
 
+TEST(GuidePage, DrawsEverySeamAndTheEdgesOfThePoster) {
+    const SheetPage page = guidePage(a4Job());
+    const PageRect poster = itemsOf<PagePhoto>(page.items).at(0).target;
+    std::size_t across = 0;
+    std::size_t down = 0;
+    for (const PageLine& line : itemsOf<PageLine>(page.items)) {
+        across += line.from.x == poster.left && line.to.x == poster.right ? 1U : 0U;
+        down += line.from.y == poster.top && line.to.y == poster.bottom ? 1U : 0U;
+    }
+    EXPECT_EQ(across, 2U * 3U) << "each on a halo";
+    EXPECT_EQ(down, 2U * 4U);
+}
+
 TEST(GuidePage, HasARulerOfExactlyItsLength) {
     SheetJob job = a4Job();
     const auto longestLine = [](const SheetPage& page, double length) {
@@ -79,6 +92,11 @@ TEST(GuidePage, StepsFollowTheWayTheSheetsAreJoined) {
     ASSERT_EQ(assemblySteps(job).size(), 4U);
     EXPECT_NE(assemblySteps(job)[2].find("(5 mm)"), std::string::npos);
     EXPECT_EQ(joiningOf(borderlessJob()), Joining::edgeToEdge);
+    for (const Edge narrow : {edgeRight, edgeBottom}) { // one that nothing can be glued on
+        SheetJob without = a4Job();
+        without.margins[narrow] = 1;
+        EXPECT_EQ(joiningOf(without), Joining::edgeToEdge) << narrow;
+    }
 }
 
 TEST(GuidePage, StaysOnThePageWhateverThePaper) {
