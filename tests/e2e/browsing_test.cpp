@@ -117,6 +117,22 @@ TEST(Browsing, FilterIsChosenInTheDropDownList) {
     EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.count(); }), 2);
 }
 
+TEST(Browsing, AFilterWithoutThePhotoLetsItGoAndAnotherKeepsIt) {
+    Stage stage;
+    writeBitmap(stage.photos() / "a.bmp", 60, 40, smoothColour);
+    stage.start();
+    stage.pickPhoto("a.bmp");
+    Driver& user = stage.user();
+    user.choose("frmMain", "cmbFileType", 4); // all files
+    EXPECT_EQ(user.text("frmMain", "lstFiles"), "a.bmp");
+    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+    user.choose("frmMain", "cmbFileType", 1);
+    stage.waitFor("the photo has gone",
+                  [](frmMain& main) { return !main.bImgSelected && main.lstFiles.count() == 0; });
+    EXPECT_FALSE(user.isEnabled("frmMain", "cmdSaveNow"));
+    EXPECT_FALSE(user.isEnabled("frmMain", "cmdLargePreview"));
+}
+
 } // namespace
 
 } // namespace veldara::test
