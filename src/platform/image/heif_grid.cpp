@@ -408,6 +408,7 @@ std::optional<HeifGrid> Description::grid(ByteSource& source) const {
 std::optional<HeifGrid> readHeifGrid(ByteSource& source) {
     constexpr std::uint64_t longestDescription = 4 << 20;
     std::array<std::uint8_t, 16> head{};
+    bool film = false;
     for (std::uint64_t at = 0; at < source.size();) {
         const std::size_t got = source.readAt(at, head.data(), head.size());
         Numbers numbers(Bytes(head).first(got));
@@ -422,6 +423,7 @@ std::optional<HeifGrid> readHeifGrid(ByteSource& source) {
             return std::nullopt; // damaged, or the data, which reach to the end
         }
         if (kind != kindOf("meta")) {
+            film = film || kind == kindOf("moov");
             at += size;
             continue;
         }
@@ -435,6 +437,10 @@ std::optional<HeifGrid> readHeifGrid(ByteSource& source) {
             return std::nullopt;
         }
         return description.grid(source);
+    }
+    if (film) {
+        throw Error(
+            "it holds no picture"); // a sequence; versions of the library differ in what they say
     }
     return std::nullopt;
 }
