@@ -13,11 +13,13 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # The downloads, installed, run and removed.
 check_package() { ./package --test; }
 
-# Every source, tests included; the compile commands are those of the release tree.
+# Every source, tests included, with the compile commands of a tree without precompiled headers, which Clang
+# cannot read when they are gcc's. It refuses the PDF library's headers in C++20: they have a vector of a type
+# that is not complete yet.
 check_tidy() {
-  cmake --preset release -DVELDARA_TESTS=ON -DVELDARA_GUI=ON
-  cmake --build build/release
-  run-clang-tidy -quiet -j "$(nproc)" -p build/release "$PWD/(src|tests|art)/.*\.cpp"
+  cmake --preset release -B build/tidy -DVELDARA_TESTS=ON -DVELDARA_GUI=ON -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
+  cmake --build build/tidy
+  run-clang-tidy -quiet -j "$(nproc)" -p build/tidy "$PWD/(src|tests|art)/(?!sheets/pdf_(document|font)\.cpp).*\.cpp"
 }
 
 # All tests that need no display.

@@ -55,7 +55,9 @@ class Canvas {
         // A hairline is drawn a pixel wide, or it would fade away.
         const double half = std::max(line.width, 0.7 / scale_) / 2;
         const double step = line.dash > 0 ? line.dash : length;
-        for (double start = 0; start < length; start += 2 * step) {
+        const int dashes = static_cast<int>(std::ceil(length / (2 * step)));
+        for (int i = 0; i < dashes; ++i) {
+            const double start = 2 * step * i;
             const double end = std::min(start + step, length);
             const auto corner = [&](double at, double side) -> PagePoint {
                 return {line.from.x + along.x * at - along.y * half * side,
@@ -134,6 +136,8 @@ class Canvas {
                 upper[left + c] + columns.share * (upper[right + c] - upper[left + c]);
             const double below =
                 lower[left + c] + columns.share * (lower[right + c] - lower[left + c]);
+            // Never negative; std::lround would be a call for every sample.
+            // NOLINTNEXTLINE(bugprone-incorrect-roundings)
             out[c] = static_cast<std::uint8_t>(above + rows.share * (below - above) + 0.5);
         }
     }
@@ -177,8 +181,10 @@ class Canvas {
     int coverage(const std::vector<PagePoint>& points, int x, int y) const {
         int covered = 0;
         for (int i = 0; i < samples * samples; ++i) {
-            const PagePoint sample{(x + (i % samples + 0.5) / samples) / scale_,
-                                   (y + (i / samples + 0.5) / samples) / scale_};
+            const int column = i % samples;
+            const int row = i / samples;
+            const PagePoint sample{(x + (column + 0.5) / samples) / scale_,
+                                   (y + (row + 0.5) / samples) / scale_};
             covered += contains(points, sample) ? 1 : 0;
         }
         return covered;
