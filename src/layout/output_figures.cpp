@@ -70,6 +70,7 @@ double qualityLimit(const std::string& word) {
 
 std::vector<std::string> qualityWords() {
     std::vector<std::string> words;
+    words.reserve(qualities.size());
     for (const Quality& quality : qualities) {
         words.emplace_back(quality.word);
     }

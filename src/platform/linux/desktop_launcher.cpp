@@ -40,7 +40,7 @@ bool isProgram(const std::string& path) {
 std::string findProgram(const std::string& name, std::string_view folders) {
     while (!folders.empty()) {
         const std::size_t end = std::min(folders.find(':'), folders.size());
-        const std::string path = std::string(folders.substr(0, end)) + "/" + name;
+        std::string path = std::string(folders.substr(0, end)) + "/" + name;
         folders.remove_prefix(std::min(end + 1, folders.size()));
         if (path.front() == '/' && isProgram(path)) {
             return path;
