@@ -79,30 +79,62 @@ class Canvas {
         }
     }
 
+    // Letters are whole pixels wide, so a line of small ones would be too long: it is drawn larger,
+    // and shrunk.
     void add(const PageText& text) {
-        const int size = static_cast<int>(std::lround(text.size * scale_));
-        if (size < 1 || text.text.empty()) {
+        const int finer = text.size * scale_ < smallText ? 4 : 1;
+        const double fineScale = scale_ * finer;
+        const int size = static_cast<int>(std::lround(text.size * fineScale));
+        if (size < finer || text.text.empty()) {
             return;
         }
-        const double ascent = pageFontMetrics().ascent / 1000 * size;
-        const int x = static_cast<int>(std::lround(text.start.x * scale_));
-        const int y = static_cast<int>(std::lround(text.start.y * scale_)) - firstRow_;
-        if (text.direction == TextDirection::across) {
-            drawText(image_.mutableView(), x, static_cast<int>(std::lround(y - ascent)), text.text,
-                     size, text.colour.red, text.colour.green, text.colour.blue, 100);
+        const TextSize box = measureText(text.text, size);
+        const bool across = text.direction == TextDirection::across;
+        const auto ascent = static_cast<int>(std::lround(pageFontMetrics().ascent / 1000 * size));
+        const int left =
+            static_cast<int>(std::lround(text.start.x * fineScale)) - (across ? 0 : ascent);
+        const int start = static_cast<int>(std::lround(text.start.y * fineScale));
+        const int top = start - (across ? ascent : box.width);
+        const int width = across ? box.width : box.height;
+        const int height = across ? box.height : box.width;
+        const int firstRow = std::max(firstRow_, top / finer);
+        const int lastRow = std::min(rowsEnd() - 1, (top + height - 1) / finer);
+        if (lastRow < firstRow) {
             return;
         }
-        // Turned so that the line lies, drawn, and turned back.
-        Image lying = turned(image_.view(), Turn::clockwise);
-        drawText(lying.mutableView(), image_.height() - y,
-                 static_cast<int>(std::lround(x - ascent)), text.text, size, text.colour.red,
-                 text.colour.green, text.colour.blue, 100);
-        image_ = turned(lying.view(), Turn::counterClockwise);
+        Image line = Image::filled(box.width, box.height, 255, 255, 255);
+        drawText(line.mutableView(), 0, 0, text.text, size, 0, 0, 0, 100);
+        if (!across) {
+            line = turned(line.view(), Turn::counterClockwise);
+        }
+        for (int y = firstRow; y <= lastRow; ++y) {
+            for (int x = std::max(0, left / finer);
+                 x <= std::min(image_.width() - 1, (left + width - 1) / finer); ++x) {
+                const int ink = inkIn(line, x * finer - left, y * finer - top, finer);
+                if (ink > 0) {
+                    blend(pixel(x, y), text.colour, ink, 255 * finer * finer);
+                }
+            }
+        }
     }
 
     Image take() { return std::move(image_); }
 
   private:
+    static constexpr double smallText = 24; // pixels
+
+    // How dark a square of the line is, 0 to 255 for each of its pixels; white lies around the
+    // line.
+    static int inkIn(const Image& line, int left, int top, int side) {
+        int ink = 0;
+        for (int y = std::max(0, top); y < std::min(line.height(), top + side); ++y) {
+            for (int x = std::max(0, left); x < std::min(line.width(), left + side); ++x) {
+                ink += 255 - line.row(y)[channels * static_cast<std::size_t>(x)];
+            }
+        }
+        return ink;
+    }
+
     int rowsEnd() const { return firstRow_ + image_.height(); }
 
     std::uint8_t* pixel(int x, int y) {
