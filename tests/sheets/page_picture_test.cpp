@@ -1,8 +1,12 @@
 #include "platform/error.h"
 #include "sheets/assembled_poster.h"
+#include "sheets/page_font.h"
 #include "sheets/page_picture.h"
 #include "sheets/sheet_jobs.h"
 #include "sheets/sheet_marks.h"
+
+#include <algorithm>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +53,41 @@ TEST(PagePicture, TurnsTheSheetAsItIsPrinted) {
     const Image page = drawPage(sheetPage(job, 1), halves(job), 210, 297);
     EXPECT_EQ(colourAt(page, 100, 50), blue) << "the photo's right side is the page's top";
     EXPECT_EQ(colourAt(page, 100, 250), red);
+}
+
+// The last column, or from below the last row, with something that is not white.
+int endOfInk(const Image& page, bool across) {
+    int end = 0;
+    for (int y = 0; y < page.height(); ++y) {
+        for (int x = 0; x < page.width(); ++x) {
+            if (colourAt(page, x, y) != white) {
+                end = std::max(end, across ? x + 1 : page.height() - y);
+            }
+        }
+    }
+    return end;
+}
+
+TEST(PagePicture, SmallTextIsAsLongAsItIsPrinted) {
+    const std::string text = "Lake at sunrise.jpg  row 1 of 3, column 1 of 3  sheet 1";
+    constexpr double points = 500; // of the page's side
+    constexpr double size = 8;
+    for (const int side : {250, 330, 417, 500, 1000}) {
+        const double length = pageTextWidth(text, size) * side / points;
+        for (const bool across : {true, false}) {
+            SheetPage page;
+            page.width = points;
+            page.height = points;
+            page.items.push_back(
+                PageText{across ? PagePoint{0, points / 2} : PagePoint{points / 2, points},
+                         size,
+                         {},
+                         text,
+                         across ? TextDirection::across : TextDirection::up});
+            EXPECT_NEAR(endOfInk(drawPage(page, {}, side, side), across), length, 0.02 * length + 1)
+                << side << (across ? " across" : " up");
+        }
+    }
 }
 
 TEST(PagePicture, FitsIntoItsBox) {
