@@ -169,7 +169,7 @@ class DriverSettings {
     std::vector<unsigned char> bytes_;
 };
 
-// How the dialog is told of a printer, and tells of it: a header, and three names behind it.
+// How the dialog gets and returns a printer: a header, and three names behind it.
 SharedBlock namesOf(const std::wstring& printer) {
     constexpr std::size_t header = sizeof(DEVNAMES) / sizeof(wchar_t);
     const std::wstring driver = L"winspool";
