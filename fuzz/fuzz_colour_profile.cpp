@@ -6,6 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const veldara::ColourProfile profile(data, data + size);
     veldara::profileForRgbRows(profile, true);
+    veldara::profileForGreyRows(profile);
     const veldara::CmykToRgb inks(profile);
     std::array<std::uint8_t, 64> cmyk{};
     for (std::size_t i = 0; i < cmyk.size(); ++i) {

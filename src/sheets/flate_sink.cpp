@@ -39,12 +39,24 @@ void subtractNearest(const std::uint8_t* row, const std::uint8_t* above, std::ui
     }
 }
 
+std::size_t channelsOf(FlateRows kind) {
+    switch (kind) {
+    case FlateRows::grey:
+        return 1;
+    case FlateRows::rgb:
+        break;
+    case FlateRows::inks:
+        return 4;
+    }
+    return 3;
+}
+
 class FlateSink : public TileSink {
   public:
     FlateSink(int width, FlateRows kind)
-        : channels_(kind == FlateRows::inks ? 4 : 3), width_(static_cast<std::size_t>(width)),
+        : kind_(kind), channels_(channelsOf(kind)), width_(static_cast<std::size_t>(width)),
           rowBytes_(channels_ * width_), above_(rowBytes_), filtered_(rowBytes_ + 1),
-          packed_(kind == FlateRows::inks ? rowBytes_ : 0) {
+          packed_(kind == FlateRows::rgb ? 0 : rowBytes_) {
         // Differences of a photo's pixels hardly ever repeat but in runs: looking for runs alone
         // takes half of the time, and photos become as small or smaller.
         constexpr int level = 1;
@@ -57,11 +69,7 @@ class FlateSink : public TileSink {
 
     void writeRows(const PixelView& rows) override {
         for (int y = 0; y < rows.height(); ++y) {
-            const std::uint8_t* row = rows.row(y);
-            if (!packed_.empty()) {
-                packInks(row, packed_.data(), width_);
-                row = packed_.data();
-            }
+            const std::uint8_t* row = packed(rows.row(y));
             filtered_[0] = predictorPaeth;
             subtractNearest(row, above_.data(), filtered_.data() + 1, rowBytes_, channels_);
             std::copy_n(row, rowBytes_, above_.begin());
@@ -75,6 +83,20 @@ class FlateSink : public TileSink {
     }
 
   private:
+    // The row with as many bytes for each pixel as the stream has.
+    const std::uint8_t* packed(const std::uint8_t* row) {
+        if (kind_ == FlateRows::rgb) {
+            return row;
+        }
+        if (kind_ == FlateRows::inks) {
+            packInks(row, packed_.data(), width_);
+        }
+        for (std::size_t x = 0; kind_ == FlateRows::grey && x < width_; ++x) {
+            packed_[x] = row[3 * x];
+        }
+        return packed_.data();
+    }
+
     void compress(std::uint8_t* data, std::size_t count, int flush) {
         stream_.next_in = data;
         stream_.avail_in = static_cast<uInt>(count);
@@ -91,6 +113,7 @@ class FlateSink : public TileSink {
         } while (stream_.avail_out == 0 || (flush == Z_FINISH && status != Z_STREAM_END));
     }
 
+    const FlateRows kind_;
     const std::size_t channels_;
     const std::size_t width_;
     const std::size_t rowBytes_;

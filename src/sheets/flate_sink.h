@@ -8,6 +8,7 @@
 namespace veldara {
 
 enum class FlateRows {
+    grey, // equal triples; the stream has one byte for each
     rgb,
     inks // pairs of pixels, see ink_rows.h; the stream has four bytes for each
 };

@@ -23,6 +23,18 @@ class JpegSink : public TileSink {
     std::unique_ptr<RowEncoder> encoder_;
 };
 
+FlateRows rowsOf(PieceColour colour) {
+    switch (colour) {
+    case PieceColour::grey:
+        return FlateRows::grey;
+    case PieceColour::rgb:
+        break;
+    case PieceColour::cmyk:
+        return FlateRows::inks;
+    }
+    return FlateRows::rgb;
+}
+
 class RowPieces : public PieceSource {
   public:
     // columns: of the reader for one of the photo's.
@@ -52,9 +64,7 @@ class RowPieces : public PieceSource {
             if (facts.filter == PieceFilter::dct) {
                 return std::make_unique<JpegSink>(rect.width(), rect.height());
             }
-            return openFlateSink(rect.width() / columns, facts.colour == PieceColour::cmyk
-                                                             ? FlateRows::inks
-                                                             : FlateRows::rgb);
+            return openFlateSink(rect.width() / columns, rowsOf(facts.colour));
         };
         stream_ =
             std::make_unique<TileStream>(std::move(reader_), rects, across, std::move(sinks), 0);
@@ -90,6 +100,11 @@ std::unique_ptr<PieceSource> openRowPieces(const std::filesystem::path& photo, P
     facts.height = reader->header().height;
     facts.filter = filter;
     facts.profile = reader->colourProfile();
+    std::optional<ColourProfile> grey = reader->greyProfile();
+    if (grey && filter == PieceFilter::flate) {
+        facts.colour = PieceColour::grey;
+        facts.profile = std::move(*grey);
+    }
     facts.notice = notice;
     return std::make_unique<RowPieces>(std::move(reader), std::move(facts), 1);
 }

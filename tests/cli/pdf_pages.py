@@ -60,6 +60,16 @@ def pages_of(document):
     return pages, pictures
 
 
+def samples_of(document):
+    """The bytes of the pages' pictures of the photo, unpacked and without predictors."""
+    said = subprocess.run(["qpdf", "--json=2", "--json-stream-data=inline", "--decode-level=generalized",
+                           document], capture_output=True, check=True)
+    plan = json.loads(said.stdout)
+    objects = plan["qpdf"][1]
+    streams = [objects["obj:" + page["images"][0]["object"]]["stream"] for page in plan["pages"]]
+    return [base64.b64decode(stream["data"]) for stream in streams]
+
+
 def colour_space(document, picture):
     """Its name, and what its profile says of the number of parts."""
     space = picture["/ColorSpace"]

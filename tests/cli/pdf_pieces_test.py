@@ -6,7 +6,7 @@ import subprocess
 import sys
 
 from PIL import Image, ImageOps
-from pdf_pages import checked, colour_space, jpegs_of, pages_of
+from pdf_pages import checked, colour_space, jpegs_of, pages_of, samples_of
 from tiles_support import SANITIZED, TilesTest, noise, smooth, unittest
 
 MILLIMETRE = 72 / 25.4
@@ -253,6 +253,40 @@ class Colours(PdfTest):
                         cut = picture.crop((left, top, left + piece.width, top + piece.height))
                         self.assertEqual(piece.tobytes(), cut.tobytes())
 
+    def test_greys_stay_grey(self):
+        picture = grainy(700, 500).convert("L")
+        with open("/usr/share/color/icc/ghostscript/default_gray.icc", "rb") as file:
+            profile = file.read()
+        for name in ("photo.png", "photo.tif"):
+            for mode in ("L", "1"):
+                for more, space, listed in (({}, ("/DeviceGray", None), "gray"),
+                                            ({"icc_profile": profile}, ("/ICCBased", 1), "icc")):
+                    with self.subTest(name=name, mode=mode, space=space):
+                        stored = picture.convert(mode)
+                        sheets = self.make(self.photo(name, stored, **more))
+                        self.expect_greys(stored.convert("L"), sheets, space, listed)
+
+    def test_greys_that_an_orientation_tag_turns_stay_grey(self):
+        picture = grainy(700, 500).convert("L")
+        for orientation, turn in ((2, Image.Transpose.FLIP_LEFT_RIGHT), (6, Image.Transpose.ROTATE_270)):
+            with self.subTest(orientation):
+                sheets = self.make(self.photo("photo.tif", picture, tiffinfo={274: orientation}))
+                self.expect_greys(picture.transpose(turn), sheets, ("/DeviceGray", None), "gray")
+
+    def expect_greys(self, picture, sheets, space, listed):
+        document = self.path("poster.pdf")
+        for one in pages_of(document)[1]:
+            self.assertEqual(colour_space(document, one), space)
+            self.assertEqual(one["/Filter"], "/FlateDecode")
+            self.assertGreaterEqual(one["/DecodeParms"]["/Predictor"], 10)
+        said = subprocess.run(["pdfimages", "-list", document], check=True, capture_output=True, text=True)
+        for line in said.stdout.splitlines()[2:]:  # page, number, type, width, height, colour ...
+            self.assertEqual(line.split()[5:9], [listed, "1", "8", "image"], line)
+        for samples, sheet in zip(samples_of(document), sheets, strict=True):
+            piece = sheet.upright(Image.frombytes("L", sheet.size, samples))
+            left, top = (round(edge) for edge in sheet.begin()[0])
+            cut = picture.crop((left, top, left + piece.width, top + piece.height))
+            self.assertEqual(piece.tobytes(), cut.tobytes())
 
     def test_inks_of_a_tiff_stay_inks(self):
         picture = grainy(700, 500).convert("CMYK")

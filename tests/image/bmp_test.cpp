@@ -354,10 +354,16 @@ TEST(Bmp, ProfileOfAVersion5Header) {
     kind.profile = rgbProfile();
     EXPECT_EQ(load(bmpFile(kind, 1, 1, {1, 2, 3, 0})).colourProfile, kind.profile);
     kind.profile = greyProfile();
-    EXPECT_TRUE(load(bmpFile(kind, 1, 1, {1, 2, 3, 0})).colourProfile.empty());
+    const Bytes colour = bmpFile(kind, 1, 1, {1, 2, 3, 0});
+    EXPECT_TRUE(load(colour).colourProfile.empty());
+    EXPECT_FALSE(reader(colour)->greyProfile());
     kind.bits = 8;
     kind.palette = {{0, 0, 0}, {200, 200, 200}};
-    EXPECT_EQ(profileKind(load(bmpFile(kind, 1, 1, {1, 0, 0, 0})).colourProfile), ProfileKind::rgb);
+    const Bytes grey = bmpFile(kind, 1, 1, {1, 0, 0, 0});
+    EXPECT_EQ(profileKind(load(grey).colourProfile), ProfileKind::rgb);
+    EXPECT_EQ(reader(grey)->greyProfile(), kind.profile);
+    kind.palette = {{0, 0, 0}, {200, 200, 201}};
+    EXPECT_FALSE(reader(bmpFile(kind, 1, 1, {1, 0, 0, 0}))->greyProfile());
 }
 
 TEST(Bmp, StreamsUnlessRunLengthCoded) {

@@ -1,9 +1,11 @@
 #include "image/files.h"
 #include "platform/image/colour.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -45,6 +47,18 @@ Bytes lightnessProfile() {
     cmsFreeToneCurve(curve);
     cmsSetPCS(profile, cmsSigLabData);
     return saved(profile);
+}
+
+// RGB whose equal triples are greys, or are not where one curve is another one.
+Bytes rgbProfileOfCurves(double gammaOfBlue) {
+    const cmsCIExyYTRIPLE primaries = {{0.64, 0.33, 1.0}, {0.21, 0.71, 1.0}, {0.15, 0.06, 1.0}};
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 1.8);
+    cmsToneCurve* blue = cmsBuildGamma(nullptr, gammaOfBlue);
+    const std::array<cmsToneCurve*, 3> curves = {curve, curve, blue};
+    const Bytes bytes = saved(cmsCreateRGBProfile(cmsD50_xyY(), &primaries, curves.data()));
+    cmsFreeToneCurve(curve);
+    cmsFreeToneCurve(blue);
+    return bytes;
 }
 
 // Inks that each take L* away in proportion and have no colour: black counts twice.
@@ -115,12 +129,46 @@ TEST(Colour, ProfilesThatDoNotDescribeThePixelsAreDropped) {
     EXPECT_TRUE(profileForRgbRows(noise(400), true).empty());
 }
 
+TEST(Colour, SingleValuesOfAGreyPictureKeepItsGreyProfile) {
+    EXPECT_EQ(profileForGreyRows(greyProfile()), greyProfile());
+    EXPECT_EQ(profileForGreyRows(lightnessProfile()), lightnessProfile());
+    EXPECT_EQ(profileForGreyRows({}), Bytes{});
+    EXPECT_EQ(profileForGreyRows(noise(400)), Bytes{});
+    EXPECT_EQ(profileForGreyRows(greyInkProfile()), Bytes{});
+    Bytes unusable = greyProfile();
+    std::fill(unusable.begin() + 128, unusable.end(), std::uint8_t{0});
+    EXPECT_EQ(profileForGreyRows(unusable), Bytes{});
+}
+
+TEST(Colour, AnRgbProfileBecomesAGreyProfileOfTheSameLight) {
+    for (const Bytes& rgb : {rgbProfile(), rgbProfileOfCurves(1.8)}) {
+        const std::optional<Bytes> grey = profileForGreyRows(rgb);
+        ASSERT_TRUE(grey);
+        ASSERT_EQ(profileKind(*grey), ProfileKind::grey);
+        for (int level = 0; level <= 255; level += 15) {
+            const auto before = lightOf(rgb, TYPE_RGB_8, level);
+            const auto after = lightOf(*grey, TYPE_GRAY_8, level);
+            for (std::size_t i = 0; i < 3; ++i) {
+                EXPECT_NEAR(after[i], before[i], 0.0005) << level;
+            }
+        }
+    }
+}
+
+TEST(Colour, AnRgbProfileThatGivesGreysAColourHasNoGreyOne) {
+    EXPECT_FALSE(profileForGreyRows(rgbProfileOfCurves(2.2)));
+    Bytes unusable = rgbProfile();
+    std::fill(unusable.begin() + 128, unusable.end(), std::uint8_t{0});
+    EXPECT_FALSE(profileForGreyRows(unusable));
+}
+
 TEST(Colour, DamagedGreyProfilesDoNoHarm) {
     const Bytes grey = greyProfile();
     for (std::size_t i = 0; i < grey.size(); ++i) {
         Bytes damaged = grey;
         damaged[i] ^= 0xFF;
         profileForRgbRows(damaged, true);
+        profileForGreyRows(damaged);
     }
 }
 

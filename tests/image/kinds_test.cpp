@@ -80,6 +80,16 @@ TEST(EveryKind, IsToldByItsContentAndReadsTheSameInParts) {
     }
 }
 
+TEST(EveryKind, SaysWhetherItIsStoredInGreys) {
+    for (const char* grey : {"mode1", "modeL", "modeLA", "grey16"}) {
+        EXPECT_EQ(reader(seed("fuzz_png", grey))->greyProfile(), Bytes{}) << grey;
+    }
+    for (const auto& [target, colour] :
+         {std::pair{"fuzz_png", "modeRGB"}, {"fuzz_png", "modeP"}, {"fuzz_webp", "lossless"}}) {
+        EXPECT_FALSE(reader(seed(target, colour))->greyProfile()) << colour;
+    }
+}
+
 TEST(EveryKind, IsRefusedWhenCutOff) {
     EXPECT_GT(refusedTruncations(seed("fuzz_png", "modeRGB")), 380U);
     EXPECT_GT(refusedTruncations(seed("fuzz_png", "interlaced"), 3), 200U);

@@ -209,6 +209,18 @@ TEST(Tiff, ResolutionInInchesCentimetresOrNone) {
     EXPECT_EQ(headerOf(makeTiff(kind, 9, 9).bytes).dotsPerInch, 0);
 }
 
+TEST(Tiff, SaysWhetherItIsStoredInGreys) {
+    for (const char* name :
+         {"bilevel", "bilevelInverted", "grey4", "grey8", "grey16", "greyAlpha"}) {
+        const Bytes file = makeTiff(kindNamed(name), 9, 9).bytes;
+        EXPECT_EQ(reader(file)->greyProfile(), Bytes{}) << name;
+    }
+    for (const char* name : {"rgb8", "palette8", "inks8", "chroma11"}) {
+        const Bytes file = makeTiff(kindNamed(name), 9, 9).bytes;
+        EXPECT_FALSE(reader(file)->greyProfile()) << name;
+    }
+}
+
 TEST(Tiff, ProfileIsKept) {
     TiffKind kind = kindNamed("rgb8");
     kind.profile = rgbProfile();
@@ -219,6 +231,11 @@ TEST(Tiff, ProfileIsKept) {
     TiffKind grey = kindNamed("grey8");
     grey.profile = greyProfile();
     EXPECT_EQ(profileKind(load(makeTiff(grey, 9, 9).bytes).colourProfile), ProfileKind::rgb);
+    for (const int orientation : {1, 2, 3, 6}) { // by rows, mirrored, and whole in memory
+        grey.orientation = orientation;
+        const Bytes file = makeTiff(grey, 9, 9).bytes;
+        EXPECT_EQ(reader(file)->greyProfile(), grey.profile) << orientation;
+    }
     TiffKind inks = kindNamed("inks8");
     inks.profile = rgbProfile();
     EXPECT_TRUE(load(makeTiff(inks, 9, 9).bytes).colourProfile.empty());

@@ -32,25 +32,26 @@ int predicted(int a, int b, int c) {
     return pb <= pc ? b : c;
 }
 
-Bytes rowsOf(const Bytes& filtered, int width, int height) {
-    const auto rowBytes = std::size_t{3} * static_cast<std::size_t>(width);
+Bytes rowsOf(const Bytes& filtered, int width, int height, std::size_t channels) {
+    const std::size_t rowBytes = channels * static_cast<std::size_t>(width);
     Bytes rows(rowBytes * static_cast<std::size_t>(height));
     for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y) {
         const std::uint8_t* in = &filtered[y * (rowBytes + 1)];
         EXPECT_EQ(*in++, 4);
         std::uint8_t* row = &rows[y * rowBytes];
         for (std::size_t x = 0; x < rowBytes; ++x) {
-            const int left = x < 3 ? 0 : row[x - 3];
+            const int left = x < channels ? 0 : row[x - channels];
             const int up = y == 0 ? 0 : rows[(y - 1) * rowBytes + x];
-            const int upperLeft = x < 3 || y == 0 ? 0 : rows[(y - 1) * rowBytes + x - 3];
+            const int upperLeft =
+                x < channels || y == 0 ? 0 : rows[(y - 1) * rowBytes + x - channels];
             row[x] = static_cast<std::uint8_t>(in[x] + predicted(left, up, upperLeft));
         }
     }
     return rows;
 }
 
-Bytes streamOf(const Image& image, int rowsAtOnce) {
-    const std::unique_ptr<TileSink> sink = openFlateSink(image.width());
+Bytes streamOf(const Image& image, int rowsAtOnce, FlateRows kind = FlateRows::rgb) {
+    const std::unique_ptr<TileSink> sink = openFlateSink(image.width(), kind);
     for (int y = 0; y < image.height(); y += rowsAtOnce) {
         const int count = std::min(rowsAtOnce, image.height() - y);
         sink->writeRows(image.view().cut(0, y, image.width(), count));
@@ -63,7 +64,7 @@ void expectSameRows(const Image& image) {
     const std::size_t size = image.byteCount() + static_cast<std::size_t>(image.height());
     const Bytes filtered = inflated(stream, size);
     ASSERT_EQ(filtered.size(), size);
-    EXPECT_EQ(rowsOf(filtered, image.width(), image.height()),
+    EXPECT_EQ(rowsOf(filtered, image.width(), image.height(), 3),
               Bytes(image.row(0), image.row(0) + image.byteCount()));
 }
 
@@ -82,6 +83,20 @@ TEST(FlateSink, GivesTheRowsBack) {
         expectSameRows(noisy(width, 40)); // every kind of neighbours
     }
     expectSameRows(Image::filled(100, 100, 255, 255, 255));
+}
+
+TEST(FlateSink, OfGreysHasOneByteForEachTriple) {
+    for (const int width : {1, 2, 17, 333}) {
+        Image image = noisy(width, 40);
+        Bytes greys;
+        for (std::size_t i = 0; i < image.byteCount(); i += 3) {
+            std::fill_n(image.row(0) + i, 3, *(image.row(0) + i));
+            greys.push_back(*(image.row(0) + i));
+        }
+        const Bytes filtered = inflated(streamOf(image, 7, FlateRows::grey), greys.size() + 40);
+        ASSERT_EQ(filtered.size(), greys.size() + 40);
+        EXPECT_EQ(rowsOf(filtered, width, 40, 1), greys);
+    }
 }
 
 TEST(FlateSink, TheBytesDoNotDependOnHowManyRowsComeAtOnce) {

@@ -1,5 +1,7 @@
 // Pieces that are encoded from a photo's rows: their place, and what is in them.
 #include "image/jpeg_files.h"
+#include "image/tiff_files.h"
+#include "platform/image/colour.h"
 #include "sheets/row_pieces.h"
 #include "support/temp_folder.h"
 
@@ -13,8 +15,9 @@ namespace {
 
 class RowPieces : public testing::Test {
   protected:
-    RowPieces() {
-        const Bytes file = encodeImage(picture.view(), TileFormat::bmp, 100, {});
+    RowPieces() { write(encodeImage(picture.view(), TileFormat::bmp, 100, {})); }
+
+    void write(const Bytes& file) const {
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(file.data()),
                    static_cast<std::streamsize>(file.size()));
@@ -50,6 +53,27 @@ TEST_F(RowPieces, AreJpegFilesOfTheirPartInTheOrderThatWasAsked) {
             Image::copyOf(picture.view().cut(place.left, place.top, place.width, place.height));
         EXPECT_LT(meanDistance(decoded, part), 3);
     }
+}
+
+TEST_F(RowPieces, OfGreysStayGreyWithTheirProfile) {
+    TiffKind kind;
+    kind.samples = 1;
+    kind.photometric = 1;
+    kind.profile = greyProfile();
+    write(makeTiff(kind, 120, 90).bytes);
+    const auto grey = openRowPieces(path, PieceFilter::flate, "");
+    EXPECT_EQ(grey->facts().colour, PieceColour::grey);
+    EXPECT_EQ(grey->facts().profile, greyProfile());
+    const auto encoded = openRowPieces(path, PieceFilter::dct, "");
+    EXPECT_EQ(encoded->facts().colour, PieceColour::rgb) << "JPEG pieces have three parts";
+    EXPECT_EQ(profileKind(encoded->facts().profile), ProfileKind::rgb);
+    kind.samples = 3;
+    kind.photometric = 2;
+    kind.profile = rgbProfile();
+    write(makeTiff(kind, 120, 90).bytes);
+    const auto colour = openRowPieces(path, PieceFilter::flate, "");
+    EXPECT_EQ(colour->facts().colour, PieceColour::rgb);
+    EXPECT_EQ(colour->facts().profile, rgbProfile());
 }
 
 TEST_F(RowPieces, OfRgbAreNoInks) {

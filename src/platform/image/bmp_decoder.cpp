@@ -39,12 +39,17 @@ class BmpDecoder : public PictureDecoder {
   public:
     explicit BmpDecoder(ByteSource& source);
 
-    ColourProfile colourProfile() override;
+    ColourProfile colourProfile() override { return profileForRgbRows(fileProfile(), grey()); }
+    std::optional<ColourProfile> greyProfile() override {
+        return grey() ? profileForGreyRows(fileProfile()) : std::nullopt;
+    }
     void wantColumns(int left, int width) override;
     void skipRows(int count) override { nextRow_ += count; }
     void readRows(const MutablePixelView& rows) override;
 
   private:
+    bool grey() const { return header_.bitsPerPixel <= 8 && indexed_.grey(); }
+    ColourProfile fileProfile() const;
     void readStored(const MutablePixelView& rows);
     void readRunLength(const MutablePixelView& rows);
     void convert(const std::uint8_t* stored, std::uint8_t* rgb) const;
@@ -78,12 +83,12 @@ BmpDecoder::BmpDecoder(ByteSource& source)
     }
 }
 
-ColourProfile BmpDecoder::colourProfile() {
+ColourProfile BmpDecoder::fileProfile() const {
     ColourProfile profile(header_.profileSize);
     if (!source_.readFully(header_.profileAt, profile.data(), profile.size())) {
         return {};
     }
-    return profileForRgbRows(profile, header_.bitsPerPixel <= 8 && indexed_.grey());
+    return profile;
 }
 
 void BmpDecoder::wantColumns(int left, int width) {

@@ -149,6 +149,9 @@ class DecodingReader : public RowReader {
 
     const ImageHeader& header() const override { return picture_.header; }
     const ColourProfile& colourProfile() const override { return profile_; }
+    std::optional<ColourProfile> greyProfile() const override {
+        return reading(name_, [&] { return picture_.decoder->greyProfile(); });
+    }
     bool streams() const override { return picture_.decoder->facts().streams; }
 
     void wantColumns(int left, int width) override {
@@ -242,11 +245,14 @@ class InkReader : public RowReader {
 // Hands out rows of a picture that had to be decoded as a whole.
 class WholeReader : public RowReader {
   public:
-    WholeReader(ImageHeader header, Image image, std::string name)
-        : header_(header), image_(std::move(image)), name_(std::move(name)), width_(header.width) {}
+    WholeReader(ImageHeader header, Image image, std::optional<ColourProfile> greyProfile,
+                std::string name)
+        : header_(header), image_(std::move(image)), greyProfile_(std::move(greyProfile)),
+          name_(std::move(name)), width_(header.width) {}
 
     const ImageHeader& header() const override { return header_; }
     const ColourProfile& colourProfile() const override { return image_.colourProfile; }
+    std::optional<ColourProfile> greyProfile() const override { return greyProfile_; }
     bool streams() const override { return false; }
 
     void wantColumns(int left, int width) override {
@@ -276,6 +282,7 @@ class WholeReader : public RowReader {
   private:
     ImageHeader header_;
     Image image_;
+    std::optional<ColourProfile> greyProfile_;
     std::string name_;
     int left_ = 0;
     int width_;
@@ -304,7 +311,8 @@ std::unique_ptr<RowReader> openRowReader(std::unique_ptr<ByteSource> source,
             return std::make_unique<DecodingReader>(std::move(picture), name);
         }
         Image image = decodeWhole(picture, StopFlag());
-        return std::make_unique<WholeReader>(picture.header, std::move(image), name);
+        return std::make_unique<WholeReader>(picture.header, std::move(image),
+                                             picture.decoder->greyProfile(), name);
     });
 }
 

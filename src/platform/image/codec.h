@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace veldara {
@@ -41,6 +42,9 @@ class RowReader {
     virtual ~RowReader() = default;
     virtual const ImageHeader& header() const = 0;
     virtual const ColourProfile& colourProfile() const = 0;
+
+    // As PictureDecoder::greyProfile().
+    virtual std::optional<ColourProfile> greyProfile() const { return std::nullopt; }
 
     // True when rows are decoded as they are asked for.
     virtual bool streams() const = 0;

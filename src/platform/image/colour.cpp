@@ -45,22 +45,34 @@ Profile openProfile(cmsContext context, const ColourProfile& bytes) {
                                             static_cast<cmsUInt32Number>(bytes.size())));
 }
 
-// How much light each grey stands for, sampled through the colour engine: right for profiles whose
-// curve leads to L* or that are tables.
-Curve sampledGreyCurve(cmsContext context, cmsHPROFILE grey) {
+bool isNeutral(const cmsCIEXYZ& light) {
+    constexpr double unseen = 0.002;
+    const cmsCIEXYZ* white = cmsD50_XYZ();
+    return std::abs(light.X - white->X * light.Y) < unseen &&
+           std::abs(light.Z - white->Z * light.Y) < unseen;
+}
+
+// How much light each grey stands for, as one value or as three equal ones, sampled through the
+// colour engine: right for profiles whose curve leads to L* or that are tables. Nothing when equal
+// values give a colour.
+Curve sampledGreyCurve(cmsContext context, cmsHPROFILE profile, cmsUInt32Number format) {
     constexpr std::size_t samples = 1024;
     const Profile xyz(cmsCreateXYZProfileTHR(context));
     const TransformHandle transform(cmsCreateTransformTHR(
-        context, grey, TYPE_GRAY_16, xyz.get(), TYPE_XYZ_DBL, INTENT_RELATIVE_COLORIMETRIC,
+        context, profile, format, xyz.get(), TYPE_XYZ_DBL, INTENT_RELATIVE_COLORIMETRIC,
         cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE));
     if (!transform) {
         return nullptr;
     }
     std::vector<cmsUInt16Number> table(samples);
     for (std::size_t i = 0; i < samples; ++i) {
-        const auto level = static_cast<cmsUInt16Number>(i * 65535 / (samples - 1));
+        std::array<cmsUInt16Number, 3> levels{};
+        levels.fill(static_cast<cmsUInt16Number>(i * 65535 / (samples - 1)));
         cmsCIEXYZ light{};
-        cmsDoTransform(transform.get(), &level, &light, 1);
+        cmsDoTransform(transform.get(), levels.data(), &light, 1);
+        if (format == TYPE_RGB_16 && !isNeutral(light)) {
+            return nullptr;
+        }
         table[i] =
             static_cast<cmsUInt16Number>(std::lround(std::clamp(light.Y, 0.0, 1.0) * 65535.0));
     }
@@ -74,7 +86,7 @@ Curve greyCurve(cmsContext context, cmsHPROFILE grey) {
             return Curve(cmsDupToneCurve(own));
         }
     }
-    return sampledGreyCurve(context, grey);
+    return sampledGreyCurve(context, grey, TYPE_GRAY_16);
 }
 
 ColourProfile savedProfile(cmsHPROFILE profile) {
@@ -111,6 +123,20 @@ ColourProfile rgbFromGrey(const ColourProfile& grey) {
     return rgb ? savedProfile(rgb.get()) : ColourProfile{};
 }
 
+std::optional<ColourProfile> greyFromRgb(const ColourProfile& rgb) {
+    const Context context(cmsCreateContext(nullptr, nullptr));
+    const Profile opened = openProfile(context.get(), rgb);
+    if (!opened) {
+        return std::nullopt;
+    }
+    const Curve curve = sampledGreyCurve(context.get(), opened.get(), TYPE_RGB_16);
+    if (!curve) {
+        return std::nullopt;
+    }
+    const Profile grey(cmsCreateGrayProfileTHR(context.get(), cmsD50_xyY(), curve.get()));
+    return grey ? savedProfile(grey.get()) : ColourProfile{};
+}
+
 std::uint8_t divideBy255(unsigned value) {
     value += 128;
     return static_cast<std::uint8_t>((value + (value >> 8)) >> 8);
@@ -143,6 +169,17 @@ ColourProfile profileForRgbRows(const ColourProfile& profile, bool pictureIsGrey
         return pictureIsGrey ? rgbFromGrey(profile) : ColourProfile{};
     default:
         return {};
+    }
+}
+
+std::optional<ColourProfile> profileForGreyRows(const ColourProfile& profile) {
+    switch (profileKind(profile)) {
+    case ProfileKind::rgb:
+        return greyFromRgb(profile);
+    case ProfileKind::grey:
+        return rgbFromGrey(profile).empty() ? ColourProfile{} : profile;
+    default:
+        return ColourProfile{};
     }
 }
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace veldara {
@@ -23,6 +24,12 @@ ProfileKind profileKind(const ColourProfile& profile);
 // profile with the same white and the same tone curve in all three channels, so that the equal
 // triples mean exactly the greys they were. Anything else gives no profile.
 ColourProfile profileForRgbRows(const ColourProfile& profile, bool pictureIsGrey);
+
+// The profile to travel with the single values of a grey picture with the given profile. A usable
+// grey one stays as it is. An RGB one becomes a grey profile in which a value has the light that it
+// had three times; nothing when that cannot be, as where equal values give a colour. Anything else
+// gives no profile.
+std::optional<ColourProfile> profileForGreyRows(const ColourProfile& profile);
 
 // An RGB profile with those primaries; light[i] is that of the value i / (light.size() - 1), both
 // from 0 to 1. Empty when no such profile can be made.

@@ -66,6 +66,11 @@ class PictureDecoder {
     // for grey pictures, so it is not done with the header.
     virtual ColourProfile colourProfile() = 0;
 
+    // For a picture that is stored in greys, so that its rows are equal triples: the profile of one
+    // of the three values, empty when there is none. Nothing when the picture has colours, or a
+    // profile that only describes triples.
+    virtual std::optional<ColourProfile> greyProfile() { return std::nullopt; }
+
     // Makes the rows of a picture of four printing inks those of the inks themselves, 255 for full
     // ink: for each pixel two, (cyan, magenta, yellow) and (black, 0, 0). To be called first.
     // Returns the inks' profile, empty when there is none; nothing, and changes nothing, when the

@@ -86,7 +86,8 @@ class PngDecoder : public PictureDecoder {
   public:
     explicit PngDecoder(ByteSource& source);
 
-    ColourProfile colourProfile() override;
+    ColourProfile colourProfile() override { return profileForRgbRows(ownProfile(), grey_); }
+    std::optional<ColourProfile> greyProfile() override;
     void wantColumns(int left, int width) override;
     void skipRows(int count) override { nextRow_ += count; }
     void readRows(const MutablePixelView& rows) override;
@@ -96,6 +97,7 @@ class PngDecoder : public PictureDecoder {
     void checkSize(std::uint64_t fileSize) const;
     std::optional<CodedColour> codedColour() const;
     ColourProfile gammaProfile() const;
+    ColourProfile ownProfile() const;
     void start();
     void readInterlaced();
     const std::uint8_t* decodedRow(int row);
@@ -188,7 +190,8 @@ ColourProfile PngDecoder::gammaProfile() const {
     return profileOf(1 / gamma, at);
 }
 
-ColourProfile PngDecoder::colourProfile() {
+// As the file has it, or describes it by numbers.
+ColourProfile PngDecoder::ownProfile() const {
     if (const std::optional<CodedColour> coded = codedColour()) {
         return profileOf(*coded);
     }
@@ -197,10 +200,14 @@ ColourProfile PngDecoder::colourProfile() {
     png_bytep bytes = nullptr;
     png_uint_32 size = 0;
     if (png_get_iCCP(file_.png(), file_.info(), &name, &method, &bytes, &size) != 0) {
-        return profileForRgbRows({bytes, bytes + size}, grey_);
+        return {bytes, bytes + size};
     }
     int intent = 0;
     return png_get_sRGB(file_.png(), file_.info(), &intent) != 0 ? ColourProfile{} : gammaProfile();
+}
+
+std::optional<ColourProfile> PngDecoder::greyProfile() {
+    return grey_ ? profileForGreyRows(ownProfile()) : std::nullopt;
 }
 
 void PngDecoder::wantColumns(int left, int width) {

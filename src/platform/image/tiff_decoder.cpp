@@ -33,6 +33,7 @@ class TiffDecoder : public PictureDecoder {
     explicit TiffDecoder(ByteSource& source);
 
     ColourProfile colourProfile() override;
+    std::optional<ColourProfile> greyProfile() override;
     std::optional<ColourProfile> keepInks() override;
     void wantColumns(int left, int width) override;
     void skipRows(int count) override { nextRow_ += static_cast<std::uint32_t>(count); }
@@ -41,6 +42,7 @@ class TiffDecoder : public PictureDecoder {
   private:
     TIFF* tiff() const { return input_->handle.get(); }
     ColourProfile fileProfile() const;
+    bool grey() const { return TiffSamples(layout_, tiff(), {}).grey(); }
     void start();
     void startRowByRow();
     void checkMessages(const TiffInput& input) const;
@@ -97,7 +99,11 @@ ColourProfile TiffDecoder::colourProfile() {
     if (profile.empty() || layout_.photometric == PHOTOMETRIC_SEPARATED) {
         return {};
     }
-    return profileForRgbRows(profile, TiffSamples(layout_, tiff(), {}).grey());
+    return profileForRgbRows(profile, grey());
+}
+
+std::optional<ColourProfile> TiffDecoder::greyProfile() {
+    return grey() ? profileForGreyRows(fileProfile()) : std::nullopt;
 }
 
 std::optional<ColourProfile> TiffDecoder::keepInks() {
