@@ -115,6 +115,34 @@ class Document(TilesTest):
         self.assertEqual(os.listdir(self.folder), ["lake.jpg"])
         self.assertIn(b"a.pdf", result.stderr)
 
+    def number_of(self, document):
+        """What the trailer says the document's number is, twice: of the first and of this version."""
+        said = subprocess.run(["qpdf", "--show-object=trailer", document], capture_output=True, text=True,
+                              check=True).stdout
+        first, this = re.search(r"/ID \[ <(\w{32})> <(\w{32})> \]", said).groups()
+        self.assertEqual(first, this)
+        return this
+
+    def test_every_document_has_a_number_of_its_own(self):
+        numbers = set()
+        for value in (10, 20, 30):
+            photo = self.photo("lake.jpg", Image.new("L", (300, 200), value))
+            self.done("--yes", "--pdf", self.path("a.pdf"), photo)
+            numbers.add(self.number_of(self.path("a.pdf")))
+        self.assertEqual(len(numbers), 3)
+
+    def test_without_the_library_that_numbers_documents_says_so_and_leaves_nothing(self):
+        photo = self.photo("lake.jpg", smooth(1200, 900))
+        os.mkdir(self.path("libraries"))
+        with open(self.path("libraries", "libgnutls.so.30"), "wb"):
+            pass  # found before the real one, and nothing that can be loaded
+        given = self.environment.get("LD_LIBRARY_PATH")
+        self.environment["LD_LIBRARY_PATH"] = ":".join(filter(None, (self.path("libraries"), given)))
+        said = self.refused(1, "--pdf", self.path("a.pdf"), photo)
+        self.assertIn("The document could not be made: ", said)
+        self.assertIn("the library GnuTLS is missing", said)
+        self.assertFalse(os.path.exists(self.path("a.pdf")))
+
 
 class Plan(TilesTest):
     def test_has_its_members_in_their_order(self):
