@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 namespace veldara {
 namespace {
@@ -217,25 +218,66 @@ class Guide {
     double y_ = 0;
 };
 
+// How a sheet is joined to the next one at the right or at the bottom of the poster.
+struct Joint {
+    bool needed = false; // there is a next one
+    double strip = 0;    // points; narrower than the overlap where the margin is
+    double margin = 0;
+};
+
+struct Joints {
+    Joint right;
+    Joint bottom;
+};
+
+Joints jointsOf(const SheetJob& job) {
+    const SheetPlace first = sheetPlace(job, 1); // which has every neighbour that there is
+    Joints joints;
+    for (const Edge edge : {edgeTop, edgeRight, edgeBottom, edgeLeft}) {
+        const Edge side = posterEdge(edge, first.turned);
+        if (side == edgeRight || side == edgeBottom) {
+            (side == edgeRight ? joints.right : joints.bottom) = {
+                first.neighbour[edge], first.strips[edge], job.margins[edge]};
+        }
+    }
+    return joints;
+}
+
 // A strip's width as a person reads it on a ruler.
-std::string stripText(const SheetJob& job) {
+std::string widthText(const SheetJob& job, double strip) {
     const bool inches = job.units == Units::inches;
     const double unit = inches ? pointsPerInch : pointsPerMillimetre;
-    return plainNumber(std::round(job.choices.overlap / unit * 100) / 100) +
-           (inches ? " inch" : " mm");
+    return plainNumber(std::round(strip / unit * 100) / 100) + (inches ? " inch" : " mm");
+}
+
+// The steps of cutting and gluing where at least one joint has a strip.
+std::pair<std::string, std::string> stripSteps(const SheetJob& job) {
+    const auto [right, bottom] = jointsOf(job);
+    const bool both = right.strip > 0 && bottom.strip > 0;
+    const std::string one = right.strip > 0 ? "right" : "bottom";
+    const std::string cut = "Cut off the left and the top margin where another sheet joins. Leave ";
+    const std::string widths = both && right.strip != bottom.strip
+                                   ? widthText(job, right.strip) + " at the right, " +
+                                         widthText(job, bottom.strip) + " at the bottom"
+                                   : widthText(job, std::max(right.strip, bottom.strip));
+    const bool bare = (right.needed && right.strip <= 0) || (bottom.needed && bottom.strip <= 0);
+    return {
+        cut + (both ? "the strips at the right and the bottom." : "the strip at the " + one + "."),
+        "Put glue on the strip (" + widths +
+            "). Lay the next sheet on it so that the picture goes on." +
+            (bare ? " Where there is none, tape the edges from the back." : "")};
 }
 
 } // namespace
 
 Joining joiningOf(const SheetJob& job) {
-    if (job.choices.overlap > 0) {
+    const auto [right, bottom] = jointsOf(job);
+    if (right.strip > 0 || bottom.strip > 0) {
         return Joining::onStrips;
     }
-    const bool turned = job.layout.tilesTurned;
-    for (const Edge edge : {edgeTop, edgeRight, edgeBottom, edgeLeft}) {
-        const Edge side = posterEdge(edge, turned);
-        constexpr double leastGlued = 2 * pointsPerMillimetre;
-        if ((side == edgeRight || side == edgeBottom) && job.margins[edge] < leastGlued) {
+    constexpr double leastGlued = 2 * pointsPerMillimetre;
+    for (const Joint& joint : {right, bottom}) {
+        if (joint.needed && joint.margin < leastGlued) {
             return Joining::edgeToEdge;
         }
     }
@@ -247,13 +289,10 @@ std::vector<std::string> assemblySteps(const SheetJob& job) {
     const std::string rows = "Join the sheets of each row from left to right, then the rows from "
                              "top to bottom.";
     switch (joiningOf(job)) {
-    case Joining::onStrips:
-        return {measure,
-                "Cut off the left and the top margin where another sheet joins. Leave the strips "
-                "at the right and the bottom.",
-                "Put glue on the strip (" + stripText(job) +
-                    "). Lay the next sheet on it so that the picture goes on.",
-                rows};
+    case Joining::onStrips: {
+        const auto [cut, glue] = stripSteps(job);
+        return {measure, cut, glue, rows};
+    }
     case Joining::onMargins:
         return {measure,
                 "Cut off the left and the top margin where another sheet joins. Leave the other "

@@ -18,7 +18,7 @@ enum class Joining {
 
 Joining joiningOf(const SheetJob& job);
 
-// The four steps, in the order in which they are done; at most two short sentences each.
+// The four steps, in the order in which they are done; at most three short sentences each.
 std::vector<std::string> assemblySteps(const SheetJob& job);
 
 // The length of the ruler in the units: 100 mm or 4 inches, less where the page has no room for it.

@@ -99,6 +99,48 @@ TEST(GuidePage, StepsFollowTheWayTheSheetsAreJoined) {
     }
 }
 
+TEST(GuidePage, StepsTellOfTheStripsThatThereAre) {
+    const auto stepsWith = [](double right, double bottom, double overlap) {
+        SheetJob job = a4Job();
+        job.margins[edgeRight] = right * pointsPerMillimetre;
+        job.margins[edgeBottom] = bottom * pointsPerMillimetre;
+        job.choices.overlap = overlap * pointsPerMillimetre;
+        return assemblySteps(job);
+    };
+    const std::string cut = "Cut off the left and the top margin where another sheet joins. ";
+    EXPECT_EQ(stepsWith(10, 10, 8)[1], cut + "Leave the strips at the right and the bottom.");
+    EXPECT_EQ(
+        stepsWith(10, 10, 8)[2],
+        "Put glue on the strip (8 mm). Lay the next sheet on it so that the picture goes on.");
+    EXPECT_EQ(stepsWith(6, 6, 8)[2],
+              "Put glue on the strip (6 mm). Lay the next sheet on it so that the picture goes on.")
+        << "no wider than the margin";
+    EXPECT_EQ(stepsWith(6, 10, 8)[2], "Put glue on the strip (6 mm at the right, 8 mm at the "
+                                      "bottom). Lay the next sheet on it so that the picture goes "
+                                      "on.");
+    EXPECT_EQ(stepsWith(0, 10, 8)[1], cut + "Leave the strip at the bottom.");
+    EXPECT_EQ(stepsWith(0, 10, 8)[2],
+              "Put glue on the strip (8 mm). Lay the next sheet on it so that the picture goes on. "
+              "Where there is none, tape the edges from the back.");
+    EXPECT_EQ(stepsWith(10, 0, 8)[1], cut + "Leave the strip at the right.");
+    EXPECT_EQ(stepsWith(0, 0, 8), stepsWith(0, 0, 0)) << "no strip anywhere";
+}
+
+TEST(GuidePage, StepsTellOfTheJointsThatThereAre) {
+    SheetJob job = a4Job();
+    job.choices.overlap = 8 * pointsPerMillimetre;
+    job.layout.tilesHigh = 1;
+    EXPECT_NE(assemblySteps(job)[1].find("Leave the strip at the right."), std::string::npos);
+    EXPECT_EQ(assemblySteps(job)[2].find("none"), std::string::npos) << assemblySteps(job)[2];
+    job.choices.overlap = 0;
+    job.margins[edgeBottom] = 0;
+    EXPECT_EQ(joiningOf(job), Joining::onMargins) << "nothing joins at the bottom";
+    job.layout.tilesTurned = true; // the poster's right edge is the page's top
+    EXPECT_EQ(joiningOf(job), Joining::onMargins);
+    job.margins[edgeTop] = 0;
+    EXPECT_EQ(joiningOf(job), Joining::edgeToEdge);
+}
+
 TEST(GuidePage, StaysOnThePageWhateverThePaper) {
     for (const auto& [width, height] : {std::pair{595.0, 842.0},
                                         {842.0, 595.0},
@@ -112,7 +154,9 @@ TEST(GuidePage, StaysOnThePageWhateverThePaper) {
             job.margins.fill(0);
             job.layout.tilesWide = sheets;
             job.layout.tilesHigh = sheets;
-            job.choices.overlap = 0;
+            job.margins[edgeRight] = 4;
+            job.margins[edgeBottom] = 5;
+            job.choices.overlap = 9;
             const SheetPage page = guidePage(job);
             for (const PageText& text : itemsOf<PageText>(page.items)) {
                 EXPECT_GE(text.start.x, 0) << text.text;
