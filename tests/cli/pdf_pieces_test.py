@@ -218,6 +218,7 @@ class Geometry(PdfTest):
                             ("A5 - 148 x 210", (419.5276, 595.2756))):
             document = self.path("poster.pdf")
             self.done("--units", "mm", "--paper", paper, "--pdf", document, "--yes", photo)
+            self.assertEqual(checked(document), "")
             for page in pages_of(document)[0]:
                 self.assertEqual(list(page.boxes), ["MediaBox"])
                 self.assertEqual(page.boxes["MediaBox"][:2], [0, 0])
@@ -324,6 +325,7 @@ class Memory(PdfTest):
         arguments = (*A5, "--wide", "3", "--no-guide", "--yes", "--pdf", document, photo)
         result = self.run_tiles(*arguments)
         self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertEqual(checked(document), "")
         with open(document, "rb") as file:
             cut = file.read()
         self.environment["MALLOC_ARENA_MAX"] = "1"  # a limit of addresses counts what is reserved

@@ -17,6 +17,7 @@ import unittest
 
 from PIL import Image
 
+from pdf_pages import checked
 from tiles_support import NO_MOUNTS, PROGRAM, SANITIZED, TilesTest, noise, sampling, smooth
 
 
@@ -28,9 +29,7 @@ class Document(TilesTest):
     def make(self, *arguments):
         photo = self.photo("lake.jpg", smooth(1200, 900), quality=95)
         self.done(*self.A4, "--pdf", self.path("poster.pdf"), "--yes", *arguments, photo)
-        check = subprocess.run(["qpdf", "--check", self.path("poster.pdf")], capture_output=True,
-                               text=True)
-        self.assertEqual((check.returncode, check.stderr), (0, ""), check.stdout)
+        self.assertEqual(checked(self.path("poster.pdf")), "")
         info = subprocess.run(["pdfinfo", self.path("poster.pdf")], capture_output=True, text=True)
         return dict(line.split(":", 1) for line in info.stdout.splitlines())
 
@@ -128,6 +127,7 @@ class Document(TilesTest):
         for value in (10, 20, 30):
             photo = self.photo("lake.jpg", Image.new("L", (300, 200), value))
             self.done("--yes", "--pdf", self.path("a.pdf"), photo)
+            self.assertEqual(checked(self.path("a.pdf")), "")
             numbers.add(self.number_of(self.path("a.pdf")))
         self.assertEqual(len(numbers), 3)
 

@@ -2,6 +2,7 @@
 // through the system's own dialog for saving.
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
+#include "support/sound_pdf.h"
 
 #include <fstream>
 #include <iterator>
@@ -57,6 +58,7 @@ class OpenSheets {
         user.waitForWindowToGo("frmSimpleMsg");
         const std::string bytes = document(name);
         EXPECT_EQ(bytes.substr(0, 7), "%PDF-1.");
+        expectSoundPdf(stage.photos() / name);
         EXPECT_EQ(pagesOf(bytes), pages);
     }
 

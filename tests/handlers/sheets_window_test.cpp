@@ -6,6 +6,7 @@
 #include "platform/image/codec.h"
 #include "platform/text/path_text.h"
 #include "sheets/frmSheets.h"
+#include "support/sound_pdf.h"
 #include "support/temp_folder.h"
 #include "support/test_platform.h"
 
@@ -268,7 +269,7 @@ class SheetsDocumentTest : public SheetsWindowTest {
 TEST_F(SheetsDocumentTest, WritesTheDocumentAndSaysWhereItIs) {
     open();
     window.cmdSavePdf.userClick();
-    EXPECT_TRUE(std::filesystem::file_size(document) > 1000);
+    expectSoundPdf(document);
     EXPECT_TRUE(fakes.dialogs.messages.empty());
     EXPECT_TRUE(result.visible());
     EXPECT_EQ(result.lnkFol.target(), pathText(document));

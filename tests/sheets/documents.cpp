@@ -1,5 +1,7 @@
 #include "sheets/documents.h"
 
+#include "support/sound_pdf.h"
+
 #include <array>
 #include <atomic>
 #include <cstdio>
@@ -64,6 +66,7 @@ std::filesystem::path makeDocument(const Folder& folder, const test::Bytes& phot
     const PosterPdf poster{file, rotation, job, folder.file("poster.pdf")};
     writePosterPdf(
         poster, [] {}, [](std::size_t) {});
+    test::expectSoundPdf(poster.file);
     return poster.file;
 }
 

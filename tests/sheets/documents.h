@@ -30,7 +30,7 @@ test::Bytes readFile(const std::filesystem::path& file);
 // pixels, and with wide x high sheets a photo of sheetsWide * 400 x sheetsHigh * 600 fits exactly.
 SheetJob smallJob(int sheetsWide, int sheetsHigh, bool tilesTurned = false);
 
-// Writes the photo's bytes and the document beside it; returns the document's path.
+// Writes the photo's bytes and the document beside it, which has to be sound; returns its path.
 std::filesystem::path makeDocument(const Folder& folder, const test::Bytes& photo,
                                    const SheetJob& job, Turn rotation = Turn::none);
 
