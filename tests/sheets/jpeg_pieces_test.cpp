@@ -55,6 +55,18 @@ TEST_F(JpegPieces, ReachOneBlockGroupBeyondWhatIsWanted) {
     EXPECT_EQ(pieces->pieceFor({40, 20, 30, 30}), (PixelRectangle{16, 0, 80, 80}));
 }
 
+TEST_F(JpegPieces, AskWhetherTheRunIsToEnd) {
+    struct Ended {};
+    const auto end = [] { throw Ended(); };
+    const auto pieces = openJpegPieces(save(makeJpeg({}, photo(900, 600))));
+    ASSERT_TRUE(pieces->wantSmall({0, 0, 900, 600}, {90, 60}));
+    pieces->start({{0, 0, 900, 600}}, 1);
+    EXPECT_THROW(pieces->next(end), Ended);
+    EXPECT_FALSE(pieces->next([] {}).empty()) << "it can go on";
+    EXPECT_THROW(pieces->small(end), Ended);
+    EXPECT_EQ(pieces->small([] {}).width(), 90);
+}
+
 TEST_F(JpegPieces, OfADamagedPhotoNameItInTheError) {
     Bytes file = makeJpeg({}, photo(90, 60));
     file.resize(30);
