@@ -15,7 +15,6 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
-#include FT_TRUETYPE_TABLES_H
 
 namespace veldara {
 namespace {
@@ -49,10 +48,11 @@ FontMetrics readMetrics(FT_Face face) {
     FontMetrics metrics;
     metrics.ascent = thousandths(face, face->ascender);
     metrics.descent = thousandths(face, face->descender);
-    const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
-    metrics.capHeight = table != nullptr && table->version >= 2 && table->sCapHeight > 0
-                            ? thousandths(face, table->sCapHeight)
-                            : metrics.ascent;
+    // Measured: tables of older versions do not say it.
+    if (FT_Load_Char(face, 'H', FT_LOAD_NO_SCALE) != 0) {
+        refuse();
+    }
+    metrics.capHeight = thousandths(face, face->glyph->metrics.horiBearingY);
     metrics.left = thousandths(face, face->bbox.xMin);
     metrics.bottom = thousandths(face, face->bbox.yMin);
     metrics.right = thousandths(face, face->bbox.xMax);

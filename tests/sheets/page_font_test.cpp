@@ -21,11 +21,21 @@ TEST(PageFont, WidthsAreThoseOfTheFont) {
     EXPECT_EQ(glyphAdvance(1U << 20), 0);
     EXPECT_NEAR(pageTextWidth("ii", 10), 2 * glyphAdvance(pageGlyph(U'i')) / 100, 1e-9);
     const FontMetrics metrics = pageFontMetrics();
+    EXPECT_NEAR(metrics.capHeight, 1000 * 1493.0 / 2048, 1e-6);
     EXPECT_GT(metrics.ascent, metrics.capHeight);
-    EXPECT_GT(metrics.capHeight, 0);
     EXPECT_LT(metrics.descent, 0);
     EXPECT_LT(metrics.left, metrics.right);
     EXPECT_LT(metrics.bottom, metrics.top);
+}
+
+TEST(PageFont, TextIsShortenedToAsMuchAsFits) {
+    const std::string ellipsis = "\xE2\x80\xA6";
+    const auto roomFor = [](const std::string& text) { return pageTextWidth(text, 10) + 1e-9; };
+    EXPECT_EQ(shortenedText("mmmm", 10, roomFor("mmmm")), "mmmm");
+    EXPECT_EQ(shortenedText("mmmmm", 10, roomFor("mmm" + ellipsis)), "mmm" + ellipsis);
+    EXPECT_EQ(shortenedText("mmmm", 10, roomFor("mm" + ellipsis)), "mm" + ellipsis);
+    EXPECT_EQ(shortenedText("mmmm", 10, roomFor("m" + ellipsis)), "m" + ellipsis);
+    EXPECT_EQ(shortenedText("mmmm", 10, roomFor(ellipsis)), "") << "an ellipsis alone says nothing";
 }
 
 // Every band of a printed page is drawn on a thread of its own, which ends with it.
