@@ -102,6 +102,37 @@ TEST(PagePicture, WithoutAPhotoItIsGrey) {
     const SheetJob job = testing::a4Job();
     const Image page = drawPage(sheetPage(job, 1), {nullptr, 3000, 2000}, 210, 297);
     EXPECT_EQ(colourAt(page, 100, 150), (PageColour{200, 200, 200}));
+    const PhotoPicture empty{std::make_shared<const Image>(), 3000, 2000};
+    EXPECT_EQ(colourAt(drawPage(sheetPage(job, 1), empty, 210, 297), 100, 150),
+              (PageColour{200, 200, 200}));
+}
+
+// A page of 100 points with one black line, a pixel a point.
+Image pageWith(const PageLine& line) {
+    return drawPage({100, 100, 1, {line}}, {}, 100, 100);
+}
+
+TEST(PagePicture, LinesAreAsWideAsTheyArePrinted) {
+    const PageColour black{0, 0, 0};
+    const Image wide = pageWith({{0, 50}, {100, 50}, 10, black, 0});
+    EXPECT_EQ(colourAt(wide, 50, 44), white);
+    EXPECT_EQ(colourAt(wide, 50, 45), black);
+    EXPECT_EQ(colourAt(wide, 50, 54), black);
+    EXPECT_EQ(colourAt(wide, 50, 55), white);
+    const Image hairline = pageWith({{50.5, 0}, {50.5, 100}, 0.1, black, 0});
+    EXPECT_LT(colourAt(hairline, 50, 50).red, 128) << "it would fade away";
+    EXPECT_EQ(colourAt(hairline, 51, 50), white);
+}
+
+TEST(PagePicture, DashesAreAsLongAsTheGapsBetweenThem) {
+    const PageColour black{0, 0, 0};
+    const Image dashed = pageWith({{0, 50}, {50, 50}, 4, black, 10});
+    for (const int x : {1, 8, 21, 28, 41, 48}) {
+        EXPECT_EQ(colourAt(dashed, x, 50), black) << x;
+    }
+    for (const int x : {11, 18, 31, 38, 51, 58}) {
+        EXPECT_EQ(colourAt(dashed, x, 50), white) << x;
+    }
 }
 
 TEST(AssembledPoster, HasThePostersShapeAndMarksTheSheet) {
