@@ -1,4 +1,6 @@
+#include "image/files.h"
 #include "platform/error.h"
+#include "platform/image/turn.h"
 #include "sheets/assembled_poster.h"
 #include "sheets/page_font.h"
 #include "sheets/page_picture.h"
@@ -105,6 +107,17 @@ TEST(PagePicture, WithoutAPhotoItIsGrey) {
     const PhotoPicture empty{std::make_shared<const Image>(), 3000, 2000};
     EXPECT_EQ(colourAt(drawPage(sheetPage(job, 1), empty, 210, 297), 100, 150),
               (PageColour{200, 200, 200}));
+}
+
+TEST(PagePicture, PutsEveryPixelInItsPlace) {
+    const auto photo = std::make_shared<const Image>(test::photo(120, 80));
+    const auto drawn = [&](bool turned, double width, double height) {
+        const SheetPage page{
+            width, height, 1, {PagePhoto{{0, 0, 120, 80}, {0, 0, width, height}, turned}}};
+        return drawPage(page, {photo, 120, 80}, static_cast<int>(width), static_cast<int>(height));
+    };
+    EXPECT_TRUE(test::same(drawn(false, 120, 80), *photo));
+    EXPECT_TRUE(test::same(drawn(true, 80, 120), turned(photo->view(), Turn::counterClockwise)));
 }
 
 // A page of 100 points with one black line, a pixel a point.
