@@ -137,6 +137,21 @@ TEST(PagePicture, LinesAreAsWideAsTheyArePrinted) {
     EXPECT_EQ(colourAt(hairline, 51, 50), white);
 }
 
+TEST(PagePicture, ShapesAreFilledToTheirSlantingEdges) {
+    const PageColour black{0, 0, 0};
+    const Image triangle = drawPage(
+        {100, 100, 1, {PageShape{{{20, 30}, {80, 30}, {20, 90}}, black, 0}}}, {}, 100, 100);
+    for (int y = 0; y < 100; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            if (x + y == 109) { // the edge runs through it
+                continue;
+            }
+            const bool inside = x >= 20 && y >= 30 && x + y < 109;
+            ASSERT_EQ(colourAt(triangle, x, y), inside ? black : white) << x << ", " << y;
+        }
+    }
+}
+
 TEST(PagePicture, DashesAreAsLongAsTheGapsBetweenThem) {
     const PageColour black{0, 0, 0};
     const Image dashed = pageWith({{0, 50}, {50, 50}, 4, black, 10});
