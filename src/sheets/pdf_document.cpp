@@ -249,16 +249,11 @@ class Document {
 
     // The writer writes objects in the order in which it meets them, and it meets these before the
     // pages' own: so it asks for the pieces in the order in which they are made, whichever way the
-    // photo is turned, and for the guide's picture last.
+    // photo is turned, and for the guide's picture, which is met with its page, last.
     QPDFObjectHandle pieceOrder() {
         QPDFObjectHandle order = QPDFObjectHandle::newArray();
         for (const std::size_t page : parts_.order) {
             order.appendItem(pictures_[page]);
-        }
-        for (std::size_t i = 0; i < parts_.pages.size(); ++i) {
-            if (parts_.pages[i].sheet == 0) {
-                order.appendItem(pictures_[i]);
-            }
         }
         QPDFObjectHandle data = QPDFObjectHandle::newDictionary();
         // Such data must say when they were changed; the document is the same whenever it is made.

@@ -4,6 +4,7 @@
 #include "sheets/documents.h"
 #include "sheets/guide_page.h"
 #include "sheets/poster_pdf.h"
+#include "sheets/sheet_jobs.h"
 #include "support/sound_pdf.h"
 
 #include <sstream>
@@ -76,9 +77,97 @@ TEST(PosterPdf, AsksForNoScalingAndOneSide) {
     const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
     const std::string text =
         said("qpdf --qdf --object-streams=disable '" + document.string() + "' - | strings").text;
-    for (const char* words : {"/PrintScaling /None", "/Duplex /Simplex", "/PickTrayByPDFSize true",
-                              "/P (Guide)", "/St 1"}) {
+    for (const char* words :
+         {"/PrintScaling /None", "/Duplex /Simplex", "/PickTrayByPDFSize true"}) {
         EXPECT_NE(text.find(words), std::string::npos) << words;
+    }
+}
+
+TEST(PosterPdf, PagesAreLabelledByTheirSheets) {
+    const Folder folder;
+    SheetJob job = smallJob(3, 2);
+    job.choices.sheets = {2, 3, 6};
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    const std::string text = said("qpdf --qdf '" + document.string() + "' - | strings").text;
+    for (const char* words : {"/P (Guide)", "/St 2", "/St 6"}) {
+        EXPECT_NE(text.find(words), std::string::npos) << words;
+    }
+    EXPECT_EQ(text.find("/St 3"), std::string::npos) << "it follows 2";
+}
+
+// The part of a page in which something is drawn: the share of pixels that are not white.
+double inkIn(const Image& page, int left, int top, int right, int bottom) {
+    int ink = 0;
+    for (int y = top; y < bottom; ++y) {
+        for (int x = left; x < right; ++x) {
+            ink += page.row(y)[3 * x + 1] < 250 ? 1 : 0;
+        }
+    }
+    return static_cast<double>(ink) / ((right - left) * (bottom - top));
+}
+
+TEST(PosterPdf, MarksAndLabelStandInTheMargins) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const std::filesystem::path document = makeDocument(folder, jpegPhoto(job), job);
+    for (const Renderer renderer : {Renderer::poppler, Renderer::mupdf, Renderer::ghostscript}) {
+        SCOPED_TRACE(static_cast<int>(renderer));
+        const Image page = rendered(document, 2, renderer, folder);
+        ASSERT_EQ(page.width(), 500);
+        for (const int x : {28, 455}) { // marks from 4 to 24 pixels beyond the corners
+            for (const int y : {48, 648}) {
+                EXPECT_GT(inkIn(page, x, y, x + 17, y + 4), 0.2) << x << ", " << y;
+            }
+        }
+        EXPECT_GT(inkIn(page, 60, 660, 200, 690), 0.02) << "the label";
+        EXPECT_EQ(inkIn(page, 60, 5, 440, 45), 0) << "nothing in the margin at the top";
+    }
+}
+
+// Ever more red to the right, ever more green to the bottom.
+Image slopes(int width, int height) {
+    Image image(width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            image.row(y)[3 * x] = static_cast<std::uint8_t>(255 * x / width);
+            image.row(y)[3 * x + 1] = static_cast<std::uint8_t>(255 * y / height);
+            image.row(y)[3 * x + 2] = 128;
+        }
+    }
+    return image;
+}
+
+void expectGuideShowsSlopes(const Image& page, const SheetJob& job) {
+    const std::vector<PagePhoto> photos = testing::itemsOf<PagePhoto>(guidePage(job).items);
+    ASSERT_EQ(photos.size(), 1U);
+    const PageRect& target = photos[0].target;
+    constexpr double pixel = 0.72; // points
+    // Away from the grid's lines and the numbers in the sheets' middles.
+    for (const double across : {0.1, 0.4, 0.6, 0.9}) {
+        for (const double down : {0.1, 0.4, 0.6, 0.9}) {
+            const std::uint8_t* is =
+                page.row(static_cast<int>((target.top + down * target.height()) / pixel)) +
+                3 * static_cast<int>((target.left + across * target.width()) / pixel);
+            EXPECT_NEAR(is[0], 255 * across, 10) << across << ", " << down;
+            EXPECT_NEAR(is[1], 255 * down, 10) << across << ", " << down;
+        }
+    }
+}
+
+TEST(PosterPdf, TheGuideShowsThePosterAsItStands) {
+    const Folder folder;
+    const SheetJob job = smallJob(2, 2);
+    const Image shown = slopes(job.layout.photoWidth, job.layout.photoHeight);
+    for (const TileFormat type : {TileFormat::jpeg, TileFormat::tiff}) {
+        for (const auto& [turn, back] : {std::pair{Turn::none, Turn::none},
+                                         {Turn::clockwise, Turn::counterClockwise},
+                                         {Turn::half, Turn::half}}) {
+            SCOPED_TRACE(static_cast<int>(turn));
+            const Image stored = turned(shown.view(), back);
+            const std::filesystem::path document =
+                makeDocument(folder, encodeImage(stored.view(), type, 100, {}), job, turn);
+            expectGuideShowsSlopes(rendered(document, 1, Renderer::poppler, folder), job);
+        }
     }
 }
 
