@@ -7,6 +7,8 @@
 #include "sheets/sheet_jobs.h"
 #include "support/sound_pdf.h"
 
+#include <regex>
+#include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -277,6 +279,26 @@ TEST(PosterPdf, TextsCanBeSearchedWhateverTheNameHolds) {
     EXPECT_NE(said("pdffonts '" + document.string() + "'").text.find("yes yes yes"),
               std::string::npos)
         << "embedded, a subset, with a table of characters";
+}
+
+// What begins the name of a font of which only some glyphs are embedded.
+std::string subsetTag(const std::filesystem::path& document) {
+    std::smatch found;
+    const std::string fonts = said("pdffonts '" + document.string() + "'").text;
+    EXPECT_TRUE(std::regex_search(fonts, found, std::regex("\n([A-Z]{6})\\+"))) << fonts;
+    return found.size() == 2 ? found[1].str() : "";
+}
+
+TEST(PosterPdf, OtherGlyphsGiveTheFontAnotherName) {
+    const Folder folder;
+    SheetJob job = smallJob(1, 1);
+    const Bytes photo = jpegPhoto(job);
+    std::set<std::string> tags;
+    for (const char* name : {"abc.jpg", "QXZ.jpg", "\u00E4.jpg"}) {
+        job.photoName = name;
+        tags.insert(subsetTag(makeDocument(folder, photo, job)));
+    }
+    EXPECT_EQ(tags.size(), 3U);
 }
 
 TEST(PosterPdf, HasOnlyTheSheetsThatWereChosen) {
