@@ -274,6 +274,8 @@ TEST_F(SheetsDocumentTest, WritesTheDocumentAndSaysWhereItIs) {
     EXPECT_TRUE(result.visible());
     EXPECT_EQ(result.lnkFol.target(), pathText(document));
     EXPECT_FALSE(progress.visible());
+    EXPECT_EQ(progress.lblMsg.caption(), "Writing sheet 6 of 6");
+    EXPECT_DOUBLE_EQ(progress.GetProgressVal(), 0.99) << "it is full when the file is in its place";
     EXPECT_TRUE(window.cmdSavePdf.enabled());
     result.lnkFol.userClick();
     EXPECT_EQ(fakes.launcher.log.back(), "open " + pathText(document));
@@ -311,7 +313,8 @@ TEST_F(SheetsDocumentTest, CancelLeavesNothing) {
         progress.cmdCancel.userClick();
     };
     window.cmdSavePdf.userClick();
-    EXPECT_EQ(counted.substr(0, 14), "Writing sheet ");
+    EXPECT_EQ(counted, "Writing sheet 1 of 6");
+    EXPECT_EQ(progress.lblMsg.caption(), "Writing sheet 1 of 6") << "none was written";
     ASSERT_EQ(fakes.dialogs.messages.size(), 1U);
     EXPECT_EQ(fakes.dialogs.messages[0].text, canceledMessage().text);
     EXPECT_FALSE(result.visible());

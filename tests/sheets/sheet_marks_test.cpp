@@ -161,6 +161,19 @@ TEST(SheetLabel, ALongNameIsShortenedFirst) {
     EXPECT_LT(pageTextWidth(texts[0].text, texts[0].size), 190 * millimetre);
 }
 
+TEST(SheetLabel, EndsTwoMillimetresBeforeTheMarginDoes) {
+    SheetJob job = a4Job();
+    job.photoName = std::string(300, 'i');
+    const SheetPlace place = sheetPlace(job, 1);
+    double end = 0;
+    for (const PageLine& line : itemsOf<PageLine>(labelItems(job, place))) { // of the map
+        end = std::max({end, line.from.x, line.to.x});
+    }
+    const double most = place.own.right - 2 * millimetre;
+    EXPECT_LE(end, most + 1e-6);
+    EXPECT_GT(end, most - 3) << "there is room for another letter";
+}
+
 TEST(SheetLabel, FillsTheSheetInTheMap) {
     const SheetJob job = a4Job();
     const std::vector<PageShape> shapes =
