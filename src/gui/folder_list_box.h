@@ -59,6 +59,9 @@ class FolderListBox : public NativeFolderList {
     void openParent();
 #ifdef __WXMSW__
     wxColour textColour(std::size_t entry) const;
+    int iconLeft(const FolderList::Entry& folder) const;
+    int nameLeftOf(const FolderList::Entry& folder) const;
+    wxString cutNameAt(const wxPoint& at) const; // empty: none is cut there
 #else
     void scrollToCurrent();
 #endif

@@ -4,6 +4,7 @@
 #include "gui/folder_list_box.h"
 #include "gui/named_accessible.h"
 #include "gui/native_text.h"
+#include "gui/row_tips.h"
 
 #include <algorithm>
 
@@ -117,6 +118,7 @@ void FolderListBox::makeNative(wxWindow* parent, const wxSize& size) {
     closedFolder_ = folderBundle(false, iconSide);
     openFolder_ = folderBundle(true, iconSide);
     SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+    tellCutRows(*this, [this](const wxPoint& at) { return cutNameAt(at); });
     Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { openSelected(); });
     Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) {
         notify(EVENT_OBJECT_FOCUS, *this, GetSelection());
@@ -191,14 +193,33 @@ void FolderListBox::OnDrawItem(wxDC& dc, const wxRect& rect, std::size_t entry) 
     if (!IsEnabled()) {
         icon = icon.ConvertToDisabled();
     }
-    const int left = rect.x + FromDIP(4 + indentStep * folder.depth);
-    const wxSize iconSize = icon.GetLogicalSize();
-    dc.DrawBitmap(icon, left, rect.y + (rect.height - iconSize.y) / 2, true);
+    const int left = rect.x + iconLeft(folder);
+    dc.DrawBitmap(icon, left, rect.y + (rect.height - icon.GetLogicalSize().y) / 2, true);
     dc.SetFont(GetFont());
     dc.SetTextForeground(textColour(entry));
+    const int nameLeft = nameLeftOf(folder);
+    const wxString name = wxControl::Ellipsize(nativeText(folder.name), dc, wxELLIPSIZE_END,
+                                               GetClientSize().x - nameLeft);
+    dc.DrawText(name, rect.x + nameLeft, rect.y + (rect.height - dc.GetCharHeight()) / 2);
+}
+
+int FolderListBox::iconLeft(const FolderList::Entry& folder) const {
+    return FromDIP(4 + indentStep * folder.depth);
+}
+
+int FolderListBox::nameLeftOf(const FolderList::Entry& folder) const {
+    return iconLeft(folder) + FromDIP(iconSide + gap);
+}
+
+wxString FolderListBox::cutNameAt(const wxPoint& at) const {
+    const int row = VirtualHitTest(at.y);
+    if (row < 0 || static_cast<std::size_t>(row) >= entries_.size()) {
+        return {};
+    }
+    const FolderList::Entry& folder = entries_[static_cast<std::size_t>(row)];
     const wxString name = nativeText(folder.name);
-    const int textTop = rect.y + (rect.height - dc.GetCharHeight()) / 2;
-    dc.DrawText(name, left + iconSize.x + FromDIP(gap), textTop);
+    const bool cut = GetTextExtent(name).x > GetClientSize().x - nameLeftOf(folder);
+    return cut ? name : wxString();
 }
 
 wxCoord FolderListBox::OnMeasureItem(std::size_t) const {

@@ -1,5 +1,6 @@
 // The bindings of the controls that show entries to choose from.
 #include "gui/bindings.h"
+#include "gui/name_list_box.h"
 #include "gui/native_text.h"
 
 #include <algorithm>
@@ -106,10 +107,7 @@ wxComboBox* Bindings::freeCombo(wxWindow* parent, ComboBox& model) {
 }
 
 wxListBox* Bindings::listBox(wxWindow* parent, ListBox& model, const wxSize& size) {
-    auto* native = new wxListBox(parent, wxID_ANY, wxDefaultPosition, size, 0, nullptr,
-                                 wxLB_SINGLE | wxLB_NEEDED_SB | wxLB_HSCROLL);
-    native->SetName(nativeText(model.name()));
-    native->SetMinSize(size);
+    auto* native = new NameListBox(parent, nativeText(model.name()), size);
     choose(model, *native);
     chooseByKeys(model, *native);
     reclaimSelectedEntry(model, *native);

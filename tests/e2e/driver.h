@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include <wx/app.h>
 #include <wx/gdicmn.h>
@@ -109,6 +110,8 @@ class Driver {
     std::string waitForMessage(); // the text of the box that is up
     std::string messageTitle();
     MessageIcon messageIcon(); // by what is seen; none where no icon is
+    // The labels of its buttons from left to right, with "&" before their letters.
+    std::vector<std::string> messageButtons();
     void answerByMouse(Answer answer);
     void answerByKey(Answer answer);
 
@@ -118,6 +121,9 @@ class Driver {
 
     // The tool tip that is on the screen; empty: there is none.
     std::string shownToolTip();
+    // Rests with the pointer over a widget until that tool tip is on the screen.
+    void waitForToolTip(const std::string& window, const std::string& name, wxPoint inWidget,
+                        const std::string& words);
 
     // A dialog of the system's, which the toolkit cannot be asked about: waits until one with that
     // title has the keyboard.

@@ -61,15 +61,7 @@ class NativeLayer : public testing::Test {
     }
 
     void waitForTip(const std::string& window, const std::string& name, const std::string& words) {
-        const wxPoint middle = middleOf(window, name);
-        user.pointAt(window, name, middle);
-        user.pointAt(window, name, middle + wxPoint(2, 1));
-        std::string shown;
-        for (int tries = 0; tries < 300 && shown != words; ++tries) {
-            user.pause(std::chrono::milliseconds(20));
-            shown = user.shownToolTip();
-        }
-        EXPECT_EQ(shown, words) << name;
+        user.waitForToolTip(window, name, middleOf(window, name), words);
     }
 
     std::vector<std::string> entriesOf(const std::string& window, const std::string& name) {

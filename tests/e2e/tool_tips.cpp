@@ -68,4 +68,12 @@ std::string Driver::shownToolTip() {
     return onWindowThread([] { return portableText(shownText()); });
 }
 
+void Driver::waitForToolTip(const std::string& windowName, const std::string& name,
+                            wxPoint inWidget, const std::string& words) {
+    pointAt(windowName, name, inWidget);
+    pointAt(windowName, name, inWidget + wxPoint(2, 1));
+    waitUntil("the tool tip \"" + words + "\" is up",
+              [&] { return portableText(shownText()) == words; });
+}
+
 } // namespace veldara::test
