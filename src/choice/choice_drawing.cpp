@@ -14,10 +14,11 @@ struct Colour {
     std::uint8_t c0, c1, c2;
 };
 
-constexpr Colour white{255, 255, 255};
 constexpr Colour grey{190, 190, 190};
 constexpr Colour red{255, 0, 0};
 constexpr Colour blue{38, 110, 190};
+constexpr Colour darkInk{96, 102, 112};
+constexpr Colour lightInk{200, 205, 212};
 constexpr Colour wall{238, 235, 228};
 constexpr Colour shadow{206, 202, 192};
 constexpr Colour floorColour{201, 183, 158};
@@ -167,11 +168,12 @@ Image drawSheets(const PixelView& thumbnail, const PosterLayout& layout) {
 }
 
 Image drawGallery(const std::vector<Image>& pictures, int chosen, int columns, int cellWidth,
-                  int cellHeight) {
+                  int cellHeight, const std::array<std::uint8_t, 3>& ground) {
     const int count = static_cast<int>(pictures.size());
     const int rows = std::max(1, (count + columns - 1) / columns);
     Image gallery =
-        Image::filled(columns * cellWidth, rows * cellHeight, white.c0, white.c1, white.c2);
+        Image::filled(columns * cellWidth, rows * cellHeight, ground[0], ground[1], ground[2]);
+    const Colour& ink = ground[0] + ground[1] + ground[2] < 3 * 128 ? lightInk : darkInk;
     const int numberSize = std::max(9, cellHeight / 10);
     for (int i = 0; i < count; ++i) {
         const int left = i % columns * cellWidth;
@@ -180,7 +182,7 @@ Image drawGallery(const std::vector<Image>& pictures, int chosen, int columns, i
         paste(gallery, picture.view(), left + (cellWidth - picture.width()) / 2,
               top + numberSize + (cellHeight - numberSize - picture.height()) / 2);
         drawText(gallery.mutableView(), left + 5, top + 3, std::to_string(i + 1), numberSize,
-                 person.c0, person.c1, person.c2, 100);
+                 ink.c0, ink.c1, ink.c2, 100);
         if (i == chosen) {
             frame(gallery, left, top, left + cellWidth, top + cellHeight, 1 + cellHeight / 80,
                   blue);

@@ -5,6 +5,10 @@
 #include "layout/poster_choice.h"
 #include "platform/image/image.h"
 
+#include <array>
+#include <cstdint>
+#include <vector>
+
 namespace veldara {
 
 // A height that everybody has a feeling for.
@@ -18,9 +22,10 @@ Image choiceThumbnail(const PixelView& photo, int width, int height);
 Image drawSheets(const PixelView& thumbnail, const PosterLayout& layout);
 
 // Several pictures beside each other in rows, each centred in a cell of that size and numbered from
-// 1; the chosen one (from 0; -1: none) is framed.
+// 1; the chosen one (from 0; -1: none) is framed. The numbers can be read on a light and on a dark
+// ground.
 Image drawGallery(const std::vector<Image>& pictures, int chosen, int columns, int cellWidth,
-                  int cellHeight);
+                  int cellHeight, const std::array<std::uint8_t, 3>& ground);
 
 // Where a point of the gallery lies: the picture's index, or -1.
 int galleryIndexAt(int x, int y, int count, int columns, int cellWidth, int cellHeight);

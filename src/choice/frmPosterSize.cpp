@@ -68,6 +68,7 @@ void frmPosterSize::bindHandlers() {
     chkOnTheirSide.onClick = [this] { papers_Click(); };
     lstChoices.onClick = [this] { lstChoices_Click(); };
     picChoices.onResize = [this] { drawPictures(); };
+    picChoices.onGroundChange = [this] { drawGalleryPicture(); };
     picRoom.onResize = [this] { drawPictures(); };
     picChoices.onMouseDown = [this](MouseButton, int x, int y) { picChoices_MouseDown(x, y); };
     cmdOk.onClick = [this] { cmdOk_Click(); };
@@ -281,8 +282,9 @@ void frmPosterSize::drawGalleryPicture() {
     for (const PosterChoice& choice : choices_.best) {
         pictures.push_back(drawSheets(photo.view(), layoutOf(choice, state_.limits, papers_)));
     }
-    picChoices.setPixels(std::make_shared<Image>(
-        drawGallery(pictures, lstChoices.listIndex(), galleryColumns, cellWidth(), cellHeight())));
+    picChoices.setPixels(
+        std::make_shared<Image>(drawGallery(pictures, lstChoices.listIndex(), galleryColumns,
+                                            cellWidth(), cellHeight(), picChoices.ground())));
 }
 
 void frmPosterSize::drawRoomPicture() {

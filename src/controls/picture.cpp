@@ -56,6 +56,13 @@ void Picture::userMouseMove(int x, int y) {
     }
 }
 
+void Picture::userSetGround(const GroundColour& ground) {
+    if (ground != ground_) {
+        ground_ = ground;
+        raise(onGroundChange);
+    }
+}
+
 void Picture::userMouseUp(MouseButton button, int x, int y) {
     // A release belongs to an earlier press, so it arrives whatever has happened since.
     if (onMouseUp) {

@@ -4,6 +4,8 @@
 #include "controls/control.h"
 #include "platform/image/image.h"
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -42,6 +44,8 @@ struct PictureOverlay {
 
 enum class MouseButton { left, middle, right };
 
+using GroundColour = std::array<std::uint8_t, 3>; // red, green, blue
+
 class Picture : public Control {
   public:
     using Control::Control;
@@ -50,6 +54,7 @@ class Picture : public Control {
     std::function<void(MouseButton, int, int)> onMouseUp;
     Handler onDoubleClick; // of the left button; comes in place of the second press
     Handler onResize;
+    Handler onGroundChange;
 
     // What is shown: pixels (placed at the top-left corner, or centred by the view), or a drawing.
     const std::shared_ptr<const Image>& pixels() const { return pixels_; }
@@ -70,16 +75,21 @@ class Picture : public Control {
     void setSize(int width, int height); // raises onResize for a new one
     void setPlace(int left, int top);
 
+    // What stands beside the things in a picture, in the colour of the desktop's lists.
+    const GroundColour& ground() const { return ground_; }
+
     void userMouseDown(MouseButton button, int x, int y);
     void userDoubleClick();
     void userMouseMove(int x, int y);
     void userMouseUp(MouseButton button, int x, int y);
     void userResize(int width, int height) { setSize(width, height); }
+    void userSetGround(const GroundColour& ground);
 
   private:
     std::shared_ptr<const Image> pixels_;
     Drawing drawing_ = Drawing::none;
     std::optional<PictureOverlay> overlay_;
+    GroundColour ground_{255, 255, 255};
     int width_ = 0;
     int height_ = 0;
     int left_ = 0;

@@ -418,6 +418,15 @@ PictureBox* Bindings::pictureBox(wxWindow* parent, Picture& model, const wxSize&
 PictureBox* Bindings::picture(wxWindow* parent, Picture& model, const wxSize& smallest,
                               PictureBox::Keyboard keyboard, PictureBox::Ground ground) {
     PictureBox* native = pictureBox(parent, model, smallest, keyboard, ground);
+    if (ground == PictureBox::Ground::list) {
+        native->onColoursChanged = [alive = alive_, native, &model] {
+            if (*alive) {
+                const wxColour colour = native->groundColour();
+                model.userSetGround({colour.Red(), colour.Green(), colour.Blue()});
+            }
+        };
+        native->onColoursChanged();
+    }
     followWidget(model, *native, [this, native, &model](Property property) {
         if (property == Property::picture) {
             showIn(*native, model);

@@ -66,6 +66,13 @@ PictureBox::PictureBox(wxWindow* parent, const wxString& name, const wxSize& sma
             onResized(sizeInPixels());
         }
     });
+    Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+        event.Skip();
+        Refresh();
+        if (onColoursChanged) {
+            onColoursChanged();
+        }
+    });
     bindMouse();
     if (keyboard_ == Keyboard::taken) {
         bindKeyboard();
@@ -257,10 +264,20 @@ wxPoint PictureBox::pictureOrigin() const {
             std::max(0, (room.y - pixels_->height()) / 2)};
 }
 
+wxColour PictureBox::groundColour() const {
+    switch (ground_) {
+    case Ground::window:
+        return GetParent()->GetBackgroundColour();
+    case Ground::list:
+        return wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX);
+    default:
+        return matColour();
+    }
+}
+
 void PictureBox::paint() {
     wxAutoBufferedPaintDC dc(this);
-    dc.SetBackground(
-        wxBrush(ground_ != Ground::window ? matColour() : GetParent()->GetBackgroundColour()));
+    dc.SetBackground(wxBrush(groundColour()));
     dc.Clear();
     if (bitmap_.IsOk()) {
         const wxPoint origin = pictureOrigin();

@@ -19,9 +19,10 @@ namespace veldara {
 class PictureBox : public wxWindow {
   public:
     enum class Keyboard { ignored, taken };
-    // mat: the darker ground that a photo is laid on; trough: that of a bar that fills, which
-    // takes the place of the picture's white.
-    enum class Ground { window, mat, trough };
+    // mat: the darker ground that a photo is laid on; list: that of the desktop's lists, which the
+    // picture has itself; trough: that of a bar that fills, which takes the place of the picture's
+    // white.
+    enum class Ground { window, mat, list, trough };
 
     PictureBox(wxWindow* parent, const wxString& name, const wxSize& smallest, Keyboard keyboard,
                Ground ground);
@@ -40,6 +41,10 @@ class PictureBox : public wxWindow {
     // The inner size in pixels of the screen (not the toolkit's units, which are larger on a
     // display with small pixels).
     wxSize sizeInPixels() const;
+
+    // The ground's colour, and a call when the desktop's colours change.
+    wxColour groundColour() const;
+    std::function<void()> onColoursChanged;
 
     std::function<void(MouseButton, int, int)> onMouseDown;
     std::function<void()> onDoubleClick; // of the left button; its second press is not reported

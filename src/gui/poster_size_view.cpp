@@ -109,7 +109,7 @@ wxSizer* PosterSizeView::makeChoices() {
     group.inner()->Add(list, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     group.inner()->Add(bind().picture(box, model_.picChoices,
                                       dialog()->FromDIP(wxSize(listWidth, galleryHeight)),
-                                      PictureBox::Keyboard::ignored, PictureBox::Ground::window),
+                                      PictureBox::Keyboard::ignored, PictureBox::Ground::list),
                        wxSizerFlags(1).Expand().Border(wxBOTTOM, row));
     group.inner()->Add(bind().paragraph(box, model_.lblResult, listWidth, 2),
                        wxSizerFlags().Expand());

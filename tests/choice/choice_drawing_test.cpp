@@ -1,6 +1,8 @@
 #include "choice/choice_drawing.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -57,7 +59,7 @@ TEST(ChoiceDrawing, FramesTheChosenPictureAndFindsIt) {
     for (int i = 0; i < 3; ++i) {
         pictures.push_back(Image::filled(20, 20, 0, 0, 0));
     }
-    const Image gallery = drawGallery(pictures, 2, 2, 50, 40);
+    const Image gallery = drawGallery(pictures, 2, 2, 50, 40, {255, 255, 255});
     EXPECT_EQ(gallery.width(), 100);
     EXPECT_EQ(gallery.height(), 80);
     EXPECT_EQ(at(gallery, 25, 26), black);              // the first picture
@@ -68,6 +70,24 @@ TEST(ChoiceDrawing, FramesTheChosenPictureAndFindsIt) {
     EXPECT_EQ(galleryIndexAt(60, 50, 3, 2, 50, 40), -1);
     EXPECT_EQ(galleryIndexAt(100, 10, 3, 2, 50, 40), -1);
     EXPECT_EQ(galleryIndexAt(-1, 10, 3, 2, 50, 40), -1);
+}
+
+TEST(ChoiceDrawing, TheGalleryHasItsGroundAndNumbersThatStandOut) {
+    std::vector<Image> pictures;
+    pictures.push_back(Image::filled(20, 20, 255, 0, 0));
+    const auto numberStandsOut = [&](std::uint8_t grey) {
+        const Image gallery = drawGallery(pictures, -1, 1, 60, 80, {grey, grey, grey});
+        EXPECT_EQ(at(gallery, 59, 79), (Pixel{grey, grey, grey}));
+        int most = 0;
+        for (int y = 0; y < 14; ++y) {
+            for (int x = 0; x < 20; ++x) {
+                most = std::max(most, std::abs(at(gallery, x, y)[0] - grey));
+            }
+        }
+        return most > 100;
+    };
+    EXPECT_TRUE(numberStandsOut(255));
+    EXPECT_TRUE(numberStandsOut(30));
 }
 
 int columnsOf(const Image& image, const Pixel& colour) {

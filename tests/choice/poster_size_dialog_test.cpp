@@ -190,6 +190,19 @@ TEST_F(PosterSizeDialog, ChoosesByAClickOnAPicture) {
     });
 }
 
+TEST_F(PosterSizeDialog, TheGalleryTakesTheDesktopsColour) {
+    play([this] {
+        dialog.txtWidth.userSetText("33");
+        const auto corner = [this] {
+            const Image& gallery = *dialog.picChoices.pixels();
+            return gallery.row(gallery.height() - 1)[0];
+        };
+        EXPECT_EQ(corner(), 255);
+        dialog.picChoices.userSetGround({45, 45, 45});
+        EXPECT_EQ(corner(), 45);
+    });
+}
+
 TEST_F(PosterSizeDialog, LetsThePhotoGoWhenItCloses) {
     const std::weak_ptr<const Image> photo = owner.state->photo;
     play([] {});
