@@ -3,6 +3,7 @@
 #include "output/progress_picture.h"
 
 #include <memory>
+#include <string>
 
 namespace veldara {
 
@@ -59,6 +60,8 @@ void frmMsg::SetProgressVal(double dProg) {
 }
 
 void frmMsg::UpdateProgess() {
+    // Screen readers say every tenth.
+    picProgressBar.setCaption(std::to_string(static_cast<int>(dProgress * 10) * 10) + "%");
     const int width = picProgressBar.width();
     const int height = picProgressBar.height();
     if (width < 1 || height < 1) {

@@ -57,6 +57,7 @@ SAVE_CONTROLS = [
     ("push button", "Save Images Now"),
     ("push button", "Close"),
 ]
+FOLDER_EXISTS_CONTROLS = [("push button", "Yes"), ("push button", "No"), ("push button", "Cancel")]
 WINDOWS = [
     Window(MAIN, controls=[
         ("push button", "Desktop"),
@@ -130,10 +131,16 @@ WINDOWS = [
         ]),
     ]),
     Window("Save Image Tiles", "alt+s", close="alt+s", controls=SAVE_CONTROLS, then=[
-        Window("Folder Exists", close="alt+n", says="The folder", controls=[
-            ("push button", "Yes"),
-            ("push button", "No"),
-            ("push button", "Cancel"),
+        Window("Folder Exists", close="alt+n", says="The folder", controls=FOLDER_EXISTS_CONTROLS),
+    ]),
+    # So many tiles that the progress window stays for a while.
+    Window("Save Image Tiles", "alt+w End alt+g End alt+s", close="alt+s", controls=SAVE_CONTROLS, then=[
+        Window("Folder Exists", close="alt+y", controls=FOLDER_EXISTS_CONTROLS, then=[
+            Window("Veldara", holds="Cancel", close="alt+c", says="Saving Images Now", controls=[
+                ("push button", "Cancel"),
+            ], then=[
+                Window("Canceled", close="Return", says="Canceled by user", controls=[("push button", "OK")]),
+            ]),
         ]),
     ]),
     Window("Choose by Poster Size", "alt+t p", close="Escape", controls=[

@@ -67,6 +67,15 @@ TEST_F(ProgressWindow, LoadedOnItsOwnItClosesAtTheFirstTick) {
     EXPECT_FALSE(window.tmrProgBar.enabled());
 }
 
+TEST_F(ProgressWindow, ScreenReadersHearEveryTenth) {
+    window.ShowProgressBar("Working");
+    EXPECT_EQ(window.picProgressBar.caption(), "0%");
+    window.SetProgressVal(0.39);
+    EXPECT_EQ(window.picProgressBar.caption(), "30%");
+    window.SetProgressVal(0.5);
+    EXPECT_EQ(window.picProgressBar.caption(), "50%");
+}
+
 TEST_F(ProgressWindow, ShowProgressBarShowsAnEmptyBarBesideTheOthers) {
     window.ShowProgressBar("Working");
     EXPECT_EQ(window.curStatus, progressRunning);
