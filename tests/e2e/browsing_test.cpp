@@ -7,11 +7,72 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#ifdef __linux__
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
 namespace veldara::test {
 
 namespace {
 
 using testing::HasSubstr;
+
+#ifdef __linux__
+// Whether the thread opens folders without regard to their rights, as an administrator's may.
+void disregardRights(bool disregard) {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct sets[2] = {};
+    syscall(SYS_capget, &header, sets);
+    const std::uint32_t rights =
+        (1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH) & sets[0].permitted;
+    sets[0].effective = disregard ? sets[0].effective | rights : sets[0].effective & ~rights;
+    syscall(SYS_capset, &header, sets);
+}
+
+// The window thread without what an administrator may do.
+class OrdinaryUser {
+  public:
+    explicit OrdinaryUser(Driver& user) : user_(user) {
+        user_.onWindowThread([] { disregardRights(false); });
+    }
+    ~OrdinaryUser() {
+        user_.onWindowThread([] { disregardRights(true); });
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+  private:
+    Driver& user_;
+};
+
+TEST(Browsing, AFolderWithoutRightsIsEnteredAndShowsNothing) {
+    namespace fs = std::filesystem;
+    Stage stage;
+    stage.home().addFolder("photos/private/inner");
+    writeBitmap(stage.photos() / "a.bmp", 60, 40, smoothColour);
+    writeBitmap(stage.photos() / "private" / "b.bmp", 60, 40, smoothColour);
+    stage.start();
+    stage.pickPhoto("a.bmp");
+    const OrdinaryUser ordinary(stage.user());
+    fs::permissions(stage.photos() / "private", fs::perms::none);
+    stage.openFolder("private");
+    stage.waitFor("no file is listed", [](frmMain& main) { return main.lstFiles.count() == 0; });
+    const auto below = [](frmMain& main) {
+        return static_cast<int>(main.Dir1.entries().size()) - 1 - main.Dir1.currentEntry();
+    };
+    EXPECT_EQ(stage.ask(below), 0);
+    EXPECT_FALSE(stage.user().isShown("message"));
+    EXPECT_FALSE(stage.user().isEnabled("frmMain", "cmdSaveNow"));
+    stage.openFolder("photos");
+    fs::permissions(stage.photos() / "private", fs::perms::owner_all);
+    stage.pickPhoto("a.bmp");
+    stage.openFolder("private");
+    EXPECT_EQ(stage.ask(below), 1);
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.lstFiles.count(); }), 1);
+}
+#endif
 
 TEST(Browsing, FolderAndPhotoArePickedByClicking) {
     Stage stage;

@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <utility>
 
 #include <wx/artprov.h>
+#include <wx/button.h>
 #include <wx/image.h>
 #include <wx/statbmp.h>
 
@@ -76,6 +78,22 @@ MessageIcon Driver::messageIcon() {
             }
         }
         return MessageIcon::none;
+    });
+}
+
+std::vector<std::string> Driver::messageButtons() {
+    return onWindowThread([] {
+        std::map<int, std::string> labels; // by their places
+        for (const wxWindow* part : window("message")->GetChildren()) {
+            if (dynamic_cast<const wxButton*>(part) != nullptr) {
+                labels[part->GetPosition().x] = part->GetLabel().ToStdString();
+            }
+        }
+        std::vector<std::string> row;
+        for (const auto& [place, label] : labels) {
+            row.push_back(label);
+        }
+        return row;
     });
 }
 

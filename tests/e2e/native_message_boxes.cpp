@@ -5,6 +5,7 @@
 
 #include "gui/native_text.h"
 
+#include <map>
 #include <utility>
 
 #include <wx/msw/wrapwin.h>
@@ -118,6 +119,25 @@ std::string Driver::messageTitle() {
 
 MessageIcon Driver::messageIcon() {
     return iconOf(messageBox());
+}
+
+std::vector<std::string> Driver::messageButtons() {
+    std::map<LONG, std::string> labels; // by their places
+    HWND part = nullptr;
+    while ((part = FindWindowExW(messageBox(), part, L"Button", nullptr)) != nullptr) {
+        wchar_t label[64] = {};
+        RECT place{};
+        GetWindowTextW(part, label, 64);
+        GetWindowRect(part, &place);
+        if (IsWindowVisible(part) != 0) {
+            labels[place.left] = portableText(wxString(label));
+        }
+    }
+    std::vector<std::string> row;
+    for (const auto& [place, label] : labels) {
+        row.push_back(label);
+    }
+    return row;
 }
 
 void Driver::answerByMouse(Answer answer) {

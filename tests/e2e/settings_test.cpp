@@ -2,6 +2,8 @@
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
 
+#include <fstream>
+
 #include <gtest/gtest.h>
 
 namespace veldara::test {
@@ -58,6 +60,27 @@ TEST(Settings, AreNotSavedByTheMenusExit) {
     stage.stop();
     EXPECT_EQ(stage.stored("prefs_numTiles"), "w02h02");
 }
+
+#ifndef __WXMSW__
+TEST(Settings, TheFirstStartIsInThePicturesFolder) {
+    Stage stage;
+    const std::string pictures = stage.home().addFolder("My Pictures");
+    writeBitmap(stage.home().path() / "My Pictures" / "a.bmp", 60, 40, smoothColour);
+    stage.home().addFolder("Pictures"); // another one that only looks like it
+    stage.home().addFolder(".config");
+    std::ofstream(stage.home().path() / ".config" / "user-dirs.dirs")
+        << "XDG_PICTURES_DIR=\"$HOME/My Pictures\"\n";
+    stage.startAsStored();
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }), pictures);
+    stage.pickPhoto("a.bmp");
+}
+
+TEST(Settings, TheFirstStartIsInTheHomeFolderWhereThereAreNoPictures) {
+    Stage stage;
+    stage.startAsStored();
+    EXPECT_EQ(stage.ask([](frmMain& main) { return main.Dir1.path(); }), stage.home().text());
+}
+#endif
 
 } // namespace
 

@@ -25,6 +25,9 @@ void setHome(const TempFolder& home) {
     set("HOME", "");
     set("XDG_CONFIG_HOME", ".config");
     set("XDG_DATA_HOME", ".local/share");
+    for (const char* folder : {"XDG_DESKTOP_DIR", "XDG_DOCUMENTS_DIR", "XDG_PICTURES_DIR"}) {
+        wxUnsetEnv(folder);
+    }
     home.addFolder("Desktop");
     home.addFolder("Documents");
 }
@@ -80,6 +83,10 @@ void Stage::start() {
     if (stored("last_folder").empty()) {
         store("last_folder", home_ / "photos");
     }
+    startAsStored();
+}
+
+void Stage::startAsStored() {
     ended_ = false;
     user_.onWindowThread([this] {
         program_ = std::make_unique<DesktopProgram>([this] { ended_ = true; });

@@ -34,6 +34,8 @@ class Stage {
 
     // Starts the program in the folder of photos and waits for its main window.
     void start();
+    // Starts it wherever it begins with what is stored.
+    void startAsStored();
     bool ended() const { return ended_; }
     void waitForEnd();
 
