@@ -51,9 +51,21 @@ DialogView::DialogView(Window& model, wxWindow* parent)
     closeOnEscape();
 }
 
+wxSize DialogView::sizeFor(wxSizer* contents) const {
+    const int edges = 2 * dialog_->FromDIP(spacing::windowEdge);
+    return contents->CalcMin() + wxSize(edges, edges);
+}
+
+void DialogView::narrow(wxWindow& widget, wxSizer* contents) {
+    const int excess = sizeFor(contents).x - roomFor(*dialog_).x;
+    if (excess > 0) {
+        const wxSize smallest = widget.GetMinSize();
+        widget.SetMinSize(wxSize(std::max(1, smallest.x - excess), smallest.y));
+    }
+}
+
 void DialogView::finish(wxSizer* contents) {
-    const int edge = 2 * dialog_->FromDIP(spacing::windowEdge);
-    const wxSize needed = contents->GetMinSize() + wxSize(edge, edge);
+    const wxSize needed = sizeFor(contents);
     const wxSize room = roomFor(*dialog_);
     if (needed.x <= room.x && needed.y <= room.y) {
         setContents(*dialog_, contents);

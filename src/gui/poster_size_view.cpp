@@ -9,7 +9,11 @@ namespace veldara {
 namespace {
 
 constexpr int lengthWidth = 70;
-constexpr int listWidth = 516;
+// As long as an ordinary choice with the most to say.
+constexpr const char* longChoice = "1.  2 x 2 sheets, on their side: 17.81 x 11.81 inches, Good "
+                                   "from a distance, 93 % of the photo";
+constexpr int resultWidth = 516;
+constexpr int listEdges = 16; // what a list takes for itself at the left and the right
 constexpr int listHeight = 160;
 constexpr int galleryHeight = 230;
 constexpr int roomWidth = 250;
@@ -29,6 +33,7 @@ class PosterSizeView : public DialogView {
                    TextBox& length, Label& units, bool first);
 
     frmPosterSize& model_;
+    wxListBox* list_ = nullptr;
 };
 
 PosterSizeView::PosterSizeView(frmPosterSize& model, wxWindow* parent)
@@ -46,6 +51,7 @@ PosterSizeView::PosterSizeView(frmPosterSize& model, wxWindow* parent)
     auto* contents = new wxBoxSizer(wxVERTICAL);
     contents->Add(columns, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
     contents->Add(makeButtons(), wxSizerFlags().Expand());
+    narrow(*list_, contents);
     finish(contents);
 }
 
@@ -57,7 +63,9 @@ void PosterSizeView::addLength(wxFlexGridSizer& rows, wxWindow* box, OptionButto
     auto* value = new wxBoxSizer(wxHORIZONTAL);
     value->Add(field,
                wxSizerFlags().CentreVertical().Border(wxRIGHT, dialog()->FromDIP(spacing::close)));
-    value->Add(bind().valueLabel(box, units, "mm  = 1000.0 cm"), wxSizerFlags().CentreVertical());
+    // Inches stay that word; millimetres are told in centimetres too.
+    const char* sample = units.caption() == "inches" ? "inches" : "mm  = 1000.0 cm";
+    value->Add(bind().valueLabel(box, units, sample), wxSizerFlags().CentreVertical());
     addRow(rows, button, value);
 }
 
@@ -102,16 +110,17 @@ wxSizer* PosterSizeView::makeChoices() {
     const GroupSizer group(bind().frame(dialog(), model_.fraChoices), wxVERTICAL);
     wxStaticBox* box = group.box();
     const int row = dialog()->FromDIP(spacing::row);
-    wxListBox* list =
+    list_ =
         bind().listBox(box, model_.lstChoices,
-                       wxSize(textLength(*dialog(), listWidth), textLength(*dialog(), listHeight)));
-    bind().mnemonic('b', *list);
-    group.inner()->Add(list, wxSizerFlags().Expand().Border(wxBOTTOM, row));
+                       wxSize(dialog()->GetTextExtent(longChoice).x + dialog()->FromDIP(listEdges),
+                              textLength(*dialog(), listHeight)));
+    bind().mnemonic('b', *list_);
+    group.inner()->Add(list_, wxSizerFlags().Expand().Border(wxBOTTOM, row));
     group.inner()->Add(bind().picture(box, model_.picChoices,
-                                      dialog()->FromDIP(wxSize(listWidth, galleryHeight)),
+                                      dialog()->FromDIP(wxSize(resultWidth, galleryHeight)),
                                       PictureBox::Keyboard::ignored, PictureBox::Ground::list),
                        wxSizerFlags(1).Expand().Border(wxBOTTOM, row));
-    group.inner()->Add(bind().paragraph(box, model_.lblResult, listWidth, 2),
+    group.inner()->Add(bind().paragraph(box, model_.lblResult, resultWidth, 2),
                        wxSizerFlags().Expand());
     return group.outer();
 }

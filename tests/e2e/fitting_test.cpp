@@ -9,6 +9,7 @@
 #include <wx/choice.h>
 #include <wx/dcclient.h>
 #include <wx/display.h>
+#include <wx/listbox.h>
 #include <wx/radiobut.h>
 #include <wx/scrolwin.h>
 #include <wx/stattext.h>
@@ -49,6 +50,11 @@ class Fitting : public testing::Test {
             }
             if (const auto* text = dynamic_cast<const wxStaticText*>(one)) {
                 expectRoomForText(*one, text->GetLabelText());
+            }
+            if (const auto* list = dynamic_cast<const wxListBox*>(one)) {
+                for (const wxString& entry : list->GetStrings()) {
+                    expectRoomForText(*one, entry);
+                }
             }
             const bool hasOwnText = dynamic_cast<const wxButton*>(one) != nullptr ||
                                     dynamic_cast<const wxCheckBox*>(one) != nullptr ||
