@@ -122,7 +122,7 @@ press() { xdotool key --delay 60 "$@"; }
 
 # The windows of the program as they come up on one desktop: the whole screen each time.
 photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
-  local name="$1" size="$2" title keys
+  local name="$1" size="$2" keys key
   shift 2
   openDisplay "$size"
   env "$@" "$program" "$pictures/Lake at sunrise.jpg" &
@@ -131,11 +131,12 @@ photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
   xdotool mousemove "${size%x*}" "${size#*x}" # no tool tip comes up there
   sleep 2
   settle
-  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+j" "alt+h a" "alt+s" "ctrl+shift+s" "alt+t p" "alt+p" \
-    "alt+s alt+s"; do
-    # shellcheck disable=SC2086
-    press $keys
-    sleep 1
+  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+j alt+j" "alt+h a" "alt+s" "ctrl+shift+s" "alt+t p" \
+    "alt+p" "alt+s alt+s"; do
+    for key in $keys; do
+      press "$key"
+      sleep 1
+    done
     settle
     import -silent -window root -strip "$desktops/$name-${keys//[+ ]/_}.png"
     [[ "$keys" == alt+z* ]] || press Escape
