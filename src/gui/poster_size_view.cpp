@@ -63,7 +63,7 @@ void PosterSizeView::addLength(wxFlexGridSizer& rows, wxWindow* box, OptionButto
     auto* value = new wxBoxSizer(wxHORIZONTAL);
     value->Add(field,
                wxSizerFlags().CentreVertical().Border(wxRIGHT, dialog()->FromDIP(spacing::close)));
-    // Inches stay that word; millimetres are told in centimetres too.
+    // Inches stay that word; millimetres have their centimetres beside them.
     const char* sample = units.caption() == "inches" ? "inches" : "mm  = 1000.0 cm";
     value->Add(bind().valueLabel(box, units, sample), wxSizerFlags().CentreVertical());
     addRow(rows, button, value);

@@ -1,4 +1,4 @@
-// What screen readers are told of the controls on Windows, through the system's own interface.
+// What the system tells screen readers of the controls, on Windows.
 #include "e2e/stage.h"
 
 #ifdef __WXMSW__
@@ -22,7 +22,7 @@ VARIANT part(long number) {
     return which;
 }
 
-// What the system tells of one widget; for the window thread only.
+// One widget as the system describes it; for the window thread only.
 class Told {
   public:
     explicit Told(const wxWindow& widget) {

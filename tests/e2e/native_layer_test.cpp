@@ -291,23 +291,24 @@ HWND folderWindow(const std::string& folder) {
     return search.found;
 }
 #else
-// Stands for the desktop's opener: notes what it is given.
-class NotedOpener {
+// Stands for a program of the desktop's: notes what it is given, or that it was started.
+class NotedProgram {
   public:
-    explicit NotedOpener(const TempFolder& home)
+    NotedProgram(const TempFolder& home, const std::string& name)
         : note_(home.path() / "opened"), path_(wxGetenv("PATH")) {
-        const std::filesystem::path program = textPath(home.addFolder("bin")) / "xdg-open";
-        std::ofstream(program) << "#!/bin/sh\nprintf %s \"$1\" >\"" << note_.string() << ".part\"\n"
+        const std::filesystem::path program = textPath(home.addFolder("bin")) / name;
+        std::ofstream(program) << "#!/bin/sh\nprintf %s \"${1:-started}\" >\"" << note_.string()
+                               << ".part\"\n"
                                << "mv \"" << note_.string() << ".part\" \"" << note_.string()
                                << "\"\n";
         std::filesystem::permissions(program, std::filesystem::perms(0755));
         wxSetEnv("PATH", wxString(program.parent_path().string()) + ":" + path_);
     }
-    ~NotedOpener() { wxSetEnv("PATH", path_); }
-    NotedOpener(const NotedOpener&) = delete;
-    NotedOpener& operator=(const NotedOpener&) = delete;
+    ~NotedProgram() { wxSetEnv("PATH", path_); }
+    NotedProgram(const NotedProgram&) = delete;
+    NotedProgram& operator=(const NotedProgram&) = delete;
 
-    std::string opened() const {
+    std::string noted() const {
         std::ifstream note(note_);
         return {std::istreambuf_iterator<char>(note), {}};
     }
@@ -320,7 +321,7 @@ class NotedOpener {
 
 TEST_F(NativeLayer, TheResultsLinkOpensTheFolder) {
 #ifndef __WXMSW__
-    const NotedOpener opener(stage.home());
+    const NotedProgram opener(stage.home(), "xdg-open");
 #endif
     openPhoto();
     user.click("frmMain", "cmdSaveNow");
@@ -339,12 +340,25 @@ TEST_F(NativeLayer, TheResultsLinkOpensTheFolder) {
         user.pause(std::chrono::milliseconds(50));
     }
 #else
-    user.waitUntil("the folder is opened", [&] { return !opener.opened().empty(); });
-    EXPECT_EQ(opener.opened(), (stage.photos() / "wide_poster_images").string());
+    user.waitUntil("the folder is opened", [&] { return !opener.noted().empty(); });
+    EXPECT_EQ(opener.noted(), (stage.photos() / "wide_poster_images").string());
 #endif
     user.click("frmSimpleMsg", "cmdOk");
     user.waitForWindowToGo("frmSimpleMsg");
 }
+
+#ifndef __WXMSW__
+TEST_F(NativeLayer, AboutStartsTheDesktopsSystemInformation) {
+    const NotedProgram information(stage.home(), "kinfocenter");
+    stage.start();
+    user.clickMenu("frmMain", 3, 1);
+    user.click("frmAbout", "cmdSysInfo");
+    user.waitUntil("the program is started", [&] { return information.noted() == "started"; });
+    user.waitForWindow("frmAbout");
+    user.key(WXK_ESCAPE);
+    user.waitForWindowToGo("frmAbout");
+}
+#endif
 
 } // namespace
 
