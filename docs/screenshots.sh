@@ -131,8 +131,8 @@ photographDesktop() { # NAME WIDTHxHEIGHT VARIABLE=VALUE...
   xdotool mousemove "${size%x*}" "${size#*x}" # no tool tip comes up there
   sleep 2
   settle
-  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+j alt+j" "alt+h a" "alt+s" "ctrl+shift+s" "alt+t p" \
-    "alt+p" "alt+s alt+s"; do
+  for keys in "alt+z Right Right Right" "alt+e" "alt+i" "alt+j" "alt+h a" "alt+s" "ctrl+shift+s" "alt+t p" \
+    "alt+p" "alt+s alt+s" "ctrl+s alt+s"; do
     for key in $keys; do
       press "$key"
       sleep 1
