@@ -78,6 +78,7 @@ class PosterPrintingTest : public ::testing::Test {
 
 TEST_F(PosterPrintingTest, HandsTheDocumentOver) {
     EXPECT_EQ(print(), PrintEnd::printed);
+    EXPECT_FALSE(progress.bAllowCancel) << "the system has it";
     EXPECT_EQ(fakes.printing.printed, std::vector<std::string>{"lake.jpg"});
     EXPECT_EQ(fakes.printing.paper, "A4 - 210 x 297");
     EXPECT_EQ(fakes.printing.width, sheets.job.paperWidth);
@@ -170,6 +171,7 @@ TEST_F(PosterPrintingTest, CancelAfterTheSecondSheetEndsTheJob) {
     std::vector<std::string> said;
     fakes.printing.afterPage = [&](std::size_t page) {
         said.push_back(progress.lblMsg.caption());
+        EXPECT_DOUBLE_EQ(progress.GetProgressVal(), 0.99 * static_cast<double>(page) / 7);
         if (page == 1) {
             progress.cmdCancel.userClick();
         }

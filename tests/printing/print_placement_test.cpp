@@ -44,6 +44,11 @@ TEST(PrintPlacement, DotsThatAreNotSquareAreStretched) {
     EXPECT_EQ(height, 333);
 }
 
+TEST(PrintPlacement, APageHasAtLeastADot) {
+    EXPECT_EQ(placedBands(0.01, 0.01, {10, 10, 0, 0}, 100),
+              (std::vector<PlacedBand>{{0, 1, 0, 0, 1, 1}}));
+}
+
 TEST(PrintPlacement, ARowIsTheLeast) {
     EXPECT_EQ(placedBands(72, 72, {10, 10, 0, 0}, 1).size(), 10U);
 }

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 namespace veldara::test {
 
@@ -74,6 +75,24 @@ TEST_F(RowPieces, OfGreysStayGreyWithTheirProfile) {
     const auto colour = openRowPieces(path, PieceFilter::flate, "");
     EXPECT_EQ(colour->facts().colour, PieceColour::rgb);
     EXPECT_EQ(colour->facts().profile, rgbProfile());
+}
+
+TEST_F(RowPieces, OfInksStayInks) {
+    TiffKind kind;
+    kind.samples = 4;
+    kind.photometric = 5;
+    write(makeTiff(kind, 120, 90).bytes);
+    const auto inks = openInkPieces(path);
+    ASSERT_NE(inks, nullptr);
+    EXPECT_EQ(inks->facts().colour, PieceColour::cmyk);
+    EXPECT_EQ(inks->facts().width, 120);
+    inks->start({{10, 20, 30, 40}}, 1);
+    const Bytes stream = inks->next([] {});
+    Bytes rows((4 * 32 + 1) * 42 + 1); // one pixel more on each side, a byte for the predictor
+    uLongf size = static_cast<uLongf>(rows.size());
+    EXPECT_EQ(uncompress(rows.data(), &size, stream.data(), static_cast<uLong>(stream.size())),
+              Z_OK);
+    EXPECT_EQ(size, rows.size() - 1);
 }
 
 TEST_F(RowPieces, OfRgbAreNoInks) {
