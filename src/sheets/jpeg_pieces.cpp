@@ -1,6 +1,7 @@
 #include "sheets/jpeg_pieces.h"
 
 #include "platform/error.h"
+#include "platform/image/colour.h"
 #include "platform/text/path_text.h"
 #include "sheets/jpeg_cutter.h"
 
@@ -25,7 +26,9 @@ class JpegPieces : public PieceSource {
         facts_.filter = PieceFilter::dct;
         facts_.inverted = facts.components == 4 && facts.inksInverted;
         facts_.colourTransform = facts.components == 1 ? -1 : facts.colourTransform;
-        facts_.profile = facts.profile;
+        facts_.profile = facts_.colour == PieceColour::grey
+                             ? profileForGreyRows(facts.profile).value_or(ColourProfile{})
+                             : facts.profile;
     }
 
     const PieceFacts& facts() const override { return facts_; }

@@ -143,9 +143,7 @@ class Document {
     QPDFObjectHandle smallPicture() {
         QPDFObjectHandle stream =
             image(parts_.smallWidth, parts_.smallHeight, [this] { return parts_.small(); });
-        stream.getDict().replaceKey("/ColorSpace", parts_.facts.colour == PieceColour::rgb
-                                                       ? colourSpace()
-                                                       : name("/DeviceRGB"));
+        stream.getDict().replaceKey("/ColorSpace", smallColourSpace());
         stream.getDict().replaceKey("/Filter", name("/DCTDecode"));
         return stream;
     }
@@ -175,16 +173,29 @@ class Document {
                                            : ProfileKind::rgb;
         colours_ = name(grey ? "/DeviceGray" : inks ? "/DeviceCMYK" : "/DeviceRGB");
         if (profileKind(facts.profile) == fitting) {
-            QPDFObjectHandle profile =
-                document_.newStream(std::string(facts.profile.begin(), facts.profile.end()));
-            profile.getDict().replaceKey("/N", integer(components()));
-            profile.getDict().replaceKey("/Alternate", colours_);
-            QPDFObjectHandle space = QPDFObjectHandle::newArray();
-            space.appendItem(name("/ICCBased"));
-            space.appendItem(profile);
-            colours_ = document_.makeIndirectObject(space);
+            colours_ = profiled(facts.profile, components(), colours_);
         }
         return colours_;
+    }
+
+    // Of the guide's picture, which has three parts: greys as equal triples, and inks converted.
+    QPDFObjectHandle smallColourSpace() {
+        const PieceFacts& facts = parts_.facts;
+        if (facts.colour == PieceColour::rgb) {
+            return colourSpace();
+        }
+        const ColourProfile profile = profileForRgbRows(facts.profile, true);
+        return profile.empty() ? name("/DeviceRGB") : profiled(profile, 3, name("/DeviceRGB"));
+    }
+
+    QPDFObjectHandle profiled(const ColourProfile& profile, int parts, QPDFObjectHandle without) {
+        QPDFObjectHandle stream = document_.newStream(std::string(profile.begin(), profile.end()));
+        stream.getDict().replaceKey("/N", integer(parts));
+        stream.getDict().replaceKey("/Alternate", without);
+        QPDFObjectHandle space = QPDFObjectHandle::newArray();
+        space.appendItem(name("/ICCBased"));
+        space.appendItem(stream);
+        return document_.makeIndirectObject(space);
     }
 
     QPDFObjectHandle page(std::size_t number) {

@@ -1,6 +1,7 @@
 // What a JPEG photo's pieces have in common, as the document has to say it.
 #include "image/jpeg_files.h"
 #include "platform/error.h"
+#include "platform/image/colour.h"
 #include "sheets/jpeg_pieces.h"
 #include "support/temp_folder.h"
 
@@ -45,6 +46,17 @@ TEST_F(JpegPieces, AreOfThePhotosColours) {
         EXPECT_EQ(facts.colourTransform, kind.components == 1   ? -1
                                          : kind.components == 4 ? (kind.ycck ? 1 : 0)
                                                                 : (kind.rgb ? 0 : 1));
+    }
+}
+
+TEST_F(JpegPieces, OfGreysHaveAGreyProfile) {
+    JpegKind grey;
+    grey.components = 1;
+    for (const Bytes& profile : {greyProfile(), rgbProfile()}) {
+        Bytes content{'I', 'C', 'C', '_', 'P', 'R', 'O', 'F', 'I', 'L', 'E', 0, 1, 1};
+        append(content, profile);
+        const Bytes file = withSegment(makeJpeg(grey, photo(90, 60)), 0xE2, content);
+        EXPECT_EQ(profileKind(openJpegPieces(save(file))->facts().profile), ProfileKind::grey);
     }
 }
 

@@ -258,6 +258,20 @@ TEST(PosterPdf, ProfilesGoAlong) {
               std::string::npos);
 }
 
+TEST(PosterPdf, TheGuidesPictureHasAProfileOfTheSameGreys) {
+    const Folder folder;
+    const SheetJob job = smallJob(1, 1);
+    test::TiffKind grey;
+    grey.samples = 1;
+    grey.photometric = 1;
+    grey.profile = test::greyProfile(1.0);
+    const Bytes file = test::makeTiff(grey, job.layout.photoWidth, job.layout.photoHeight).bytes;
+    const std::string list =
+        said("pdfimages -list '" + makeDocument(folder, file, job).string() + "'").text;
+    EXPECT_TRUE(std::regex_search(list, std::regex("icc +3 +8 +jpeg"))) << list;
+    EXPECT_TRUE(std::regex_search(list, std::regex("icc +1 +8 +image"))) << list;
+}
+
 TEST(PosterPdf, TheSameInputGivesTheSameBytes) {
     const Folder folder;
     const SheetJob job = smallJob(2, 2);
