@@ -200,6 +200,14 @@ TEST(JpegCutter, TablesMayChangeFromScanToScan) {
     expectExact(changed, sheetsOf(100, 80, 2, 2, 4));
 }
 
+TEST(JpegCutter, GroupsOfTooManyBlocksForOneScanStayInSeparateOnes) {
+    JpegKind kind;
+    kind.separateScans = true;
+    kind.across = kind.down = 4; // eighteen blocks in a group; a scan may have ten
+    const Bytes file = makeJpeg(kind, photo(203, 157));
+    expectExact(file, sheetsOf(203, 157, 3, 2, 9));
+}
+
 TEST(JpegCutter, PiecesAreNoLargerThanTheirShareOfThePhoto) {
     for (const bool progressive : {false, true}) {
         JpegKind kind;
