@@ -109,7 +109,6 @@ PrintShortage printShortage(const SheetJob& job, const PrinterFacts& printer) {
     }
     shortage.hasPaper = printer.takesCustomSizes || isSamePaper(*nearest, width, height);
     if (!shortage.hasPaper) {
-        shortage.hasNearest = true;
         shortage.nearest = *nearest;
     }
     // A printer leaves the same white on a paper of any size that it does not know.

@@ -22,8 +22,7 @@ struct ShortEdge {
 
 struct PrintShortage {
     bool hasPaper = true;
-    bool hasNearest = false; // meaningful without the paper
-    PrinterPaper nearest;
+    PrinterPaper nearest;         // without the paper
     std::vector<ShortEdge> edges; // in the order top, right, bottom, left
     bool none() const { return hasPaper && edges.empty(); }
 };

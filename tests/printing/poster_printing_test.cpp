@@ -220,6 +220,13 @@ TEST_F(PosterPrintingTest, APrinterThatCannotBeAskedIsSaid) {
               notPrintedMessage("The printer \"office\" does not answer."));
 }
 
+TEST_F(PosterPrintingTest, APrinterThatStopsLaterIsSaidWithItsReason) {
+    printing.jobStopped("office", "It is out of paper.");
+    const std::string text = fakes.dialogs.onlyMessage().text;
+    EXPECT_NE(text.find("The printer \"office\" has stopped"), std::string::npos) << text;
+    EXPECT_NE(text.find("It is out of paper."), std::string::npos) << text;
+}
+
 TEST_F(PosterPrintingTest, OneJobAtATime) {
     fakes.printing.form = Form::drawn;
     fakes.printing.afterPage = [&](std::size_t) { EXPECT_EQ(print(), PrintEnd::notPrinted); };

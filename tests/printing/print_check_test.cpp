@@ -78,6 +78,19 @@ TEST(PrintCheck, EverythingIsOneText) {
               "Or you can go on.  Do you want to print the sheets as they are?");
 }
 
+TEST(PrintCheck, OnlyWhatHelpsIsProposed) {
+    SheetJob job = a4Job();
+    job.paperWidth = mm(297);
+    job.paperHeight = mm(420);
+    job.paperName = "A3 - 297 x 420";
+    EXPECT_EQ(textFor(job, office()),
+              "The printer \"office\" cannot print these sheets as they are.\n\n"
+              "Your printer does not have the paper A3 - 297 x 420 (297 x 420 mm); the nearest "
+              "that it has is A4 (210 x 297 mm).\n\n"
+              "You can choose a paper that the printer has, with \"Edit\" in step 2.\n"
+              "Or you can go on.  Do you want to print the sheets as they are?");
+}
+
 TEST(PrintCheck, LengthsAreInTheUnitsOfThePoster) {
     SheetJob job = jobWithMargins(10, 10, 2.4, 10);
     job.units = Units::inches;
