@@ -70,8 +70,12 @@ TEST(Desktop, PlaceSizeAndSplitterAreBack) {
     desk.stage.start();
     const wxRect wanted(60, 40, 1100, 760);
     desk.user.onWindowThread([&] { Driver::window("frmMain")->SetSize(wanted); });
-    desk.user.waitUntil("the window has its new place",
-                        [&] { return Desk::frameNow().GetSize() == wanted.GetSize(); });
+    // The display says where the contents are; the window knows its place before it is there.
+    desk.user.waitUntil("the window has its new place", [&] {
+        const wxPoint contents = Driver::window("frmMain")->ClientToScreen(wxPoint());
+        const wxRect near(wanted.GetPosition(), wxSize(40, 100));
+        return Desk::frameNow().GetSize() == wanted.GetSize() && near.Contains(contents);
+    });
     const int first = desk.sash();
     desk.user.dragScreen(desk.sashOnScreen(), desk.sashOnScreen() + wxPoint(50, 0));
     desk.user.waitUntil("the splitter is dragged", [&] { return Desk::sashNow() > first + 30; });
