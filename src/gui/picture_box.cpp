@@ -260,8 +260,11 @@ wxPoint PictureBox::pictureOrigin() const {
         return {0, 0};
     }
     const wxSize room = sizeInPixels();
-    return {std::max(0, (room.x - pixels_->width()) / 2),
-            std::max(0, (room.y - pixels_->height()) / 2)};
+    const auto aligned = [this](int pixel) { // where a unit of the toolkit begins
+        return wxRound(wxRound(pixel / scale()) * scale());
+    };
+    return {aligned(std::max(0, (room.x - pixels_->width()) / 2)),
+            aligned(std::max(0, (room.y - pixels_->height()) / 2))};
 }
 
 wxColour PictureBox::groundColour() const {
@@ -297,58 +300,49 @@ void PictureBox::paint() {
 }
 
 // Lines are drawn by the picture itself, one of its pixels wide; on a display with small pixels the
-// rest of their width is added here.
+// rest of their width is added here, to the pixel, so that all of them are alike.
 void PictureBox::drawOverlay(wxDC& dc) {
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(dc));
+    if (!context) {
+        return;
+    }
     const wxPoint origin = pictureOrigin();
-    const auto units = [this](int pixels) { return wxRound(pixels / scale()); };
-    const wxRect part(
-        wxPoint(units(origin.x + overlay_->left), units(origin.y + overlay_->top)),
-        wxPoint(units(origin.x + overlay_->right), units(origin.y + overlay_->bottom)));
+    context->Scale(1 / scale(), 1 / scale());
+    context->Translate(origin.x, origin.y);
+    context->SetPen(*wxTRANSPARENT_PEN);
     if (dimOutside_) {
-        drawVeil(dc, part);
+        drawVeil(*context);
     }
     const int width = lineWidth(displayScale(*this));
     if (width == 1) {
         return;
     }
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(wxBrush(wxColour(255, 0, 0)));
-    const int thick = std::max(1, units(width));
-    for (const int column : overlay_->columns) {
-        const int x = std::clamp(units(origin.x + column) - thick / 2, part.x,
-                                 std::max(part.x, part.GetRight() + 1 - thick));
-        dc.DrawRectangle(x, part.y, thick, part.height);
+    context->SetBrush(wxBrush(wxColour(255, 0, 0)));
+    const PictureOverlay& part = *overlay_;
+    for (const int column : part.columns) {
+        context->DrawRectangle(lineStart(column, width, part.left, part.right), part.top, width,
+                               part.bottom + 1 - part.top);
     }
-    for (const int row : overlay_->rows) {
-        const int y = std::clamp(units(origin.y + row) - thick / 2, part.y,
-                                 std::max(part.y, part.GetBottom() + 1 - thick));
-        dc.DrawRectangle(part.x, y, part.width, thick);
+    for (const int row : part.rows) {
+        context->DrawRectangle(part.left, lineStart(row, width, part.top, part.bottom),
+                               part.right + 1 - part.left, width);
     }
 }
 
-void PictureBox::drawVeil(wxDC& dc, const wxRect& part) {
-    const std::unique_ptr<wxGraphicsContext> veil(wxGraphicsContext::CreateFromUnknownDC(dc));
-    if (!veil) {
-        return;
-    }
-    const wxPoint origin = pictureOrigin();
-    const wxRect whole(wxPoint(wxRound(origin.x / scale()), wxRound(origin.y / scale())),
-                       bitmap_.GetLogicalSize());
+void PictureBox::drawVeil(wxGraphicsContext& context) const {
     constexpr unsigned char strength = 140;
-    veil->SetPen(*wxTRANSPARENT_PEN);
-    veil->SetBrush(wxBrush(wxColour(0, 0, 0, strength)));
+    context.SetBrush(wxBrush(wxColour(0, 0, 0, strength)));
     const auto fill = [&](int left, int top, int right, int bottom) { // right, bottom: behind it
         if (right > left && bottom > top) {
-            veil->DrawRectangle(left, top, right - left, bottom - top);
+            context.DrawRectangle(left, top, right - left, bottom - top);
         }
     };
-    const int partRight = part.GetRight() + 1;
-    const int partBottom = part.GetBottom() + 1;
-    const int right = whole.GetRight() + 1;
-    fill(whole.x, whole.y, right, part.y);
-    fill(whole.x, partBottom, right, whole.GetBottom() + 1);
-    fill(whole.x, part.y, part.x, partBottom);
-    fill(partRight, part.y, right, partBottom);
+    const PictureOverlay& part = *overlay_;
+    const int right = pixels_->width();
+    fill(0, 0, right, part.top);
+    fill(0, part.bottom + 1, right, pixels_->height());
+    fill(0, part.top, part.left, part.bottom + 1);
+    fill(part.right + 1, part.top, right, part.bottom + 1);
 }
 
 void PictureBox::drawFocus(wxDC& dc) {

@@ -14,6 +14,8 @@
 #include <wx/cursor.h>
 #include <wx/window.h>
 
+class wxGraphicsContext;
+
 namespace veldara {
 
 class PictureBox : public wxWindow {
@@ -66,7 +68,7 @@ class PictureBox : public wxWindow {
     const wxBitmapBundle& drawingForSize();
     void drawFocus(wxDC& dc);
     void drawOverlay(wxDC& dc);
-    void drawVeil(wxDC& dc, const wxRect& part);
+    void drawVeil(wxGraphicsContext& context) const;
     void pointerDown(wxMouseEvent& event, MouseButton button);
     void returnToolTip();
     void pointerUp(wxMouseEvent& event, MouseButton button);

@@ -65,4 +65,8 @@ int lineWidth(double scale) {
     return std::max(1, static_cast<int>(std::lround(scale)));
 }
 
+int lineStart(int pixel, int width, int first, int last) {
+    return std::clamp(pixel - width / 2, first, std::max(first, last + 1 - width));
+}
+
 } // namespace veldara

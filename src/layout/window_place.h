@@ -39,4 +39,8 @@ ScreenRect placeOnScreen(const ScreenRect& wanted, const std::vector<ScreenRect>
 // Pixels that a line of one pixel at 100 % takes at a display's scale (1 is 100 %): at least one.
 int lineWidth(double scale);
 
+// Where a line of that width begins that covers a pixel and stays between two others, which it may
+// cover.
+int lineStart(int pixel, int width, int first, int last);
+
 } // namespace veldara

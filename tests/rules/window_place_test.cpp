@@ -53,6 +53,20 @@ TEST(LineWidth, FollowsTheScaleOfTheDisplay) {
     EXPECT_EQ(lineWidth(3), 3);
 }
 
+TEST(LineStart, CoversThePixelAndStaysInside) {
+    EXPECT_EQ(lineStart(50, 1, 0, 99), 50);
+    for (const int width : {2, 3, 4}) {
+        for (const int pixel : {0, 1, 50, 98, 99}) {
+            const int start = lineStart(pixel, width, 0, 99);
+            EXPECT_GE(start, 0);
+            EXPECT_LE(start, pixel);
+            EXPECT_GT(start + width, pixel);
+            EXPECT_LE(start + width, 100);
+        }
+    }
+    EXPECT_EQ(lineStart(7, 3, 7, 8), 7); // no room for all of it
+}
+
 } // namespace
 
 } // namespace veldara
