@@ -73,8 +73,8 @@ TEST(Desktop, PlaceSizeAndSplitterAreBack) {
     // The display says where the contents are; the window knows its place before it is there.
     desk.user.waitUntil("the window has its new place", [&] {
         const wxPoint contents = Driver::window("frmMain")->ClientToScreen(wxPoint());
-        const wxRect near(wanted.GetPosition(), wxSize(40, 100));
-        return Desk::frameNow().GetSize() == wanted.GetSize() && near.Contains(contents);
+        const wxRect place(wanted.GetPosition(), wxSize(40, 100));
+        return Desk::frameNow().GetSize() == wanted.GetSize() && place.Contains(contents);
     });
     const int first = desk.sash();
     desk.user.dragScreen(desk.sashOnScreen(), desk.sashOnScreen() + wxPoint(50, 0));
