@@ -101,6 +101,11 @@ TEST_F(SheetsWindowTest, ListsTheGuideAndAllSheets) {
     window.cmdNext.userClick();
     EXPECT_EQ(window.cmbShown.listIndex(), 1);
     EXPECT_TRUE(window.cmdPrevious.enabled());
+    window.cmbShown.userSelect(5);
+    EXPECT_TRUE(window.cmdNext.enabled());
+    window.cmdNext.userClick();
+    EXPECT_EQ(window.cmbShown.listIndex(), 6);
+    EXPECT_FALSE(window.cmdNext.enabled()) << "the last one";
 }
 
 TEST_F(SheetsWindowTest, ThePictureFollowsEveryChange) {
