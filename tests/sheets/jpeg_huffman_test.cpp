@@ -2,6 +2,7 @@
 #include "sheets/jpeg_cutting.h"
 #include "sheets/jpeg_huffman.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <numeric>
 
@@ -119,6 +120,16 @@ TEST(JpegHuffman, TightTablesOfThePhotoServeItsPieces) {
         const double piece = static_cast<double>(cutAll(file, {{0, 0, 320, 240}})[0].bytes.size());
         EXPECT_LT(piece, 1.02 * whole + 600) << kind.name;
     }
+}
+
+TEST(JpegHuffman, PiecesMayNeedStepsThatThePhotoDoesNotHave) {
+    // Black, and then a grey near the middle: no block of the photo begins with the small step from
+    // the middle to that grey, and every row of a piece at the right does.
+    Image image = Image::filled(400, 96, 0, 0, 0);
+    for (int y = 0; y < image.height(); ++y) {
+        std::fill_n(image.row(y) + std::ptrdiff_t{3} * 200, 3 * 200, std::uint8_t{136});
+    }
+    expectExact(withTightTables(makeJpeg(JpegKind{}, image)), sheetsOf(400, 96, 4, 2, 0));
 }
 
 TEST(JpegHuffman, PicturesWithoutDetailAreCutWithTightTables) {
