@@ -6,6 +6,7 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -119,7 +120,9 @@ TEST(Colour, AGreyProfileBecomesAnRgbProfileOfTheSameLight) {
 }
 
 TEST(Colour, AGreyProfileMadeTwiceIsTheSame) {
-    EXPECT_EQ(profileForRgbRows(greyProfile(), true), profileForRgbRows(greyProfile(), true));
+    const Bytes profile = profileForRgbRows(greyProfile(), true);
+    EXPECT_EQ(profileForRgbRows(greyProfile(), true), profile);
+    EXPECT_EQ(std::string(profile.begin() + 40, profile.begin() + 44), "APPL") << "on every system";
 }
 
 TEST(Colour, ProfilesThatDoNotDescribeThePixelsAreDropped) {

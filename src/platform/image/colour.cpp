@@ -98,10 +98,12 @@ ColourProfile savedProfile(cmsHPROFILE profile) {
     if (!cmsSaveProfileToMem(profile, bytes.data(), &size) || size < profileHeaderSize) {
         return {};
     }
-    // The engine writes the current time into the header; the same photo must give the same
-    // file every time.
+    // The engine writes the current time and its system into the header; the same photo must give
+    // the same file every time, and everywhere.
     constexpr std::array<std::uint8_t, 12> firstOfJanuary2000 = {0x07, 0xD0, 0, 1, 0, 1};
     std::copy(firstOfJanuary2000.begin(), firstOfJanuary2000.end(), bytes.begin() + 24);
+    constexpr std::array<std::uint8_t, 4> usualSystem = {'A', 'P', 'P', 'L'};
+    std::copy(usualSystem.begin(), usualSystem.end(), bytes.begin() + 40);
     return bytes;
 }
 
