@@ -3,6 +3,8 @@
 #include "gui/name_list_box.h"
 #include "gui/row_tips.h"
 
+#include <gtk/gtk.h>
+
 namespace veldara {
 
 NameListBox::NameListBox(wxWindow* parent, const wxString& name, const wxSize& size)
@@ -10,7 +12,7 @@ NameListBox::NameListBox(wxWindow* parent, const wxString& name, const wxSize& s
                 wxLB_SINGLE | wxLB_NEEDED_SB) {
     SetName(name);
     SetMinSize(size);
-    endCutRows(m_treeview);
+    endCutRows(GTK_WIDGET(m_treeview));
 }
 
 } // namespace veldara

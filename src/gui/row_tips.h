@@ -17,12 +17,12 @@ void tellCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutText
 
 #else
 
-using GtkTreeView = struct _GtkTreeView;
+#include <wx/defs.h>
 
 namespace veldara {
 
-// Lets texts without room end in "..." besides.
-void endCutRows(GtkTreeView* list);
+// Of a native tree view; lets texts without room end in "..." besides.
+void endCutRows(GtkWidget* treeView);
 
 } // namespace veldara
 

@@ -64,11 +64,11 @@ gboolean tellCutRow(GtkWidget* widget, gint x, gint y, gboolean byKeyboard, GtkT
 
 } // namespace
 
-void endCutRows(GtkTreeView* list) {
-    g_object_set(textCell(gtk_tree_view_get_column(list, 0)), "ellipsize", PANGO_ELLIPSIZE_END,
-                 nullptr);
-    gtk_widget_set_has_tooltip(GTK_WIDGET(list), TRUE);
-    g_signal_connect(list, "query-tooltip", G_CALLBACK(tellCutRow), nullptr);
+void endCutRows(GtkWidget* treeView) {
+    g_object_set(textCell(gtk_tree_view_get_column(GTK_TREE_VIEW(treeView), 0)), "ellipsize",
+                 PANGO_ELLIPSIZE_END, nullptr);
+    gtk_widget_set_has_tooltip(treeView, TRUE);
+    g_signal_connect(treeView, "query-tooltip", G_CALLBACK(tellCutRow), nullptr);
 }
 
 } // namespace veldara

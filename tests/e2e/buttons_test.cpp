@@ -23,11 +23,12 @@ Row inSystemOrder(Row row) {
 
 void collectButtons(const wxWindow& parent, std::vector<const wxButton*>& found) {
     for (const wxWindow* one : parent.GetChildren()) {
+        if (one->IsTopLevel()) {
+            continue;
+        }
+        collectButtons(*one, found);
         if (const auto* button = dynamic_cast<const wxButton*>(one)) {
             found.push_back(button);
-        }
-        if (!one->IsTopLevel()) {
-            collectButtons(*one, found);
         }
     }
 }

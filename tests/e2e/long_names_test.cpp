@@ -38,7 +38,8 @@ wxRect rowNow(int index) {
 // What is on the screen there.
 wxImage pictureOf(const wxRect& place) {
     wxScreenDC screen;
-    wxBitmap picture(place.GetSize());
+    wxBitmap picture;
+    picture.Create(place.GetSize());
     wxMemoryDC copy(picture);
     copy.Blit(wxPoint(), place.GetSize(), &screen, place.GetPosition());
     copy.SelectObject(wxNullBitmap);
