@@ -1,9 +1,10 @@
 // The PDF library computes a document's number with GnuTLS. Linked in the usual way, GnuTLS and the
-// libraries that it needs would be loaded and prepared whenever a program starts, which took a
-// third of the time of `veldara-tiles --plan`. So the functions that the PDF library's archive asks
+// libraries that it needs would be loaded and prepared whenever a program starts, which took nearly
+// half of the time of `veldara-tiles --plan`. So the functions that the PDF library's archive asks
 // for are here, and find the real ones when they are called. Nothing outside of the program sees
 // them.
-#include <cstring>
+#include "platform/function_address.h"
+
 #include <type_traits>
 
 #include <dlfcn.h>
@@ -20,11 +21,7 @@ void* addressOf(const char* name) {
 // Null: the library is not there.
 template <typename Function>
 Function* found(Function* /*declared*/, const char* name) {
-    Function* function = nullptr;
-    void* const address = addressOf(name);
-    static_assert(sizeof function == sizeof address);
-    std::memcpy(&function, &address, sizeof function);
-    return function;
+    return veldara::functionAt<Function*>(addressOf(name));
 }
 
 // The PDF library throws an error with gnutls_strerror's text when it gets the error.

@@ -439,8 +439,8 @@ std::optional<HeifGrid> readHeifGrid(ByteSource& source) {
         return description.grid(source);
     }
     if (film) {
-        throw Error(
-            "it holds no picture"); // a sequence; versions of the library differ in what they say
+        // A sequence; versions of the library differ in what they say of it.
+        throw Error("it holds no picture");
     }
     return std::nullopt;
 }

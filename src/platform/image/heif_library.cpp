@@ -1,7 +1,9 @@
 #include "platform/image/heif_library.h"
 
-#include <cstring>
+#include "platform/function_address.h"
+
 #include <optional>
+#include <type_traits>
 
 #ifdef _WIN32
 #include <string>
@@ -31,12 +33,8 @@ Module loadModule() {
                           LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
-void* addressIn(Module module, const char* name) {
-    const FARPROC found = GetProcAddress(module, name);
-    void* address = nullptr;
-    static_assert(sizeof address == sizeof found);
-    std::memcpy(&address, &found, sizeof address);
-    return address;
+FARPROC addressIn(Module module, const char* name) {
+    return GetProcAddress(module, name);
 }
 
 #else
@@ -55,10 +53,8 @@ void* addressIn(Module module, const char* name) {
 
 bool findAll(Module module, HeifLibrary& library) {
     const auto find = [module](auto& call, const char* name) {
-        void* const address = addressIn(module, name);
-        static_assert(sizeof call == sizeof address);
-        std::memcpy(&call, &address, sizeof call);
-        return address != nullptr;
+        call = functionAt<std::remove_reference_t<decltype(call)>>(addressIn(module, name));
+        return call != nullptr;
     };
     return find(library.init, "heif_init") && find(library.context_alloc, "heif_context_alloc") &&
            find(library.context_free, "heif_context_free") &&

@@ -1,6 +1,7 @@
 #include "platform/windows/shell_launcher.h"
 
 #include "platform/error.h"
+#include "platform/function_address.h"
 #include "platform/text/file_name.h"
 #include "platform/text/path_text.h"
 #include "platform/text/version_text.h"
@@ -8,7 +9,6 @@
 #include "platform/windows/help_file.h"
 
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 
@@ -38,10 +38,7 @@ HtmlHelp helpViewer() {
     if (address == nullptr) {
         throw Error("The help viewer of Windows cannot be used.");
     }
-    HtmlHelp function = nullptr;
-    static_assert(sizeof function == sizeof address);
-    std::memcpy(&function, &address, sizeof function);
-    return function;
+    return functionAt<HtmlHelp>(address);
 }
 
 // Our window that is in front, which the viewer's window then stays above.
@@ -59,18 +56,28 @@ bool isAddress(const std::string& target) {
            target.rfind("mailto:", 0) == 0;
 }
 
+// With the reason that the system gives for the call just made.
+Error cannotBeOpened(const std::string& target) {
+    return Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
+}
+
 void open(const std::string& target, const std::wstring& wide, const wchar_t* verb) {
     const HINSTANCE result =
         ShellExecuteW(nullptr, verb, wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     // Values up to 32 are codes of failures, told apart by GetLastError.
     if (reinterpret_cast<std::intptr_t>(result) <= 32) {
-        throw Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
+        throw cannotBeOpened(target);
     }
 }
 
-bool isFolder(const std::wstring& path) {
+enum class Entry { none, file, folder };
+
+Entry entryAt(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return Entry::none;
+    }
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Entry::folder : Entry::file;
 }
 
 struct FreeItem {
@@ -80,11 +87,8 @@ struct FreeItem {
 // As the very item of its folder: by its name the shell might find a program (file.pdf.exe).
 void openDocument(const std::string& target) {
     const std::wstring path = textPath(target).make_preferred().native();
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    const bool isFile =
-        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-    const std::unique_ptr<ITEMIDLIST, FreeItem> item(isFile ? ILCreateFromPathW(path.c_str())
-                                                            : nullptr);
+    const std::unique_ptr<ITEMIDLIST, FreeItem> item(
+        entryAt(path) == Entry::file ? ILCreateFromPathW(path.c_str()) : nullptr);
     if (!item) {
         throw Error("The file \"" + target + "\" is not there.");
     }
@@ -95,7 +99,7 @@ void openDocument(const std::string& target) {
     request.lpIDList = item.get();
     request.nShow = SW_SHOWNORMAL;
     if (!ShellExecuteExW(&request)) {
-        throw Error("\"" + target + "\" cannot be opened: " + systemMessage(GetLastError()) + ".");
+        throw cannotBeOpened(target);
     }
 }
 
@@ -144,7 +148,7 @@ void ShellLauncher::openTarget(const std::string& target) {
         return;
     }
     std::wstring folder = textPath(target).make_preferred().native();
-    if (!isFolder(folder)) {
+    if (entryAt(folder) != Entry::folder) {
         throw Error("The folder \"" + target + "\" is not there.");
     }
     // Without the separator, and with "open", the shell would start a program of the same name that
@@ -157,10 +161,8 @@ void ShellLauncher::openTarget(const std::string& target) {
 
 void ShellLauncher::startProgram(const std::string& path) {
     const std::wstring program = withVariables(path);
-    const DWORD attributes = GetFileAttributesW(program.c_str());
     // The shell would show a folder instead, and look for a relative name in many places.
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ||
-        !std::filesystem::path(program).is_absolute()) {
+    if (entryAt(program) != Entry::file || !std::filesystem::path(program).is_absolute()) {
         throw Error("\"" + path + "\" is not a program that can be started.");
     }
     open(path, program, L"open");
