@@ -6,23 +6,20 @@ namespace veldara {
 
 namespace {
 
-constexpr const char* unusablePhotoTitle = "Invalid Image File Selected";
-
 Message unusablePhoto(const std::string& text) {
-    return {text, unusablePhotoTitle, MessageIcon::critical};
+    return criticalMessage("Invalid Image File Selected", text);
 }
 
 } // namespace
 
 Message driveNotAccessibleMessage() {
-    return {"The drive you chose could not be accessed.", "Invalid Drive", MessageIcon::critical};
+    return criticalMessage("Invalid Drive", "The drive you chose could not be accessed.");
 }
 
 Message folderNotKnownMessage(const std::string& folderName) {
-    return {"Could not determine the location of the " + folderName +
-                " folder.  Please navigate there "
-                "manually using the folder listbox below here.",
-            "Problem", MessageIcon::critical};
+    return criticalMessage("Problem", "Could not determine the location of the " + folderName +
+                                          " folder.  Please navigate there "
+                                          "manually using the folder listbox below here.");
 }
 
 Message photoTooSmallMessage() {
@@ -54,7 +51,7 @@ std::string photoCaption(const std::string& fileName, int width, int height) {
 }
 
 Message invalidTileConfigurationMessage() {
-    return {"Invalid tile configuration", "Invalid", MessageIcon::critical};
+    return criticalMessage("Invalid", "Invalid tile configuration");
 }
 
 Message turnMemoryMessage() {
@@ -85,17 +82,17 @@ Message noImageSelectedMessage() {
 }
 
 Message invalidPosterMessage() {
-    return {"Invalid image/tile information.  Can not continue.", "Can not continue",
-            MessageIcon::critical};
+    return criticalMessage("Can not continue",
+                           "Invalid image/tile information.  Can not continue.");
 }
 
 Message helpMissingMessage() {
-    return {"The help file (omra.chm) is missing.  Please reinstall this software.",
-            "Can not find help file", MessageIcon::critical};
+    return criticalMessage("Can not find help file",
+                           "The help file (omra.chm) is missing.  Please reinstall this software.");
 }
 
 Message errorMessage(const std::string& sentence) {
-    return {sentence, "Error", MessageIcon::critical};
+    return criticalMessage("Error", sentence);
 }
 
 } // namespace veldara

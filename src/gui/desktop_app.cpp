@@ -122,7 +122,7 @@ bool DesktopApp::OnExceptionInMainLoop() {
     const std::string sentence = currentSentence();
     if (program_) {
         WxDialogs dialogs([this] { return program_->screen().dialogParent(); });
-        dialogs.showMessage({sentence, "Error", MessageIcon::critical, MessageButtons::ok});
+        dialogs.showMessage(criticalMessage("Error", sentence));
     } else {
         std::cerr << "veldara: " << sentence << '\n';
     }

@@ -9,8 +9,8 @@ namespace veldara {
 namespace {
 
 Message noPosterRatioMessage() {
-    return {"Invalid tile configuration.  Please valid tile print size values",
-            "Invalid information", MessageIcon::critical, MessageButtons::ok};
+    return criticalMessage("Invalid information",
+                           "Invalid tile configuration.  Please valid tile print size values");
 }
 
 } // namespace

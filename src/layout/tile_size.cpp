@@ -64,20 +64,18 @@ std::string tileMaxText(NumberStyle style) {
 Message tileSizeMessage(Units units, NumberStyle style) {
     const auto shown = [&](double value) { return trimmed(formatNumber(value, "##0.00", style)); };
     const std::string inches = shown(minTileInches) + " to " + shown(maxTileInches) + " inches";
-    Message message;
-    message.icon = MessageIcon::critical;
-    message.title = "Invalid Tile Print Size Entered";
+    std::string text;
     if (units == Units::inches) {
-        message.text = "You have entered invalid print tile sizes.  The width and height need to "
-                       "be in the range of " +
-                       inches + ".";
+        text = "You have entered invalid print tile sizes.  The width and height need to "
+               "be in the range of " +
+               inches + ".";
     } else {
-        message.text = "You have entered an invalid tile print size.  The width and height need to "
-                       "be in the range of " +
-                       shown(minTileInches * millimetresPerInch) + " to " +
-                       shown(maxTileInches * millimetresPerInch) + " millimeters (" + inches + ").";
+        text = "You have entered an invalid tile print size.  The width and height need to "
+               "be in the range of " +
+               shown(minTileInches * millimetresPerInch) + " to " +
+               shown(maxTileInches * millimetresPerInch) + " millimeters (" + inches + ").";
     }
-    return message;
+    return criticalMessage("Invalid Tile Print Size Entered", text);
 }
 
 } // namespace veldara

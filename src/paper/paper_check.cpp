@@ -88,7 +88,7 @@ PaperCheck checkPaper(const PaperEntries& entries, Units units, double leastInch
 }
 
 Message invalidPaperMessage(const PaperCheck& check) {
-    return {check.text, "Invalid Values Entered", MessageIcon::critical, MessageButtons::ok};
+    return criticalMessage("Invalid Values Entered", check.text);
 }
 
 } // namespace veldara
