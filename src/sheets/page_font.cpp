@@ -2,29 +2,18 @@
 
 #include "platform/error.h"
 #include "platform/image/built_in_font.h"
+#include "platform/image/font_face.h"
 #include "platform/text/characters.h"
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
-#include <span>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
 #include FT_ADVANCES_H
 
 namespace veldara {
 namespace {
-
-struct DoneLibrary {
-    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
-};
-struct DoneFace {
-    void operator()(FT_Face face) const { FT_Done_Face(face); }
-};
 
 // What is asked of the font, in font units made thousandths of an em. A face of the library's may
 // be used by one thread at a time, and pages are laid out on any: so it is read once, and nothing
@@ -61,19 +50,8 @@ FontMetrics readMetrics(FT_Face face) {
 }
 
 FontTable readFont() {
-    FT_Library library = nullptr;
-    if (FT_Init_FreeType(&library) != 0) {
-        refuse();
-    }
-    const std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> openLibrary(library);
-    const std::span<const std::uint8_t> bytes = builtInFont();
-    FT_Face face = nullptr;
-    if (FT_New_Memory_Face(library, bytes.data(), static_cast<FT_Long>(bytes.size()), 0, &face) !=
-        0) {
-        refuse();
-    }
-    const std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> openFace(face);
-
+    const FontFace font(builtInFont());
+    const FT_Face face = font.get();
     FontTable table;
     table.metrics = readMetrics(face);
     if (const char* name = FT_Get_Postscript_Name(face)) {

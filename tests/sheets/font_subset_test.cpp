@@ -1,42 +1,24 @@
 #include "platform/image/built_in_font.h"
+#include "platform/image/font_face.h"
 #include "sheets/font_subset.h"
 
-#include <memory>
-#include <type_traits>
 #include <vector>
 
-#include <ft2build.h>
 #include <gtest/gtest.h>
-#include FT_FREETYPE_H
 
 namespace veldara {
 namespace {
 
-struct DoneLibrary {
-    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
-};
-struct DoneFace {
-    void operator()(FT_Face face) const { FT_Done_Face(face); }
-};
-
 // A font as another reader takes it.
 class ReadFont {
   public:
-    explicit ReadFont(std::span<const std::uint8_t> bytes) {
-        FT_Library library = nullptr;
-        EXPECT_EQ(FT_Init_FreeType(&library), 0);
-        library_.reset(library);
-        FT_Face face = nullptr;
-        const auto size = static_cast<FT_Long>(bytes.size());
-        EXPECT_EQ(FT_New_Memory_Face(library, bytes.data(), size, 0, &face), 0);
-        face_.reset(face);
-    }
-    std::uint32_t glyphs() const { return static_cast<std::uint32_t>(face_->num_glyphs); }
+    explicit ReadFont(std::span<const std::uint8_t> bytes) : face_(bytes) {}
+    std::uint32_t glyphs() const { return static_cast<std::uint32_t>(face_.get()->num_glyphs); }
 
     // Advance, left side bearing and points.
     std::vector<long> glyph(std::uint32_t number) const {
         EXPECT_EQ(FT_Load_Glyph(face_.get(), number, FT_LOAD_NO_SCALE), 0) << number;
-        const FT_GlyphSlot slot = face_->glyph;
+        const FT_GlyphSlot slot = face_.get()->glyph;
         std::vector<long> values{slot->metrics.horiAdvance, slot->metrics.horiBearingX};
         for (int i = 0; i < slot->outline.n_points; ++i) {
             values.push_back(slot->outline.points[i].x);
@@ -46,8 +28,7 @@ class ReadFont {
     }
 
   private:
-    std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> library_;
-    std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> face_;
+    FontFace face_;
 };
 
 std::uint32_t numberAt(const std::vector<std::uint8_t>& bytes, std::size_t at) {

@@ -4,14 +4,10 @@
 
 #include "platform/error.h"
 #include "platform/image/built_in_font.h"
+#include "platform/image/font_face.h"
 #include "platform/text/characters.h"
 
 #include <algorithm>
-#include <memory>
-#include <type_traits>
-
-#include <ft2build.h>
-#include FT_FREETYPE_H
 
 namespace veldara {
 
@@ -19,45 +15,23 @@ namespace {
 
 constexpr FT_Long unitsPerPixel = 64; // FreeType's 26.6 fixed point
 
-struct DoneLibrary {
-    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
-};
-struct DoneFace {
-    void operator()(FT_Face face) const { FT_Done_Face(face); }
-};
-
 // The font at one size.
 class Font {
   public:
     explicit Font(int pixelSize) {
-        FT_Library library = nullptr;
-        FT_Face face = nullptr;
-        const std::span<const std::uint8_t> bytes = builtInFont();
-        if (FT_Init_FreeType(&library) != 0) {
-            refuse();
-        }
-        library_.reset(library);
-        if (FT_New_Memory_Face(library, bytes.data(), static_cast<FT_Long>(bytes.size()), 0,
-                               &face) != 0) {
-            refuse();
-        }
-        face_.reset(face);
-        if (pixelSize <= 0 || FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixelSize)) != 0) {
-            refuse();
+        if (pixelSize <= 0 || FT_Set_Pixel_Sizes(face(), 0, static_cast<FT_UInt>(pixelSize)) != 0) {
+            throw Error("The text could not be drawn.");
         }
     }
 
     FT_Face face() const { return face_.get(); }
-    FT_Pos ascender() const { return roundedUp(face_->size->metrics.ascender); }
-    FT_Pos descender() const { return roundedUp(-face_->size->metrics.descender); }
+    FT_Pos ascender() const { return roundedUp(face()->size->metrics.ascender); }
+    FT_Pos descender() const { return roundedUp(-face()->size->metrics.descender); }
 
     static FT_Pos roundedUp(FT_Pos length) { return (length + unitsPerPixel - 1) / unitsPerPixel; }
 
   private:
-    [[noreturn]] static void refuse() { throw Error("The text could not be drawn."); }
-
-    std::unique_ptr<std::remove_pointer_t<FT_Library>, DoneLibrary> library_;
-    std::unique_ptr<std::remove_pointer_t<FT_Face>, DoneFace> face_;
+    FontFace face_{builtInFont()};
 };
 
 // Calls place(glyph's pen position) with each glyph loaded in turn; returns the whole advance.
