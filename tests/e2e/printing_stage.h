@@ -6,7 +6,10 @@
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
 
+#include <cstdio>
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace veldara::test {
 
@@ -23,9 +26,15 @@ struct Printing {
     static constexpr int photoWidth = 240;
     static constexpr int photoHeight = 360;
 
-    // printer: the one that was printed on last. paper: empty for the one of a new user.
-    explicit Printing(const std::string& printer, const std::string& paper = letterLine) {
-        writeBitmap(stage.photos() / photo, photoWidth, photoHeight, fineColour);
+    // printer: the one that was printed on last. paper: empty for the one of a new user. tiles: the
+    // stored numbers of sheets, empty for those of a new user. The photo's sides are `scale` times
+    // as long.
+    explicit Printing(const std::string& printer, const std::string& paper = letterLine,
+                      const std::string& tiles = "", int scale = 1) {
+        writeBitmap(stage.photos() / photo, scale * photoWidth, scale * photoHeight, fineColour);
+        if (!tiles.empty()) {
+            stage.store("prefs_numTiles", tiles);
+        }
         stage.store("printer", printer);
         if (!paper.empty()) {
             stage.store("paperRegLine", paper);
@@ -42,6 +51,56 @@ struct Printing {
         user.waitForWindow("frmMain");
         user.key('P', wxMOD_CONTROL);
         dialog.waitFor(printer);
+    }
+
+    // The question that comes up when the sheets are printed as the dialog has it.
+    std::string questionOf(const std::string& printer) {
+        openByKey(printer);
+        dialog.printByKey();
+        return user.waitForMessage();
+    }
+
+    void answerNo() {
+        user.answerByMouse(Answer::no);
+        user.waitForWindow("frmMain");
+    }
+
+    // Presses Cancel as soon as a sheet is printed: a hand that reaches for the mouse would find
+    // everything printed.
+    void cancelAtSheet(int sheet) {
+        user.waitUntil("Cancel is pressed at sheet " + std::to_string(sheet), [sheet] {
+            const wxWindow* text = Driver::widget("frmMsg", "lblMsg");
+            wxWindow* cancel = Driver::widget("frmMsg", "cmdCancel");
+            int now = 0;
+            if (text == nullptr || cancel == nullptr ||
+                std::sscanf(text->GetLabel().utf8_str(), "Printing sheet %d", &now) != 1 ||
+                now < sheet) {
+                return false;
+            }
+            wxCommandEvent press(wxEVT_BUTTON, cancel->GetId());
+            press.SetEventObject(cancel);
+            return cancel->ProcessWindowEvent(press);
+        });
+        EXPECT_EQ(user.waitForMessage(), "Canceled by user");
+        user.answerByMouse(Answer::ok);
+        user.waitForWindow("frmMain");
+        EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
+    }
+
+    // From the window of the edge calibration, which is closed afterwards.
+    PrintedJob printTestImage(const std::string& printer) {
+        const std::size_t before = countPrinted(printer);
+        user.click("frmMain", "cmdConfig");
+        user.waitForWindow("frmBtm");
+        user.click("frmBtm", "cmdPrintTest");
+        dialog.waitFor(printer);
+        dialog.printByKey();
+        PrintedJob job = waitForPrinted(user, printer, before);
+        EXPECT_TRUE(job.has("title=Edge_Test_Image")) << job.options;
+        user.waitForWindow("frmBtm");
+        user.click("frmBtm", "cmdOk");
+        user.waitForWindowToGo("frmBtm");
+        return job;
     }
 
     const std::string photo = "lake.bmp";

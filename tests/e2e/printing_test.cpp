@@ -158,9 +158,7 @@ TEST(Printing, ACustomPaperGoesToAPrinterOfAnySize) {
 TEST(Printing, MarginsThatThePrinterCannotPrintAreSaidBefore) {
     Printing printing("office", borderlessLetter);
     const std::size_t before = countPrinted("office");
-    printing.openByKey("office");
-    printing.dialog.printByKey();
-    const std::string text = printing.user.waitForMessage();
+    const std::string text = printing.questionOf("office");
     EXPECT_THAT(text, HasSubstr("leaves 0.17 inches white at the top; 0.17 inches of every sheet"));
     EXPECT_THAT(text, HasSubstr("leaves 0.17 inches white at the left; 0.17 inches of every"));
     EXPECT_THAT(text, HasSubstr("set wider margins for the paper, or choose borderless printing"));
@@ -168,9 +166,7 @@ TEST(Printing, MarginsThatThePrinterCannotPrintAreSaidBefore) {
     printing.user.answerByKey(Answer::no);
     printing.user.waitForWindow("frmMain");
 
-    printing.openByKey("office");
-    printing.dialog.printByKey();
-    printing.user.waitForMessage();
+    printing.questionOf("office");
     printing.user.answerByMouse(Answer::yes);
     waitForPrinted(printing.user, "office", before);
     EXPECT_EQ(countPrinted("office"), before + 1) << "the one that was refused was not sent";
@@ -178,14 +174,11 @@ TEST(Printing, MarginsThatThePrinterCannotPrintAreSaidBefore) {
 
 TEST(Printing, AMissingPaperIsSaidWithTheNearest) {
     Printing printing("office", "");
-    printing.openByKey("office");
-    printing.dialog.printByKey();
     EXPECT_THAT(
-        printing.user.waitForMessage(),
+        printing.questionOf("office"),
         HasSubstr("Your printer does not have the paper Photo 4\" x 6\" (6 x 4 inches); the "
                   "nearest that it has is US Letter (8.5 x 11 inches)."));
-    printing.user.answerByMouse(Answer::no);
-    printing.user.waitForWindow("frmMain");
+    printing.answerNo();
 }
 
 TEST(Printing, FromAndToAreTheNumbersOfTheSheets) {
@@ -232,10 +225,8 @@ TEST(Printing, APrinterThatStopsHalfWayIsSaidWithItsReason) {
     Printing printing("jammed", "");
     const std::string figures =
         printing.stage.ask([](frmMain& main) { return main.FiguresText(); });
-    printing.openByKey("jammed");
-    printing.dialog.printByKey();
     EXPECT_THAT(
-        printing.user.waitForMessage(),
+        printing.questionOf("jammed"),
         HasSubstr("The printer \"jammed\" has stopped before all sheets were printed: Paper "
                   "jam."));
     printing.user.answerByMouse(Answer::ok);
@@ -246,38 +237,12 @@ TEST(Printing, APrinterThatStopsHalfWayIsSaidWithItsReason) {
 }
 
 TEST(Printing, CancelAfterTheSecondSheetHandsNothingOver) {
-    Stage stage;
-    Driver& user = stage.user();
-    PrintDialog dialog(user);
-    writeBitmap(stage.photos() / "large.bmp", 4500, 4500, fineColour);
-    stage.store("paperRegLine", letterLine);
-    stage.store("prefs_numTiles", "w14h09"); // 150 sheets: time enough to reach for the button
-    stage.store("printer", "office");
-    stage.start();
-    stage.pickPhoto("large.bmp");
+    Printing printing("office", letterLine, "w14h09", 16); // time enough to reach the third sheet
     const std::size_t before = countPrinted("office");
-    user.key('P', wxMOD_CONTROL);
-    dialog.waitFor("office");
-    dialog.printByKey();
-    user.waitUntil("two sheets are done and Cancel is pressed", [] {
-        const wxWindow* text = Driver::widget("frmMsg", "lblMsg");
-        wxWindow* cancel = Driver::widget("frmMsg", "cmdCancel");
-        int sheet = 0;
-        if (text == nullptr || cancel == nullptr ||
-            std::sscanf(text->GetLabel().utf8_str(), "Printing sheet %d", &sheet) != 1 ||
-            sheet < 3) {
-            return false;
-        }
-        // At once: a hand that reaches for the mouse would find everything printed.
-        wxCommandEvent press(wxEVT_BUTTON, cancel->GetId());
-        press.SetEventObject(cancel);
-        return cancel->ProcessWindowEvent(press);
-    });
-    EXPECT_EQ(user.waitForMessage(), "Canceled by user");
-    user.answerByMouse(Answer::ok);
-    user.waitForWindow("frmMain");
+    printing.openByKey("office");
+    printing.dialog.printByKey();
+    printing.cancelAtSheet(3);
     EXPECT_EQ(countPrinted("office"), before);
-    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
     for (const auto& entry : fs::directory_iterator(fs::temp_directory_path())) {
         EXPECT_THAT(entry.path().filename().string(), Not(::testing::StartsWith("veldara-print")));
     }
@@ -289,12 +254,10 @@ void expectRefusal(const std::string& printer, const std::string& happening,
     Printing printing(printer, borderlessLetter);
     const std::string figures =
         printing.stage.ask([](frmMain& main) { return main.FiguresText(); });
-    printing.openByKey(printer);
-    printing.dialog.printByKey();
-    EXPECT_THAT(printing.user.waitForMessage(), HasSubstr("cannot print these sheets as they are"));
+    EXPECT_THAT(printing.questionOf(printer), HasSubstr("cannot print these sheets as they are"));
     said(happening + " " + printer);
-    printing.user.click("message",
-                        "Yes"); // the next message may be up before this one is seen gone
+    // The next message may be up before this one is seen gone.
+    printing.user.click("message", "Yes");
     printing.user.waitUntil("the refusal is said", [] {
         const wxWindow* text = Driver::widget("message", "text");
         return text != nullptr && text->GetLabel().StartsWith("The sheets could not be printed: ");
@@ -318,14 +281,7 @@ TEST(Printing, APrinterThatVanishesIsSaidWithItsReason) {
 
 TEST(Printing, TheTestImageGoesTheSameWay) {
     Printing printing("photo", "");
-    const std::size_t before = countPrinted("photo");
-    printing.user.click("frmMain", "cmdConfig");
-    printing.user.waitForWindow("frmBtm");
-    printing.user.click("frmBtm", "cmdPrintTest");
-    printing.dialog.waitFor("photo");
-    printing.dialog.printByMouse();
-    const PrintedJob job = waitForPrinted(printing.user, "photo", before);
-    EXPECT_TRUE(job.has("title=Edge_Test_Image")) << job.options;
+    const PrintedJob job = printing.printTestImage("photo");
     EXPECT_TRUE(job.has("PageSize=4x6"));
     EXPECT_EQ(pagesOf(job.document), 1);
     const TempFolder folder;
@@ -334,9 +290,6 @@ TEST(Printing, TheTestImageGoesTheSameWay) {
     ASSERT_EQ(page.width, image.width());
     ASSERT_EQ(page.height, image.height());
     EXPECT_TRUE(std::equal(page.pixels.begin(), page.pixels.end(), image.row(0)));
-    printing.user.waitForWindow("frmBtm");
-    printing.user.click("frmBtm", "cmdOk");
-    printing.user.waitForWindowToGo("frmBtm");
 }
 
 // Run where there is no print server.

@@ -133,9 +133,7 @@ TEST(Printing, AWholePosterOnPhotoPaper) {
 TEST(Printing, WhatThePrinterCannotPrintIsSaidBefore) {
     Printing printing("office", borderlessLetter);
     const std::size_t before = countPrinted("office");
-    printing.openByKey("office");
-    printing.dialog.printByKey();
-    const std::string text = printing.user.waitForMessage();
+    const std::string text = printing.questionOf("office");
     EXPECT_THAT(text, HasSubstr("leaves 0.17 inches white at the top; 0.17 inches of every sheet"));
     EXPECT_THAT(text, HasSubstr("leaves 0.16 inches white at the left; 0.16 inches of every"));
     EXPECT_THAT(text, Not(HasSubstr("does not have the paper")));
@@ -146,14 +144,11 @@ TEST(Printing, WhatThePrinterCannotPrintIsSaidBefore) {
 
 TEST(Printing, AMissingPaperIsSaidWithTheNearest) {
     Printing printing("office", "");
-    printing.openByKey("office");
-    printing.dialog.printByKey();
     EXPECT_THAT(
-        printing.user.waitForMessage(),
+        printing.questionOf("office"),
         HasSubstr("Your printer does not have the paper Photo 4\" x 6\" (6 x 4 inches); the "
                   "nearest that it has is Letter (8.5 x 11 inches)."));
-    printing.user.answerByMouse(Answer::no);
-    printing.user.waitForWindow("frmMain");
+    printing.answerNo();
 }
 
 TEST(Printing, PrinterAndCopiesAreRememberedWhileTheProgramRunsAndThePrinterLonger) {
@@ -182,43 +177,18 @@ TEST(Printing, PrinterAndCopiesAreRememberedWhileTheProgramRunsAndThePrinterLong
 
 TEST(Printing, CancelAfterTheSecondSheetPrintsNothing) {
     Printing printing("office");
-    Driver& user = printing.user;
     const std::size_t before = countPrinted("office");
     printing.openByKey("office");
     printing.dialog.printByKey();
-    user.waitUntil("two sheets are done and Cancel is pressed", [] {
-        const wxWindow* text = Driver::widget("frmMsg", "lblMsg");
-        wxWindow* cancel = Driver::widget("frmMsg", "cmdCancel");
-        if (text == nullptr || cancel == nullptr ||
-            !text->GetLabel().StartsWith("Printing sheet 3")) {
-            return false;
-        }
-        wxCommandEvent press(wxEVT_BUTTON, cancel->GetId());
-        press.SetEventObject(cancel);
-        return cancel->ProcessWindowEvent(press);
-    });
-    EXPECT_EQ(user.waitForMessage(), "Canceled by user");
-    user.answerByMouse(Answer::ok);
-    user.waitForWindow("frmMain");
+    printing.cancelAtSheet(3);
     EXPECT_EQ(countPrinted("office"), before);
-    EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
 }
 
 TEST(Printing, TheTestImageGoesTheSameWay) {
     Printing printing("photo", "");
-    const std::size_t before = countPrinted("photo");
-    printing.user.click("frmMain", "cmdConfig");
-    printing.user.waitForWindow("frmBtm");
-    printing.user.click("frmBtm", "cmdPrintTest");
-    printing.dialog.waitFor("photo");
-    printing.dialog.printByKey();
-    const PrintedJob job = waitForPrinted(printing.user, "photo", before);
-    EXPECT_TRUE(job.has("title=Edge_Test_Image")) << job.options;
+    const PrintedJob job = printing.printTestImage("photo");
     ASSERT_EQ(job.drawnPages(), 1U);
     EXPECT_EQ(job.drawnPage(1).width, 1200);
-    printing.user.waitForWindow("frmBtm");
-    printing.user.click("frmBtm", "cmdOk");
-    printing.user.waitForWindowToGo("frmBtm");
 }
 
 } // namespace
