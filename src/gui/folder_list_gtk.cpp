@@ -28,7 +28,7 @@ void FolderListBox::makeNative(wxWindow* parent, const wxSize& size) {
     SetImages(icons);
     // The one column takes the whole width, however little it asks for.
     GetColumn(0)->SetWidth(1);
-    endCutRows(GtkGetTreeView());
+    ellipsizeRows(GtkGetTreeView());
     // The toolkit lets the names of such a tree be edited, and a double click would begin that.
     GetColumn(0)->GetRenderer()->SetMode(wxDATAVIEW_CELL_INERT);
     gtk_tree_view_set_show_expanders(GTK_TREE_VIEW(GtkGetTreeView()), FALSE);

@@ -118,7 +118,7 @@ void FolderListBox::makeNative(wxWindow* parent, const wxSize& size) {
     closedFolder_ = folderBundle(false, iconSide);
     openFolder_ = folderBundle(true, iconSide);
     SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
-    tellCutRows(*this, [this](const wxPoint& at) { return cutNameAt(at); });
+    showTipsOfCutRows(*this, [this](const wxPoint& at) { return cutNameAt(at); });
     Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { openSelected(); });
     Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) {
         notify(EVENT_OBJECT_FOCUS, *this, GetSelection());

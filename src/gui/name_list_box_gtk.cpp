@@ -12,7 +12,7 @@ NameListBox::NameListBox(wxWindow* parent, const wxString& name, const wxSize& s
                 wxLB_SINGLE | wxLB_NEEDED_SB) {
     SetName(name);
     SetMinSize(size);
-    endCutRows(GTK_WIDGET(m_treeview));
+    ellipsizeRows(GTK_WIDGET(m_treeview));
 }
 
 } // namespace veldara

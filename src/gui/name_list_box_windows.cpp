@@ -19,7 +19,7 @@ NameListBox::NameListBox(wxWindow* parent, const wxString& name, const wxSize& s
                 wxLB_SINGLE | wxLB_NEEDED_SB | wxLB_OWNERDRAW) {
     SetName(name);
     SetMinSize(size);
-    tellCutRows(*this, [this](const wxPoint& at) { return cutNameAt(at); });
+    showTipsOfCutRows(*this, [this](const wxPoint& at) { return cutNameAt(at); });
 }
 
 bool NameListBox::MSWOnDraw(WXDRAWITEMSTRUCT* item) {

@@ -11,7 +11,7 @@
 namespace veldara {
 
 // cutTextAt: the whole text of the row at a place in the list, empty where none is cut.
-void tellCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutTextAt);
+void showTipsOfCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutTextAt);
 
 } // namespace veldara
 
@@ -21,8 +21,8 @@ void tellCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutText
 
 namespace veldara {
 
-// Of a native tree view; lets texts without room end in "..." besides.
-void endCutRows(GtkWidget* treeView);
+// Lets the texts of a native tree view end in "..." where they have no room, and shows their tips.
+void ellipsizeRows(GtkWidget* treeView);
 
 } // namespace veldara
 

@@ -43,8 +43,8 @@ Text cutText(GtkTreeView* list, GtkTreeModel* model, GtkTreeIter& row, GtkTreePa
     return {text, g_free};
 }
 
-gboolean tellCutRow(GtkWidget* widget, gint x, gint y, gboolean byKeyboard, GtkTooltip* tip,
-                    gpointer) {
+gboolean showTipOfCutRow(GtkWidget* widget, gint x, gint y, gboolean byKeyboard, GtkTooltip* tip,
+                         gpointer) {
     auto* list = GTK_TREE_VIEW(widget);
     GtkTreeModel* model = nullptr;
     GtkTreePath* found = nullptr;
@@ -64,11 +64,11 @@ gboolean tellCutRow(GtkWidget* widget, gint x, gint y, gboolean byKeyboard, GtkT
 
 } // namespace
 
-void endCutRows(GtkWidget* treeView) {
+void ellipsizeRows(GtkWidget* treeView) {
     g_object_set(textCell(gtk_tree_view_get_column(GTK_TREE_VIEW(treeView), 0)), "ellipsize",
                  PANGO_ELLIPSIZE_END, nullptr);
     gtk_widget_set_has_tooltip(treeView, TRUE);
-    g_signal_connect(treeView, "query-tooltip", G_CALLBACK(tellCutRow), nullptr);
+    g_signal_connect(treeView, "query-tooltip", G_CALLBACK(showTipOfCutRow), nullptr);
 }
 
 } // namespace veldara

@@ -9,7 +9,7 @@
 
 namespace veldara {
 
-void tellCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutTextAt) {
+void showTipsOfCutRows(wxWindow& list, std::function<wxString(const wxPoint&)> cutTextAt) {
     struct Tips {
         wxString shown; // the row's; empty: the list's own
         wxString own;

@@ -43,10 +43,10 @@ std::size_t channelsOf(FlateRows kind) {
     switch (kind) {
     case FlateRows::grey:
         return 1;
-    case FlateRows::rgb:
-        break;
     case FlateRows::inks:
         return 4;
+    case FlateRows::rgb:
+        break;
     }
     return 3;
 }
@@ -85,14 +85,17 @@ class FlateSink : public TileSink {
   private:
     // The row with as many bytes for each pixel as the stream has.
     const std::uint8_t* packed(const std::uint8_t* row) {
-        if (kind_ == FlateRows::rgb) {
+        switch (kind_) {
+        case FlateRows::rgb:
             return row;
-        }
-        if (kind_ == FlateRows::inks) {
+        case FlateRows::inks:
             packInks(row, packed_.data(), width_);
-        }
-        for (std::size_t x = 0; kind_ == FlateRows::grey && x < width_; ++x) {
-            packed_[x] = row[3 * x];
+            break;
+        case FlateRows::grey:
+            for (std::size_t x = 0; x < width_; ++x) {
+                packed_[x] = row[3 * x];
+            }
+            break;
         }
         return packed_.data();
     }
