@@ -19,6 +19,12 @@ std::vector<int> chosenNumbers(const std::string& text, const PosterLayout& layo
     }
 }
 
+void note(const std::string& text, const Options& options, Console& console) {
+    if (!options.quiet && !text.empty()) {
+        console.complain("veldara-tiles: " + text + "\n");
+    }
+}
+
 } // namespace
 
 PdfPlan planPdf(const JobPlan& plan, const Options& options) {
@@ -50,13 +56,11 @@ PdfPlan planPdf(const JobPlan& plan, const Options& options) {
     return pdf;
 }
 
+void noteOverlapProblem(const PdfPlan& plan, const Options& options, Console& console) {
+    note(overlapProblem(plan.job).value_or(""), options, console);
+}
+
 bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& console) {
-    const auto note = [&](const std::string& text) {
-        if (!options.quiet && !text.empty()) {
-            console.complain("veldara-tiles: " + text + "\n");
-        }
-    };
-    note(overlapProblem(plan.job).value_or(""));
     PdfRun run({textPath(options.photo), options.rotation, plan.job, plan.file});
     {
         ProgressLine progress(console, !options.quiet);
@@ -67,7 +71,7 @@ bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& consol
             }
         } while (!run.waitDone(std::chrono::milliseconds(50)));
     }
-    note(run.result());
+    note(run.result(), options, console);
     return true;
 }
 

@@ -30,6 +30,9 @@ struct PdfPlan {
 // Throws WrongOption for sheets that the poster does not have, Error when no document can be made.
 PdfPlan planPdf(const JobPlan& plan, const Options& options);
 
+// On standard error, when the margins are too narrow for the overlap.
+void noteOverlapProblem(const PdfPlan& plan, const Options& options, Console& console);
+
 // Writes the document, and says what the person should know of it. False when it was interrupted.
 // Throws Error.
 bool writePdfPoster(const PdfPlan& plan, const Options& options, Console& console);

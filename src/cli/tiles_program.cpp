@@ -187,6 +187,7 @@ void writePoster(const JobPlan& plan, const Options& options, Console& console) 
 
 int runDocument(const JobPlan& plan, const Options& options, Console& console) {
     const PdfPlan pdf = planPdf(plan, options);
+    noteOverlapProblem(pdf, options, console);
     if (options.plan) {
         console.print(planJson(plan, &pdf));
         return statusDone;

@@ -71,11 +71,12 @@ class Document(TilesTest):
 
     def test_says_when_the_overlap_does_not_fit(self):
         photo = self.photo("lake.jpg", smooth(1200, 900))
-        result = self.run_tiles(*self.A4, "--margins", "5,5,5,5", "--overlap", "8", "--pdf",
-                                "a.pdf", photo)
-        self.assertEqual(result.returncode, 0)
-        self.assertIn(b"An overlap of 8 mm takes a right margin of 8 mm; the paper's is 5 mm",
-                      result.stderr)
+        for more in (["--plan"], []):
+            result = self.run_tiles(*self.A4, "--margins", "5,5,5,5", "--overlap", "8", "--pdf",
+                                    "a.pdf", *more, photo)
+            self.assertEqual(result.returncode, 0)
+            self.assertIn(b"An overlap of 8 mm takes a right margin of 8 mm; the paper's is 5 mm",
+                          result.stderr)
 
     def test_asks_before_it_replaces_a_document(self):
         photo = self.photo("lake.jpg", smooth(1200, 900))
