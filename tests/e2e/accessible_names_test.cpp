@@ -1,4 +1,4 @@
-// What the system tells screen readers of the controls, on Windows.
+// What the system's accessibility interface has of the controls, on Windows.
 #include "e2e/stage.h"
 
 #ifdef __WXMSW__
@@ -15,43 +15,43 @@ namespace veldara::test {
 
 namespace {
 
-VARIANT part(long number) {
+VARIANT childId(long number) {
     VARIANT which{};
     which.vt = VT_I4;
     which.lVal = number;
     return which;
 }
 
-// One widget as the system describes it; for the window thread only.
-class Told {
+// What the system's interface for screen readers has of a widget; for the window thread only.
+class AccessibleObject {
   public:
-    explicit Told(const wxWindow& widget) {
+    explicit AccessibleObject(const wxWindow& widget) {
         void* found = nullptr;
         if (FAILED(AccessibleObjectFromWindow(static_cast<HWND>(widget.GetHWND()),
                                               static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
                                               &found))) {
-            throw DriverError("The system tells nothing of \"" + portableText(widget.GetName()) +
-                              "\".");
+            throw DriverError("The system has no accessible object for \"" +
+                              portableText(widget.GetName()) + "\".");
         }
         object_ = static_cast<IAccessible*>(found);
     }
-    ~Told() { object_->Release(); }
-    Told(const Told&) = delete;
-    Told& operator=(const Told&) = delete;
+    ~AccessibleObject() { object_->Release(); }
+    AccessibleObject(const AccessibleObject&) = delete;
+    AccessibleObject& operator=(const AccessibleObject&) = delete;
 
     std::string name(long number = CHILDID_SELF) const {
         BSTR text = nullptr;
-        object_->get_accName(part(number), &text);
+        object_->get_accName(childId(number), &text);
         const std::string name = text == nullptr ? std::string() : portableText(wxString(text));
         SysFreeString(text);
         return name;
     }
     long role(long number = CHILDID_SELF) const {
         VARIANT role{};
-        object_->get_accRole(part(number), &role);
+        object_->get_accRole(childId(number), &role);
         return role.vt == VT_I4 ? role.lVal : 0;
     }
-    long parts() const {
+    long childCount() const {
         long count = 0;
         object_->get_accChildCount(&count);
         return count;
@@ -77,7 +77,7 @@ class AccessibleNames : public testing::Test {
             for (const auto& [widget, name] : names) {
                 const wxWindow* found = Driver::widget(window, widget);
                 ASSERT_NE(found, nullptr) << widget;
-                EXPECT_EQ(Told(*found).name(), name) << window << ", " << widget;
+                EXPECT_EQ(AccessibleObject(*found).name(), name) << window << ", " << widget;
             }
         });
     }
@@ -103,8 +103,10 @@ TEST_F(AccessibleNames, OfTheMainWindow) {
                             {"picCur", "wide.bmp, 300 x 200 pixels"},
                             {"scrZoom", "Zoom"},
                             {"imgArrow", "Move the tiles over the photo"}});
-    user.onWindowThread(
-        [] { EXPECT_EQ(Told(*Driver::widget("frmMain", "picCur")).role(), ROLE_SYSTEM_GRAPHIC); });
+    user.onWindowThread([] {
+        EXPECT_EQ(AccessibleObject(*Driver::widget("frmMain", "picCur")).role(),
+                  ROLE_SYSTEM_GRAPHIC);
+    });
 }
 
 TEST_F(AccessibleNames, OfTheDialogs) {
@@ -133,14 +135,14 @@ TEST_F(AccessibleNames, OfTheDialogs) {
 TEST_F(AccessibleNames, OfTheFoldersInTheirList) {
     user.onWindowThread([] {
         auto& list = dynamic_cast<FolderListBox&>(*Driver::widget("frmMain", "Dir1"));
-        const Told told(list);
+        const AccessibleObject folders(list);
         const auto rows = static_cast<long>(list.entries().size());
-        EXPECT_EQ(told.role(), ROLE_SYSTEM_LIST);
-        ASSERT_EQ(told.parts(), rows);
-        EXPECT_EQ(told.name(rows), "summer");
-        EXPECT_EQ(told.role(rows), ROLE_SYSTEM_LISTITEM);
+        EXPECT_EQ(folders.role(), ROLE_SYSTEM_LIST);
+        ASSERT_EQ(folders.childCount(), rows);
+        EXPECT_EQ(folders.name(rows), "summer");
+        EXPECT_EQ(folders.role(rows), ROLE_SYSTEM_LISTITEM);
         for (long row = 1; row <= rows; ++row) {
-            EXPECT_EQ(told.name(row), list.entries()[static_cast<std::size_t>(row - 1)].name);
+            EXPECT_EQ(folders.name(row), list.entries()[static_cast<std::size_t>(row - 1)].name);
         }
     });
 }
