@@ -117,16 +117,24 @@ TEST(Habits, NameBoxTakesNoSeparator) {
     poster.user.waitForWindowToGo("frmSaveTiles");
 }
 
-TEST(Habits, EnterDoesNotOverwriteAFolder) {
+void expectFolderKeptBy(wxKeyCode key) {
     APoster poster;
     poster.stage.home().addFolder("photos/wide_poster_images");
     poster.user.key('S', wxMOD_CONTROL);
     poster.user.waitForWindow("frmSaveTiles");
     poster.user.click("frmSaveTiles", "cmdSaveNow");
     EXPECT_THAT(poster.user.waitForMessage(), HasSubstr("already exists."));
-    poster.user.key(WXK_RETURN);
+    poster.user.key(key);
     poster.user.waitForWindowToGo("frmSaveTiles");
     EXPECT_TRUE(std::filesystem::is_empty(poster.stage.photos() / "wide_poster_images"));
+}
+
+TEST(Habits, EnterDoesNotOverwriteAFolder) {
+    expectFolderKeptBy(WXK_RETURN);
+}
+
+TEST(Habits, EscapeDoesNotOverwriteAFolder) {
+    expectFolderKeptBy(WXK_ESCAPE);
 }
 
 // The crop's ratio in the window, and the picture's.
