@@ -302,6 +302,10 @@ void PictureBox::paint() {
 // Lines are drawn by the picture itself, one of its pixels wide; on a display with small pixels the
 // rest of their width is added here, to the pixel, so that all of them are alike.
 void PictureBox::drawOverlay(wxDC& dc) {
+    const int width = lineWidth(displayScale(*this));
+    if (!dimOutside_ && width == 1) {
+        return;
+    }
     const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(dc));
     if (!context) {
         return;
@@ -313,7 +317,6 @@ void PictureBox::drawOverlay(wxDC& dc) {
     if (dimOutside_) {
         drawVeil(*context);
     }
-    const int width = lineWidth(displayScale(*this));
     if (width == 1) {
         return;
     }
