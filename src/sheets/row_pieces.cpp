@@ -100,10 +100,11 @@ std::unique_ptr<PieceSource> openRowPieces(const std::filesystem::path& photo, P
     facts.height = reader->header().height;
     facts.filter = filter;
     facts.profile = reader->colourProfile();
-    std::optional<ColourProfile> grey = reader->greyProfile();
-    if (grey && filter == PieceFilter::flate) {
-        facts.colour = PieceColour::grey;
-        facts.profile = std::move(*grey);
+    if (filter == PieceFilter::flate) {
+        if (std::optional<ColourProfile> grey = reader->greyProfile()) {
+            facts.colour = PieceColour::grey;
+            facts.profile = std::move(*grey);
+        }
     }
     facts.notice = notice;
     return std::make_unique<RowPieces>(std::move(reader), std::move(facts), 1);
