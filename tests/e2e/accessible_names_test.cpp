@@ -81,11 +81,6 @@ class AccessibleNames : public testing::Test {
             }
         });
     }
-    void leave(const std::string& window) {
-        user.key(WXK_ESCAPE);
-        user.waitForWindowToGo(window);
-        user.waitForWindow("frmMain");
-    }
 
     Stage stage;
     Driver& user = stage.user();
@@ -116,20 +111,20 @@ TEST_F(AccessibleNames, OfTheDialogs) {
                                 {"cmbMargins1", "Right Margin"},
                                 {"cmbMargins2", "Bottom Margin"},
                                 {"cmbMargins3", "Left Margin"}});
-    leave("frmTileSize");
+    user.leaveByEscape("frmTileSize");
     user.key('I', wxMOD_ALT);
     expectNames("frmBtm", {{"lstConfigurations", "Edge Calibration Profiles"},
                            {"cmbTopEdge", "Top Edge"},
                            {"cmbRightEdge", "Right Edge"},
                            {"cmbBottomEdge", "Bottom Edge"},
                            {"cmbLeftEdge", "Left Edge"}});
-    leave("frmBtm");
+    user.leaveByEscape("frmBtm");
     user.key('S', wxMOD_ALT);
     expectNames("frmSaveTiles", {{"drvTile", "Drive"},
                                  {"dirTile", "New Folder  Location"},
                                  {"txtNewFolderName", "New Folder Name"},
                                  {"txtBaseFileName", "Base Filename"}});
-    leave("frmSaveTiles");
+    user.leaveByEscape("frmSaveTiles");
 }
 
 TEST_F(AccessibleNames, OfTheFoldersInTheirList) {

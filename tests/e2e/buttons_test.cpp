@@ -72,11 +72,6 @@ class Buttons : public testing::Test {
         EXPECT_EQ(user.onWindowThread([&] { return lowestButtons(window); }), inSystemOrder(row))
             << window;
     }
-    void leave(const std::string& window, const std::string& behind = "frmMain") {
-        user.key(WXK_ESCAPE);
-        user.waitForWindowToGo(window);
-        user.waitForWindow(behind);
-    }
 
     Stage stage;
     Driver& user = stage.user();
@@ -85,22 +80,22 @@ class Buttons : public testing::Test {
 TEST_F(Buttons, OfEveryDialogStandInTheSystemsOrder) {
     user.key('E', wxMOD_ALT);
     expectRow("frmTileSize", {"OK", "Apply", "Cancel"});
-    leave("frmTileSize");
+    user.leaveByEscape("frmTileSize");
     user.clickMenu("frmMain", 1, 2);
     expectRow("frmPosterSize", {"OK", "Cancel"});
-    leave("frmPosterSize");
+    user.leaveByEscape("frmPosterSize");
     user.key('S', wxMOD_ALT);
     expectRow("frmSaveTiles", {"Save Images Now", "Close"});
-    leave("frmSaveTiles");
+    user.leaveByEscape("frmSaveTiles");
     user.key('N', wxMOD_ALT);
     expectRow("frmSheets", {"Print...", "Save PDF...", "Close"});
-    leave("frmSheets");
+    user.leaveByEscape("frmSheets");
     user.key('I', wxMOD_ALT);
     user.waitForWindow("frmBtm");
     user.key('N', wxMOD_ALT);
     expectRow("input", {"OK", "Cancel"});
-    leave("input", "frmBtm");
-    leave("frmBtm");
+    user.leaveByEscape("input", "frmBtm");
+    user.leaveByEscape("frmBtm");
 }
 
 TEST_F(Buttons, OfMessageBoxesStandInTheSystemsOrder) {

@@ -150,6 +150,12 @@ void Driver::waitForWindowToGo(const std::string& name) {
     settle();
 }
 
+void Driver::leaveByEscape(const std::string& name, const std::string& behind) {
+    key(WXK_ESCAPE);
+    waitForWindowToGo(name);
+    waitForWindow(behind);
+}
+
 std::string Driver::text(const std::string& windowName, const std::string& name) {
     return onWindowThread(
         [&] { return portableText(valueOf(as<wxWindow>(widget(windowName, name), name))); });

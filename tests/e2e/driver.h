@@ -61,6 +61,8 @@ class Driver {
     std::string focused();
     void waitForWindow(const std::string& name);
     void waitForWindowToGo(const std::string& name);
+    // Escape, until the window is gone and the one behind it has the keyboard.
+    void leaveByEscape(const std::string& name, const std::string& behind = "frmMain");
     // The label or the value of a widget; the chosen entry's text of a list.
     std::string text(const std::string& window, const std::string& name);
     std::string title(const std::string& window);

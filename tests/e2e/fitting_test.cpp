@@ -76,12 +76,6 @@ class Fitting : public testing::Test {
         });
     }
 
-    void leave(const std::string& name) {
-        user.key(WXK_ESCAPE);
-        user.waitForWindowToGo(name);
-        user.waitForWindow("frmMain");
-    }
-
     Stage stage;
     Driver& user = stage.user();
 };
@@ -107,14 +101,14 @@ TEST_F(Fitting, TheDialogs) {
     for (const auto& [letter, name] : byLetter) {
         user.key(letter, wxMOD_ALT);
         expectFits(name);
-        leave(name);
+        user.leaveByEscape(name);
     }
     user.clickMenu("frmMain", 1, 2);
     expectFits("frmPosterSize");
-    leave("frmPosterSize");
+    user.leaveByEscape("frmPosterSize");
     user.clickMenu("frmMain", 3, 1);
     expectFits("frmAbout");
-    leave("frmAbout");
+    user.leaveByEscape("frmAbout");
 }
 
 TEST_F(Fitting, SavingAndItsResult) {

@@ -90,11 +90,6 @@ TEST(Dialogs, EveryWindowsLettersAreItsOwn) {
             EXPECT_GE(letters.count(), least);
         });
     };
-    const auto leave = [&](const std::string& name) {
-        user.key(WXK_ESCAPE);
-        user.waitForWindowToGo(name);
-        user.waitForWindow("frmMain");
-    };
     check("frmMain", 18);
     const std::tuple<int, const char*, std::size_t> byLetter[] = {{'E', "frmTileSize", 14},
                                                                   {'I', "frmBtm", 11},
@@ -103,14 +98,14 @@ TEST(Dialogs, EveryWindowsLettersAreItsOwn) {
     for (const auto& [letter, name, least] : byLetter) {
         user.key(letter, wxMOD_ALT);
         check(name, least);
-        leave(name);
+        user.leaveByEscape(name);
     }
     user.clickMenu("frmMain", 1, 2);
     check("frmPosterSize", 8);
-    leave("frmPosterSize");
+    user.leaveByEscape("frmPosterSize");
     user.clickMenu("frmMain", 3, 1);
     check("frmAbout", 1);
-    leave("frmAbout");
+    user.leaveByEscape("frmAbout");
     user.key('S', wxMOD_ALT);
     check("frmSaveTiles", 8);
     user.key('S', wxMOD_ALT);
@@ -137,9 +132,7 @@ TEST(Dialogs, TheInputBoxesLettersAreItsOwn) {
         EXPECT_EQ(letters.count(), 2U);
 #endif
     });
-    user.key(WXK_ESCAPE);
-    user.waitForWindowToGo("input");
-    user.waitForWindow("frmBtm");
+    user.leaveByEscape("input", "frmBtm");
     user.key(WXK_ESCAPE);
     user.waitForWindowToGo("frmBtm");
 }
