@@ -21,19 +21,23 @@ inline Colour fineColour(int x, int y) {
             static_cast<std::uint8_t>(91 * (x + 2 * y))};
 }
 
-// With the paper of letterLine the sheets have 6 x 9 inches of the picture, 120 x 180 pixels each.
+// The small one has four sheets: with the paper of letterLine each has 6 x 9 inches of the picture,
+// 120 x 180 pixels. The large one has so many, of such a photo, that somebody can cancel it.
+enum class PosterKind { small, large };
+
 struct Printing {
     static constexpr int photoWidth = 240;
     static constexpr int photoHeight = 360;
 
-    // printer: the one that was printed on last. paper: empty for the one of a new user. tiles: the
-    // stored numbers of sheets, empty for those of a new user. The photo's sides are `scale` times
-    // as long.
+    // printer: the one that was printed on last. paper: empty for the one of a new user.
     explicit Printing(const std::string& printer, const std::string& paper = letterLine,
-                      const std::string& tiles = "", int scale = 1) {
-        writeBitmap(stage.photos() / photo, scale * photoWidth, scale * photoHeight, fineColour);
-        if (!tiles.empty()) {
-            stage.store("prefs_numTiles", tiles);
+                      PosterKind kind = PosterKind::small)
+        : photo(kind == PosterKind::small ? "lake.bmp" : "lake.jpg") {
+        if (kind == PosterKind::small) {
+            writeBitmap(stage.photos() / photo, photoWidth, photoHeight, fineColour);
+        } else {
+            writeJpeg(stage.photos() / photo, 6000, 8000);
+            stage.store("prefs_numTiles", "w17h15");
         }
         stage.store("printer", printer);
         if (!paper.empty()) {
@@ -103,7 +107,7 @@ struct Printing {
         return job;
     }
 
-    const std::string photo = "lake.bmp";
+    const std::string photo;
     Stage stage;
     Driver& user = stage.user();
     PrintDialog dialog{user};

@@ -2,6 +2,7 @@
 #include "calibration/test_target.h"
 #include "e2e/printing_stage.h"
 #include "sheets/poster_pdf.h"
+#include "support/said.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -26,18 +27,6 @@ std::string bytesOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-std::string said(const std::string& command) {
-    std::string text;
-    FILE* stream = popen((command + " 2>&1").c_str(), "r");
-    for (int c = stream == nullptr ? EOF : fgetc(stream); c != EOF; c = fgetc(stream)) {
-        text += static_cast<char>(c);
-    }
-    if (stream != nullptr) {
-        pclose(stream);
-    }
-    return text;
-}
-
 // Pages as a renderer that has nothing in common with the program draws them.
 ReadPicture renderedPage(const fs::path& document, int page, int dotsPerInch,
                          const TempFolder& folder) {
@@ -60,7 +49,7 @@ ReadPicture renderedPage(const fs::path& document, int page, int dotsPerInch,
 }
 
 int pagesOf(const fs::path& document) {
-    const std::string text = said("qpdf --show-npages '" + document.string() + "'");
+    const std::string text = said("qpdf --show-npages '" + document.string() + "'").text;
     return std::atoi(text.c_str());
 }
 
@@ -143,7 +132,8 @@ TEST(Printing, ByKeyboardOnPhotoPaper) {
     EXPECT_TRUE(job.has("sides=one-sided"));
     EXPECT_TRUE(job.has("print-scaling=none"));
     EXPECT_EQ(pagesOf(job.document), 5);
-    EXPECT_THAT(said("pdfinfo -f 2 -l 2 '" + job.document.string() + "'"), HasSubstr("432 x 288"));
+    EXPECT_THAT(said("pdfinfo -f 2 -l 2 '" + job.document.string() + "'").text,
+                HasSubstr("432 x 288"));
 }
 
 TEST(Printing, ACustomPaperGoesToAPrinterOfAnySize) {
@@ -189,7 +179,7 @@ TEST(Printing, FromAndToAreTheNumbersOfTheSheets) {
     printing.dialog.printByKey();
     const PrintedJob job = waitForPrinted(printing.user, "office", before);
     EXPECT_EQ(pagesOf(job.document), 2) << "without the guide";
-    EXPECT_THAT(said("pdftotext '" + job.document.string() + "' -"), HasSubstr("2"));
+    EXPECT_THAT(said("pdftotext '" + job.document.string() + "' -").text, HasSubstr("2"));
     EXPECT_FALSE(job.has("page-ranges=2-3")) << "the document has these sheets alone";
 }
 
@@ -237,7 +227,7 @@ TEST(Printing, APrinterThatStopsHalfWayIsSaidWithItsReason) {
 }
 
 TEST(Printing, CancelAfterTheSecondSheetHandsNothingOver) {
-    Printing printing("office", letterLine, "w14h09", 16); // time enough to reach the third sheet
+    Printing printing("office", letterLine, PosterKind::large);
     const std::size_t before = countPrinted("office");
     printing.openByKey("office");
     printing.dialog.printByKey();

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 
 #include <tiffio.h>
 
@@ -379,6 +380,15 @@ std::vector<TiffKind> everyTiffSampleKind() {
 
 std::uint32_t dataPositionOfBareTiff(std::size_t fields) {
     return static_cast<std::uint32_t>(8 + 2 + 12 * fields + 4);
+}
+
+TiffKind tiffKindNamed(const std::string& name) {
+    for (const TiffKind& kind : everyTiffSampleKind()) {
+        if (kind.name == name) {
+            return kind;
+        }
+    }
+    throw std::invalid_argument("no kind " + name);
 }
 
 Bytes bareTiff(const std::vector<std::pair<unsigned, std::uint32_t>>& fields, const Bytes& data) {

@@ -43,6 +43,7 @@ TiffFile makeTiff(const TiffKind& kind, int width, int height);
 
 // Every kind of sample, uncompressed, in strips.
 std::vector<TiffKind> everyTiffSampleKind();
+TiffKind tiffKindNamed(const std::string& name);
 
 // A page made by hand from bare fields (tag, value), all of them 32-bit numbers, with the data
 // behind them: for headers that lie.

@@ -22,16 +22,6 @@ void expectExact(const TiffKind& kind, int width = 53, int height = 31) {
     EXPECT_EQ(header.height, height);
 }
 
-TiffKind kindNamed(const std::string& name) {
-    for (const TiffKind& kind : everyTiffSampleKind()) {
-        if (kind.name == name) {
-            return kind;
-        }
-    }
-    ADD_FAILURE() << "no kind " << name;
-    return {};
-}
-
 } // namespace
 
 TEST(Tiff, EveryKindOfSampleHasItsDefinedPixels) {
@@ -91,7 +81,7 @@ TEST(Tiff, OneStripOfAllRows) {
 TEST(Tiff, Predictors) {
     for (const int compression : {lzw, deflate}) {
         for (const char* name : {"rgb8", "rgb16", "grey8", "grey16", "inks8", "rgbAlpha16"}) {
-            TiffKind kind = kindNamed(name);
+            TiffKind kind = tiffKindNamed(name);
             kind.compression = compression;
             kind.predictor = 2;
             expectExact(kind);
@@ -106,7 +96,7 @@ TEST(Tiff, Predictors) {
 TEST(Tiff, SeparatePlanes) {
     for (const char* name : {"rgb8", "rgb16", "rgbAlpha8", "rgbPremultiplied16", "inks8", "inks16",
                              "greyAlpha", "chroma11"}) {
-        TiffKind kind = kindNamed(name);
+        TiffKind kind = tiffKindNamed(name);
         kind.separate = true;
         expectExact(kind);
         kind.compression = lzw;
@@ -121,7 +111,7 @@ TEST(Tiff, FaxCompressions) {
     const std::pair<int, unsigned> codes[] = {{2, 0}, {3, 0}, {3, 1}, {3, 4}, {4, 0}};
     for (const auto& [compression, options] : codes) {
         for (const char* name : {"bilevel", "bilevelInverted"}) {
-            TiffKind kind = kindNamed(name);
+            TiffKind kind = tiffKindNamed(name);
             kind.compression = compression;
             kind.faxOptions = options;
             kind.name += " fax " + std::to_string(compression);
@@ -135,7 +125,7 @@ TEST(Tiff, FaxCompressions) {
 TEST(Tiff, JpegCompressionComesCloseToThePicture) {
     for (const char* name : {"rgb8", "grey8", "chroma11", "chroma22", "inks8"}) {
         for (const int tileSide : {0, 32}) {
-            TiffKind kind = kindNamed(name);
+            TiffKind kind = tiffKindNamed(name);
             kind.compression = jpeg;
             kind.tileSide = tileSide;
             kind.rowsPerStrip = 16;
@@ -154,7 +144,7 @@ TEST(Tiff, AStripTooLargeToHoldIsReadRowByRow) {
     // Above two megabytes a strip is decoded a row at a time.
     for (const char* name : {"rgb8", "rgb16", "inks8"}) {
         for (const int compression : {1, lzw, packBits}) {
-            TiffKind kind = kindNamed(name);
+            TiffKind kind = tiffKindNamed(name);
             kind.rowsPerStrip = 100000;
             kind.compression = compression;
             expectExact(kind, 800, 1000);
@@ -162,7 +152,7 @@ TEST(Tiff, AStripTooLargeToHoldIsReadRowByRow) {
             expectExact(kind, 800, 1000);
         }
     }
-    TiffKind planes = kindNamed("rgb8");
+    TiffKind planes = tiffKindNamed("rgb8");
     planes.separate = true;
     planes.rowsPerStrip = 100000;
     planes.compression = lzw;
@@ -170,7 +160,7 @@ TEST(Tiff, AStripTooLargeToHoldIsReadRowByRow) {
 }
 
 TEST(Tiff, PaletteOfAnOldWriterWithEmptyUpperHalves) {
-    TiffKind kind = kindNamed("palette8");
+    TiffKind kind = tiffKindNamed("palette8");
     TiffFile file = makeTiff(kind, 20, 20);
     // The colour map (tag 320, 768 short numbers v * 257): clear the doubled half of each.
     const Bytes entry = {0x40, 0x01, 3, 0, 0, 3, 0, 0};
@@ -185,8 +175,8 @@ TEST(Tiff, PaletteOfAnOldWriterWithEmptyUpperHalves) {
 }
 
 TEST(Tiff, OnlyTheFirstPageCounts) {
-    const TiffFile one = makeTiff(kindNamed("rgb8"), 20, 15);
-    const TiffFile other = makeTiff(kindNamed("grey8"), 33, 44);
+    const TiffFile one = makeTiff(tiffKindNamed("rgb8"), 20, 15);
+    const TiffFile other = makeTiff(tiffKindNamed("grey8"), 33, 44);
     // The second file's directory is appended with all its positions moved; simpler and as good: a
     // next-page pointer that leads nowhere must not disturb the first page.
     Bytes file = one.bytes;
@@ -198,7 +188,7 @@ TEST(Tiff, OnlyTheFirstPageCounts) {
 }
 
 TEST(Tiff, ResolutionInInchesCentimetresOrNone) {
-    TiffKind kind = kindNamed("rgb8");
+    TiffKind kind = tiffKindNamed("rgb8");
     EXPECT_EQ(headerOf(makeTiff(kind, 9, 9).bytes).dotsPerInch, 0);
     kind.resolution = 300;
     EXPECT_EQ(headerOf(makeTiff(kind, 9, 9).bytes).dotsPerInch, 300);
@@ -212,23 +202,23 @@ TEST(Tiff, ResolutionInInchesCentimetresOrNone) {
 TEST(Tiff, SaysWhetherItIsStoredInGreys) {
     for (const char* name :
          {"bilevel", "bilevelInverted", "grey4", "grey8", "grey16", "greyAlpha"}) {
-        const Bytes file = makeTiff(kindNamed(name), 9, 9).bytes;
+        const Bytes file = makeTiff(tiffKindNamed(name), 9, 9).bytes;
         EXPECT_EQ(reader(file)->greyProfile(), Bytes{}) << name;
     }
     for (const char* name : {"rgb8", "palette8", "inks8", "chroma11"}) {
-        const Bytes file = makeTiff(kindNamed(name), 9, 9).bytes;
+        const Bytes file = makeTiff(tiffKindNamed(name), 9, 9).bytes;
         EXPECT_FALSE(reader(file)->greyProfile()) << name;
     }
 }
 
 TEST(Tiff, ProfileIsKept) {
-    TiffKind kind = kindNamed("rgb8");
+    TiffKind kind = tiffKindNamed("rgb8");
     kind.profile = rgbProfile();
     EXPECT_EQ(load(makeTiff(kind, 9, 9).bytes).colourProfile, kind.profile);
     kind.profile = greyProfile();
     EXPECT_TRUE(load(makeTiff(kind, 9, 9).bytes).colourProfile.empty())
         << "a grey profile says nothing about RGB";
-    TiffKind grey = kindNamed("grey8");
+    TiffKind grey = tiffKindNamed("grey8");
     grey.profile = greyProfile();
     EXPECT_EQ(profileKind(load(makeTiff(grey, 9, 9).bytes).colourProfile), ProfileKind::rgb);
     for (const int orientation : {1, 2, 3, 6}) { // by rows, mirrored, and whole in memory
@@ -236,7 +226,7 @@ TEST(Tiff, ProfileIsKept) {
         const Bytes file = makeTiff(grey, 9, 9).bytes;
         EXPECT_EQ(reader(file)->greyProfile(), grey.profile) << orientation;
     }
-    TiffKind inks = kindNamed("inks8");
+    TiffKind inks = tiffKindNamed("inks8");
     inks.profile = rgbProfile();
     EXPECT_TRUE(load(makeTiff(inks, 9, 9).bytes).colourProfile.empty());
 }
@@ -244,15 +234,15 @@ TEST(Tiff, ProfileIsKept) {
 TEST(Tiff, TruncationsAreRefusedOrWhole) {
     for (const char* name : {"rgb8", "bilevel", "palette4", "grey16"}) {
         for (const int compression : {1, packBits, lzw, deflate}) {
-            TiffKind kind = kindNamed(name);
+            TiffKind kind = tiffKindNamed(name);
             kind.compression = compression;
             EXPECT_GT(refusedTruncations(makeTiff(kind, 11, 9).bytes), 0U);
         }
     }
-    TiffKind fax = kindNamed("bilevel");
+    TiffKind fax = tiffKindNamed("bilevel");
     fax.compression = 4;
     refusedTruncations(makeTiff(fax, 31, 9).bytes);
-    TiffKind photoKind = kindNamed("rgb8");
+    TiffKind photoKind = tiffKindNamed("rgb8");
     photoKind.compression = jpeg;
     photoKind.rowsPerStrip = 16;
     refusedTruncations(makeTiff(photoKind, 32, 32).bytes);
@@ -268,7 +258,7 @@ TEST(Tiff, SurvivesDamage) {
 }
 
 TEST(Tiff, UnsupportedKindsAreNamed) {
-    TiffKind kind = kindNamed("rgb8");
+    TiffKind kind = tiffKindNamed("rgb8");
     Bytes file = makeTiff(kind, 9, 9).bytes;
     EXPECT_EQ(complaintOf(file), "");
     const std::vector<std::pair<unsigned, std::uint32_t>> floats = {
@@ -287,7 +277,7 @@ TEST(Tiff, UnsupportedKindsAreNamed) {
         {273, 122}, {277, 3}, {278, 4}, {279, 48}};
     EXPECT_EQ(complaintOf(bareTiff(lzma, noise(64))),
               "Could not read \"picture\": its kind of TIFF is not supported (compression 34925).");
-    TiffKind fourChroma = kindNamed("chroma11");
+    TiffKind fourChroma = tiffKindNamed("chroma11");
     fourChroma.samples = 4;
     fourChroma.extra = 0;
     fourChroma.separate = true;
@@ -297,7 +287,7 @@ TEST(Tiff, UnsupportedKindsAreNamed) {
 }
 
 TEST(Tiff, SeparatePlanesOfDifferentSizesAreNotSupported) {
-    TiffKind kind = kindNamed("chroma11");
+    TiffKind kind = tiffKindNamed("chroma11");
     kind.separate = true;
     Bytes file = makeTiff(kind, 8, 8).bytes;
     // the numbers of pixels that share colour differences: field 530, two short numbers

@@ -22,6 +22,14 @@ PrinterFacts office() {
     return {"office", {paper("A4", 210, 297, 4.2), paper("US Letter", 215.9, 279.4, 4.2)}, false};
 }
 
+// A paper that the office has not.
+SheetJob onA3(SheetJob job) {
+    job.paperWidth = mm(297);
+    job.paperHeight = mm(420);
+    job.paperName = "A3 - 297 x 420";
+    return job;
+}
+
 SheetJob jobWithMargins(double top, double right, double bottom, double left) {
     SheetJob job = a4Job();
     job.margins = {mm(top), mm(right), mm(bottom), mm(left)};
@@ -60,11 +68,7 @@ TEST(PrintCheck, SaysWhatWouldBeMissingAndTheWaysOut) {
 }
 
 TEST(PrintCheck, EverythingIsOneText) {
-    SheetJob job = jobWithMargins(0, 10, 10, 0);
-    job.paperWidth = mm(297);
-    job.paperHeight = mm(420);
-    job.paperName = "A3 - 297 x 420";
-    EXPECT_EQ(textFor(job, office()),
+    EXPECT_EQ(textFor(onA3(jobWithMargins(0, 10, 10, 0)), office()),
               "The printer \"office\" cannot print these sheets as they are.\n\n"
               "Your printer does not have the paper A3 - 297 x 420 (297 x 420 mm); the nearest "
               "that it has is A4 (210 x 297 mm).\n"
@@ -79,11 +83,7 @@ TEST(PrintCheck, EverythingIsOneText) {
 }
 
 TEST(PrintCheck, OnlyWhatHelpsIsProposed) {
-    SheetJob job = a4Job();
-    job.paperWidth = mm(297);
-    job.paperHeight = mm(420);
-    job.paperName = "A3 - 297 x 420";
-    EXPECT_EQ(textFor(job, office()),
+    EXPECT_EQ(textFor(onA3(a4Job()), office()),
               "The printer \"office\" cannot print these sheets as they are.\n\n"
               "Your printer does not have the paper A3 - 297 x 420 (297 x 420 mm); the nearest "
               "that it has is A4 (210 x 297 mm).\n\n"

@@ -1,5 +1,6 @@
 #include "sheets/documents.h"
 
+#include "support/said.h"
 #include "support/sound_pdf.h"
 
 #include <array>
@@ -70,20 +71,6 @@ std::filesystem::path makeDocument(const Folder& folder, const test::Bytes& phot
     return poster.file;
 }
 
-Said said(const std::string& command) {
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) {
-        return {};
-    }
-    Said result;
-    std::array<char, 4096> block{};
-    for (std::size_t got = 0; (got = fread(block.data(), 1, block.size(), pipe)) > 0;) {
-        result.text.append(block.data(), got);
-    }
-    result.ok = pclose(pipe) == 0;
-    return result;
-}
-
 namespace {
 
 Image readPixmap(const std::filesystem::path& file) {
@@ -114,19 +101,21 @@ Image rendered(const std::filesystem::path& document, int page, Renderer rendere
     const std::string number = std::to_string(page);
     const std::string source = " '" + document.string() + "' ";
     const std::filesystem::path target = folder.file("page" + number + ".ppm");
-    Said done;
+    test::Said done;
     switch (renderer) {
     case Renderer::poppler:
-        done = said("pdftoppm -r 100 -singlefile -f " + number + " -l " + number + source + "'" +
-                    folder.file("page" + number).string() + "'");
+        done = test::said("pdftoppm -r 100 -singlefile -f " + number + " -l " + number + source +
+                          "'" + folder.file("page" + number).string() + "'");
         break;
     case Renderer::mupdf:
-        done = said("mutool draw -q -r 100 -c rgb -o '" + target.string() + "'" + source + number);
+        done = test::said("mutool draw -q -r 100 -c rgb -o '" + target.string() + "'" + source +
+                          number);
         break;
     case Renderer::ghostscript:
-        done = said("gs -q -dSAFER -dBATCH -dNOPAUSE -dGraphicsAlphaBits=4 -dTextAlphaBits=4 "
-                    "-sDEVICE=ppmraw -r100 -dFirstPage=" +
-                    number + " -dLastPage=" + number + " -o '" + target.string() + "'" + source);
+        done =
+            test::said("gs -q -dSAFER -dBATCH -dNOPAUSE -dGraphicsAlphaBits=4 -dTextAlphaBits=4 "
+                       "-sDEVICE=ppmraw -r100 -dFirstPage=" +
+                       number + " -dLastPage=" + number + " -o '" + target.string() + "'" + source);
         break;
     }
     EXPECT_TRUE(done.ok) << done.text;

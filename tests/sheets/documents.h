@@ -34,13 +34,6 @@ SheetJob smallJob(int sheetsWide, int sheetsHigh, bool tilesTurned = false);
 std::filesystem::path makeDocument(const Folder& folder, const test::Bytes& photo,
                                    const SheetJob& job, Turn rotation = Turn::none);
 
-// What a program prints, with its messages; `ok` false when it fails.
-struct Said {
-    bool ok = false;
-    std::string text;
-};
-Said said(const std::string& command);
-
 // The page at 100 dots per inch as that renderer draws it.
 enum class Renderer { poppler, mupdf, ghostscript };
 Image rendered(const std::filesystem::path& document, int page, Renderer renderer,

@@ -5,6 +5,8 @@
 #include "sheets/guide_page.h"
 #include "sheets/poster_pdf.h"
 #include "sheets/sheet_jobs.h"
+#include "sheets/slopes.h"
+#include "support/said.h"
 #include "support/sound_pdf.h"
 
 #include <regex>
@@ -19,12 +21,13 @@ namespace {
 using test::Bytes;
 using test::expectSoundPdf;
 using test::JpegKind;
+using test::said;
+using test::slopes;
 using testing::Folder;
 using testing::makeDocument;
 using testing::meanDifference;
 using testing::rendered;
 using testing::Renderer;
-using testing::said;
 using testing::smallJob;
 
 Bytes jpegPhoto(const SheetJob& job, const JpegKind& kind = {}) {
@@ -126,19 +129,6 @@ TEST(PosterPdf, MarksAndLabelStandInTheMargins) {
     }
 }
 
-// Ever more red to the right, ever more green to the bottom.
-Image slopes(int width, int height) {
-    Image image(width, height);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            image.row(y)[3 * x] = static_cast<std::uint8_t>(255 * x / width);
-            image.row(y)[3 * x + 1] = static_cast<std::uint8_t>(255 * y / height);
-            image.row(y)[3 * x + 2] = 128;
-        }
-    }
-    return image;
-}
-
 void expectGuideShowsSlopes(const Image& page, const SheetJob& job) {
     const std::vector<PagePhoto> photos = testing::itemsOf<PagePhoto>(guidePage(job).items);
     ASSERT_EQ(photos.size(), 1U);
@@ -228,9 +218,7 @@ TEST(PosterPdf, PicturesWithoutLossComeThrough) {
     const Folder folder;
     const SheetJob job = smallJob(2, 2);
     const Image photo = test::photo(job.layout.photoWidth, job.layout.photoHeight);
-    test::TiffKind grey;
-    grey.samples = 1;
-    grey.photometric = 1;
+    test::TiffKind grey = test::tiffKindNamed("grey8");
     for (const Bytes& file :
          {encodeImage(photo.view(), TileFormat::tiff, 100, {}),
           encodeImage(photo.view(), TileFormat::bmp, 100, {}),
@@ -261,9 +249,7 @@ TEST(PosterPdf, ProfilesGoAlong) {
 TEST(PosterPdf, TheGuidesPictureHasAProfileOfTheSameGreys) {
     const Folder folder;
     const SheetJob job = smallJob(1, 1);
-    test::TiffKind grey;
-    grey.samples = 1;
-    grey.photometric = 1;
+    test::TiffKind grey = test::tiffKindNamed("grey8");
     grey.profile = test::greyProfile(1.0);
     const Bytes file = test::makeTiff(grey, job.layout.photoWidth, job.layout.photoHeight).bytes;
     const std::string list =

@@ -57,9 +57,7 @@ TEST_F(RowPieces, AreJpegFilesOfTheirPartInTheOrderThatWasAsked) {
 }
 
 TEST_F(RowPieces, OfGreysStayGreyWithTheirProfile) {
-    TiffKind kind;
-    kind.samples = 1;
-    kind.photometric = 1;
+    TiffKind kind = tiffKindNamed("grey8");
     kind.profile = greyProfile();
     write(makeTiff(kind, 120, 90).bytes);
     const auto grey = openRowPieces(path, PieceFilter::flate, "");
@@ -68,8 +66,7 @@ TEST_F(RowPieces, OfGreysStayGreyWithTheirProfile) {
     const auto encoded = openRowPieces(path, PieceFilter::dct, "");
     EXPECT_EQ(encoded->facts().colour, PieceColour::rgb) << "JPEG pieces have three parts";
     EXPECT_EQ(profileKind(encoded->facts().profile), ProfileKind::rgb);
-    kind.samples = 3;
-    kind.photometric = 2;
+    kind = tiffKindNamed("rgb8");
     kind.profile = rgbProfile();
     write(makeTiff(kind, 120, 90).bytes);
     const auto colour = openRowPieces(path, PieceFilter::flate, "");
@@ -78,10 +75,7 @@ TEST_F(RowPieces, OfGreysStayGreyWithTheirProfile) {
 }
 
 TEST_F(RowPieces, OfInksStayInks) {
-    TiffKind kind;
-    kind.samples = 4;
-    kind.photometric = 5;
-    write(makeTiff(kind, 120, 90).bytes);
+    write(makeTiff(tiffKindNamed("inks8"), 120, 90).bytes);
     const auto inks = openInkPieces(path);
     ASSERT_NE(inks, nullptr);
     EXPECT_EQ(inks->facts().colour, PieceColour::cmyk);

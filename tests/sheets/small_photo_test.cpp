@@ -1,6 +1,7 @@
 // The small picture of a photo for the guide page: the mean of its pixels, of any kind of file.
 #include "image/jpeg_files.h"
 #include "platform/error.h"
+#include "sheets/slopes.h"
 #include "sheets/small_photo.h"
 #include "support/temp_folder.h"
 
@@ -39,20 +40,6 @@ Image meansOf(const Image& picture, const PixelRectangle& area, int longest) {
         }
     }
     return small;
-}
-
-// Brighter to the right in one colour and to the bottom in another one: every place is different,
-// and a part of a pixel to the side is hardly so.
-Image slopes(int width, int height) {
-    Image image(width, height);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            image.row(y)[3 * x] = static_cast<std::uint8_t>(255 * x / width);
-            image.row(y)[3 * x + 1] = static_cast<std::uint8_t>(255 * y / height);
-            image.row(y)[3 * x + 2] = 100;
-        }
-    }
-    return image;
 }
 
 void save(const std::filesystem::path& path, const Bytes& file) {
