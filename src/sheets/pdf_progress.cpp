@@ -1,8 +1,14 @@
 #include "sheets/pdf_progress.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace veldara {
+namespace {
+
+constexpr std::chrono::milliseconds reportInterval{20};
+
+} // namespace
 
 std::string finishWithProgress(PdfRun& run, const std::string& doing, Platform& platform,
                                frmMsg& progress) {
@@ -11,8 +17,7 @@ std::string finishWithProgress(PdfRun& run, const std::string& doing, Platform& 
     progress.ShowProgressBar(doing + " sheet 1 of " + sheets);
     bool done = false;
     while (!done) {
-        platform.eventPump.runWhileServing(
-            [&] { done = run.waitDone(std::chrono::milliseconds(100)); });
+        platform.eventPump.runWhileServing([&] { done = run.waitDone(reportInterval); });
         if (progress.bCancel) {
             run.cancel();
         }
