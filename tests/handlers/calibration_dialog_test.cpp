@@ -25,10 +25,15 @@ TEST(CalibrationDialog, HasItsTexts) {
               "print.  This tells the software how much of the image the printer trims (and loses) "
               "from each edge of images that it prints.");
     EXPECT_EQ(dialog.lblConfigurations.caption(), "Edge Calibration Profiles");
+    EXPECT_EQ(dialog.cmdNew.caption(), "New");
+    EXPECT_EQ(dialog.cmdRename.caption(), "Rename");
+    EXPECT_EQ(dialog.cmdDel.caption(), "Delete");
     EXPECT_EQ(dialog.cmdNew.toolTip(), "Create a new Edge Calibration Profile");
     EXPECT_EQ(dialog.cmdRename.toolTip(), "Rename the currently selected Edge Calibration Profile");
     EXPECT_EQ(dialog.cmdDel.toolTip(), "Delete the currently selected Edge Calibration Profile");
     EXPECT_EQ(dialog.cmdGenerateTest.caption(), "Create Edge Calibration Test Image");
+    EXPECT_EQ(dialog.cmdPrintTest.caption(), "Print Test Image...");
+    EXPECT_EQ(dialog.cmdPrintTest.toolTip(), "Print the test image on a printer of this computer");
     EXPECT_EQ(dialog.cmdOk.caption(), "Close");
     const auto toolTip = [](const std::string& edge) {
         return "For the selected Edge Calibration Profile, indicates how many of the four test "
