@@ -323,6 +323,26 @@ TEST_F(ResultWindow, NamesTheFolderOfTheTiles) {
     EXPECT_EQ(fakes.screen.log, std::vector<std::string>{"show frmSimpleMsg"});
 }
 
+TEST_F(ResultWindow, HasTheNameOfTheProgramAndOneButton) {
+    EXPECT_EQ(window.caption(), "Veldara");
+    EXPECT_EQ(window.cmdOk.caption(), "OK");
+}
+
+TEST_F(ResultWindow, SaysThatADocumentWasSaved) {
+    window.ShowDocumentOkMsg("c:\\photos\\poster.pdf", "");
+    EXPECT_EQ(window.lblTitle.caption(), "PDF Saved Successfully");
+    EXPECT_EQ(window.lblMsg.caption(),
+              "Your poster was saved as one PDF.  Print it at 100 % (actual size), one side only.  "
+              "Click on the file name to open it.");
+    EXPECT_EQ(window.lnkFol.target(), "c:\\photos\\poster.pdf");
+    window.ShowDocumentOkMsg("c:\\photos\\poster.pdf", "It is long.");
+    EXPECT_EQ(window.lblMsg.caption(),
+              "Your poster was saved as one PDF.  Print it at 100 % (actual size), one side only.  "
+              "Click on the file name to open it.  It is long.");
+    window.ShowSaveOkMsg("c:\\photos");
+    EXPECT_EQ(window.lblTitle.caption(), "Images Saved Successfully") << "the window is used again";
+}
+
 TEST_F(ResultWindow, ALongFolderIsWrappedInTheCaptionOnly) {
     const std::string folder = "c:\\" + std::string(34, 'a') + "\\" + std::string(60, 'b');
     window.ShowSaveOkMsg(folder);
