@@ -918,6 +918,22 @@ class Edges(TilesTest):
         self.assertEqual(self.plan("--profile", "Büro, Laser", photo)["clip"], [1, 2, 3, 4])
         self.refused(2, "--profile", "default", photo)
 
+    def test_come_from_the_folder_that_the_preferences_name(self):
+        for folder, name in ((("data", "veldara"), "usual"), (("shared",), "everybody's")):
+            os.makedirs(self.path(*folder))
+            with open(self.path(*folder, "printer_edge_config"), "wb") as file:
+                file.write(f"{name}\t01,02,03,04,\r\n".encode())
+        os.makedirs(self.path("config", "veldara"))
+
+        def listed(value):
+            with open(self.path("config", "veldara", "values"), "w", encoding="utf-8") as file:
+                file.write(f"[Software\\Korvane\\omra]\n{value}\n")
+            return self.done("--list-profiles").decode()
+
+        self.assertEqual(listed(f'string "app_dir" = "{self.path("shared")}"'),
+                         "everybody's  --clip 1,2,3,4\n")
+        self.assertEqual(listed('dword "app_dir" = 1'), "usual  --clip 1,2,3,4\n")
+
     def test_built_in_profiles_are_there_when_the_file_is_bad(self):
         os.makedirs(self.path("data", "veldara"))
         with open(self.path("data", "veldara", "printer_edge_config"), "wb") as file:

@@ -39,6 +39,8 @@ class AboutBox : public ::testing::Test {
 TEST_F(AboutBox, IsNamedInTheDesignUntilItIsLoaded) {
     EXPECT_EQ(open().caption(), "About Veldara");
     EXPECT_EQ(about->lblVersion.caption(), "Version " VELDARA_VERSION);
+    EXPECT_EQ(about->cmdOk.caption(), "OK");
+    EXPECT_EQ(about->cmdSysInfo.caption(), "System Info...");
 }
 
 TEST_F(AboutBox, ShowsTitleVersionAndCopyrightOfThisYear) {

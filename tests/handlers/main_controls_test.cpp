@@ -12,10 +12,16 @@ class MainControls : public MainWindowTest {};
 TEST_F(MainControls, MenusCarryTheirCaptions) {
     const frmMain& main = create();
     EXPECT_EQ(main.mnuFile.caption(), "&File");
+    EXPECT_EQ(main.mnuOpenPhoto.caption(), "&Open Photo...");
+    EXPECT_EQ(main.mnuOpenRecent.caption(), "Open &Recent");
+    EXPECT_EQ(main.mnuSavePdf.caption(), "Save Poster as P&DF...");
     EXPECT_EQ(main.mnuExit.caption(), "E&xit");
     EXPECT_EQ(main.mnuTools.caption(), "&Tools");
     EXPECT_EQ(main.mnuPaperSize.caption(), "&Select Paper/Margins...");
     EXPECT_EQ(main.mnuEdgeClip.caption(), "E&dge Calibration...");
+    EXPECT_EQ(main.mnuPosterSize.caption(), "Choose by &Poster Size...");
+    EXPECT_EQ(main.mnuView.caption(), "&View");
+    EXPECT_EQ(main.mnuDimOutside.caption(), "&Dim Outside of Crop");
     EXPECT_EQ(main.mnuHelp.caption(), "&Help");
     EXPECT_EQ(main.mnuContent.caption(), "C&ontents...");
     EXPECT_EQ(main.mnuAbout.caption(), "&About...");
