@@ -51,8 +51,10 @@ SheetPage assembledPoster(const SheetJob& job, int shownSheet) {
         line({0, y}, {page.width, y}, dark, 0);
     }
     const auto cell = [&](int number) -> PageRect {
-        const double x = cellWidth * ((number - 1) % wide);
-        const double y = cellHeight * ((number - 1) / wide);
+        const int column = (number - 1) % wide;
+        const int row = (number - 1) / wide;
+        const double x = cellWidth * column;
+        const double y = cellHeight * row;
         return {x, y, x + cellWidth, y + cellHeight};
     };
     const std::vector<int> chosen = chosenSheets(job);

@@ -122,9 +122,11 @@ class Guide {
         const double size = std::min(
             {scaled(16), cellHeight * 0.5, cellWidth * 0.6 / (pageTextWidth(longest, 1.0) + 0.2)});
         for (int number = 1; number <= across * down; ++number) {
-            addNumber({poster.left + cellWidth * ((number - 1) % across + 0.5),
-                       poster.top + cellHeight * ((number - 1) / across + 0.5)},
-                      size, std::to_string(number));
+            const int column = (number - 1) % across;
+            const int row = (number - 1) / across;
+            addNumber(
+                {poster.left + cellWidth * (column + 0.5), poster.top + cellHeight * (row + 0.5)},
+                size, std::to_string(number));
         }
     }
 
@@ -200,7 +202,8 @@ class Guide {
             y += size * 1.25;
         };
         for (std::string word; words >> word;) {
-            const std::string longer = line.empty() ? word : line + " " + word;
+            std::string longer = line;
+            longer.append(line.empty() ? "" : " ").append(word);
             if (!line.empty() && pageTextWidth(longer, size) > column) {
                 flush();
                 line = word;

@@ -13,15 +13,15 @@ constexpr std::size_t mostBytesAhead = std::size_t{16} << 20;
 
 } // namespace
 
-JpegCutSchedule::JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept,
-                                 int rowsWanted)
+JpegCutSchedule::JpegCutSchedule(const std::vector<McuRows>& pieces, int rowsPerStrip,
+                                 int stripsKept, int rowsWanted)
     : rowsNeeded_(rowsWanted), stripsKept_(stripsKept) {
     for (const McuRows& rows : pieces) {
         rowsNeeded_ = std::max(rowsNeeded_, rows.end);
         Piece piece;
         piece.firstStrip = rows.first / rowsPerStrip;
-        piece.missing =
-            static_cast<std::size_t>((rows.end - 1) / rowsPerStrip - piece.firstStrip + 1);
+        const int lastStrip = (rows.end - 1) / rowsPerStrip;
+        piece.missing = static_cast<std::size_t>(lastStrip - piece.firstStrip) + 1;
         piece.parts.resize(piece.missing);
         pieces_.push_back(std::move(piece));
     }

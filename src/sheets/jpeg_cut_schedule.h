@@ -28,7 +28,7 @@ class JpegCutSchedule {
   public:
     // A strip is rowsPerStrip rows of MCUs; the ring holds stripsKept of them. At least
     // `rowsWanted` rows are read, whatever the pieces need.
-    JpegCutSchedule(std::vector<McuRows> pieces, int rowsPerStrip, int stripsKept,
+    JpegCutSchedule(const std::vector<McuRows>& pieces, int rowsPerStrip, int stripsKept,
                     int rowsWanted = 0);
     JpegCutSchedule(const JpegCutSchedule&) = delete;
     JpegCutSchedule& operator=(const JpegCutSchedule&) = delete;

@@ -249,7 +249,8 @@ void JpegPieceWriter::pointToRows(const JpegCoefficients& coefficients, const Mc
     const int columns = (piece.width + grid.mcuWidth - 1) / grid.mcuWidth;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         const jpeg_component_info& component = library_.state.comp_info[i];
-        widths_[i] = static_cast<std::size_t>(columns * component.h_samp_factor);
+        widths_[i] =
+            static_cast<std::size_t>(columns) * static_cast<std::size_t>(component.h_samp_factor);
         rows_[i].clear();
         for (int row = rows.first * component.v_samp_factor;
              row < rows.end * component.v_samp_factor; ++row) {

@@ -38,7 +38,7 @@ class JpegPieces : public PieceSource {
     }
 
     void start(std::vector<PixelRectangle> wanted, int /*across*/) override {
-        attempt([&] { cutter_->start(std::move(wanted)); });
+        attempt([&] { cutter_->start(wanted); });
     }
 
     std::vector<std::uint8_t> next(const std::function<void()>& stopped) override {

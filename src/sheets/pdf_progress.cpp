@@ -12,9 +12,11 @@ constexpr std::chrono::milliseconds reportInterval{20};
 
 std::string finishWithProgress(PdfRun& run, const std::string& doing, Platform& platform,
                                frmMsg& progress) {
-    const std::string sheets = std::to_string(run.sheets());
+    const auto caption = [&](std::size_t sheet) {
+        return doing + " sheet " + std::to_string(sheet) + " of " + std::to_string(run.sheets());
+    };
     progress.bAllowCancel = true;
-    progress.ShowProgressBar(doing + " sheet 1 of " + sheets);
+    progress.ShowProgressBar(caption(1));
     bool done = false;
     while (!done) {
         platform.eventPump.runWhileServing([&] { done = run.waitDone(reportInterval); });
@@ -22,9 +24,7 @@ std::string finishWithProgress(PdfRun& run, const std::string& doing, Platform& 
             run.cancel();
         }
         const std::size_t written = run.written();
-        progress.lblMsg.setCaption(doing + " sheet " +
-                                   std::to_string(std::min(written + 1, run.sheets())) + " of " +
-                                   sheets);
+        progress.lblMsg.setCaption(caption(std::min(written + 1, run.sheets())));
         // Not quite full before the file is in its place.
         progress.SetProgressVal(0.99 * static_cast<double>(written) /
                                 static_cast<double>(run.sheets()));

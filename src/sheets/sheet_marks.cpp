@@ -98,7 +98,8 @@ std::string labelText(const SheetJob& job, const SheetPlace& place, double size,
     const std::string rest = position + gap + number;
     const std::string name =
         shortenedText(job.photoName, size, width - pageTextWidth(gap + rest, size));
-    for (const std::string& text : {name.empty() ? rest : name + gap + rest, rest, number}) {
+    const std::string whole = name.empty() ? rest : name + gap + rest;
+    for (const std::string& text : {whole, rest, number}) {
         if (pageTextWidth(text, size) <= width) {
             return text;
         }

@@ -2,6 +2,8 @@
 #include "save_support.h"
 #include "support/temp_folder.h"
 
+#include <map>
+#include <string>
 #include <system_error>
 
 namespace veldara::test {
@@ -142,15 +144,19 @@ TEST_F(SaveFailure, FolderCannotBeLookedFor) {
 }
 
 TEST_F(SaveFailure, NamesThatTheSystemWouldChangeOrTakeForDevices) {
-    for (const auto& [name, problem] : std::vector<std::pair<std::string, std::string>>{
-             {"poster ", "ends with a blank or a dot, which Windows drops"},
-             {"poster.", "ends with a blank or a dot, which Windows drops"},
-             {"con.poster", "is the name of a device in Windows"},
-         }) {
+    const std::string dropped = "ends with a blank or a dot, which Windows drops";
+    const std::map<std::string, std::string> problems = {
+        {"poster ", dropped},
+        {"poster.", dropped},
+        {"con.poster", "is the name of a device in Windows"},
+    };
+    for (const auto& problem : problems) {
+        const std::string& name = problem.first;
         SaveWindows other;
         other.save([&] { other.dialog.txtNewFolderName.setText(name); });
-        EXPECT_EQ(other.fakes.dialogs.onlyMessage(),
-                  critical("Error", "Problem: The folder name \"" + name + "\" " + problem));
+        std::string text = "Problem: The folder name \"";
+        text.append(name).append("\" ").append(problem.second);
+        EXPECT_EQ(other.fakes.dialogs.onlyMessage(), critical("Error", text));
         EXPECT_TRUE(other.written.empty());
         EXPECT_FALSE(other.fakes.tree.folders.contains(other.photos + "\\" + name));
     }

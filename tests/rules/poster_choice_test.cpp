@@ -229,9 +229,9 @@ TEST_P(PosterChoiceProperty, FirstIsTheBestOfAPlainSearch) {
     const auto between = [&random](double least, double most) {
         return std::uniform_real_distribution<double>(least, most)(random);
     };
-    std::vector<ChoicePaper> papers;
-    for (int i = 0; i < 3; ++i) {
-        papers.push_back(paperOf("paper", between(4, 17), between(4, 17), between(0, 1.5)));
+    std::vector<ChoicePaper> papers(3);
+    for (ChoicePaper& paper : papers) {
+        paper = paperOf("paper", between(4, 17), between(4, 17), between(0, 1.5));
     }
     const ChoiceLimits limits{static_cast<int>(between(25, 9000)),
                               static_cast<int>(between(25, 9000)),

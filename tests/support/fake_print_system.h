@@ -5,6 +5,7 @@
 #include "platform/image/image.h"
 #include "platform/print_system.h"
 
+#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -69,7 +70,7 @@ class FakePrintSystem : public PrintSystem {
 
     void takePages(PrintSource& source) {
         drawn.clear();
-        const int rows = static_cast<int>(source.pageHeight() / 72 * dotsPerInch + 0.5);
+        const int rows = static_cast<int>(std::lround(source.pageHeight() / 72 * dotsPerInch));
         for (std::size_t page = 0; page < source.pages(); ++page) {
             source.beginPage(page);
             drawn.emplace_back();
