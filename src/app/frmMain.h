@@ -311,7 +311,7 @@ class frmMain : public Window,
     void rememberPhoto(const std::string& path);
     void showRecentPhotos();
     std::vector<std::string> listedFiles() const;
-    void fillFileList(std::vector<std::string> names, bool skipLastFolder);
+    void fillFileList(const std::vector<std::string>& names, bool skipLastFolder);
     void updateFileList();
     void refreshWithoutPhoto();
     void followDrive();

@@ -29,7 +29,7 @@ void frmMain::FillFileList(bool skipLastFolder) {
     fillFileList(listedFiles(), skipLastFolder);
 }
 
-void frmMain::fillFileList(std::vector<std::string> names, bool skipLastFolder) {
+void frmMain::fillFileList(const std::vector<std::string>& names, bool skipLastFolder) {
     work_.listFilled();
     stopLoadingAnimation();
     lstFiles.setItems(names);
@@ -111,7 +111,7 @@ void frmMain::updateFileList() {
     if (!selected.empty()) {
         forgetPhoto();
     }
-    fillFileList(std::move(names), /*skipLastFolder=*/true);
+    fillFileList(names, /*skipLastFolder=*/true);
     refreshWithoutPhoto();
 }
 

@@ -102,11 +102,11 @@ class Bindings {
     void followWidget(Control& model, wxWindow& widget, Sync more);
     void followField(Control& model, wxWindow& widget, Sync more);
     wxStaticText* valueText(wxWindow* parent, Label& model, const wxString& sample,
-                            std::function<void(wxStaticText&)> changed);
+                            const std::function<void(wxStaticText&)>& changed);
     void speakLater(wxWindow& widget, const wxString& text);
     void claimLetter(char letter);
     // Alt and the letter press a button, or give a box its other state.
-    void pressByLetter(char letter, wxWindow& native, std::function<void()> press);
+    void pressByLetter(char letter, wxWindow& native, const std::function<void()>& press);
     void syncCommon(const Control& model, wxWindow& widget, Property property);
     PictureBox* pictureBox(wxWindow* parent, Picture& model, const wxSize& smallest,
                            PictureBox::Keyboard keyboard, PictureBox::Ground ground);

@@ -10,10 +10,8 @@ FolderListBox::FolderListBox(wxWindow* parent, const wxString& name, const wxSiz
     SetMinSize(size);
     // Seen before the list and the window's default button see them.
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        const int key = event.GetKeyCode();
-        if (event.HasAnyModifiers()) {
-            event.Skip();
-        } else if (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) {
+        const int key = event.HasAnyModifiers() ? WXK_NONE : event.GetKeyCode();
+        if (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) {
             openSelected();
         } else if (key == WXK_BACK) {
             openParent();

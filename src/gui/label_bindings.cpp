@@ -63,7 +63,7 @@ wxStaticText* Bindings::liveLabel(wxWindow* parent, const Label& caption, Label&
 }
 
 wxStaticText* Bindings::valueText(wxWindow* parent, Label& model, const wxString& sample,
-                                  std::function<void(wxStaticText&)> changed) {
+                                  const std::function<void(wxStaticText&)>& changed) {
     auto* native = new LabelText(parent, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
     native->SetName(nativeText(model.name()));
     native->SetMinSize(native->GetTextExtent(sample) + wxSize(native->FromDIP(4), 0));
@@ -162,18 +162,17 @@ void Bindings::claimLetter(char letter) {
     }
 }
 
-void Bindings::pressByLetter(char letter, wxWindow& native, std::function<void()> press) {
+void Bindings::pressByLetter(char letter, wxWindow& native, const std::function<void()>& press) {
     claimLetter(letter);
 #ifdef __WXMSW__
     // The system looks for the letter only among the neighbours of the control with the keyboard,
     // and the main window has panels within panels.
     if (letter != 0) {
-        shortcut(wxMOD_ALT, std::toupper(static_cast<unsigned char>(letter)),
-                 [&native, press = std::move(press)] {
-                     if (native.IsShownOnScreen() && native.IsEnabled()) {
-                         press();
-                     }
-                 });
+        shortcut(wxMOD_ALT, std::toupper(static_cast<unsigned char>(letter)), [&native, press] {
+            if (native.IsShownOnScreen() && native.IsEnabled()) {
+                press();
+            }
+        });
     }
 #else
     static_cast<void>(native); // the toolkit does it

@@ -53,7 +53,8 @@ std::string photoCopyName(const std::string& photoName, const ImageHeader& heade
     const std::string ending = extensionOf(isJpeg(header) ? TileFormat::jpeg : TileFormat::tiff);
     std::string name = stem + ending;
     for (int number = 2; taken(name); ++number) {
-        name = stem + " (" + std::to_string(number) + ")" + ending;
+        name = stem;
+        name.append(" (").append(std::to_string(number)).append(")").append(ending);
     }
     return name;
 }

@@ -55,9 +55,9 @@ TEST(ChoiceDrawing, DrawsTheSheetsAndDimsWhatIsCutOff) {
 }
 
 TEST(ChoiceDrawing, FramesTheChosenPictureAndFindsIt) {
-    std::vector<Image> pictures;
-    for (int i = 0; i < 3; ++i) {
-        pictures.push_back(Image::filled(20, 20, 0, 0, 0));
+    std::vector<Image> pictures(3);
+    for (Image& picture : pictures) {
+        picture = Image::filled(20, 20, 0, 0, 0);
     }
     const Image gallery = drawGallery(pictures, 2, 2, 50, 40, {255, 255, 255});
     EXPECT_EQ(gallery.width(), 100);

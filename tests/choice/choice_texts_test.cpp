@@ -98,7 +98,7 @@ TEST(ChoiceTexts, LineUpInATable) {
 
 TEST(ChoiceTexts, SayWhyAWishCannotBeMet) {
     const std::vector<ChoicePaper> letter{{"Letter", 8.5, 11, 8, 10}};
-    const auto sentence = [&](PosterWish wish, ChoiceLimits limits) {
+    const auto sentence = [&](const PosterWish& wish, const ChoiceLimits& limits) {
         return choiceProblemText(choosePoster(wish, limits, letter), wish, limits, letter,
                                  Units::inches);
     };

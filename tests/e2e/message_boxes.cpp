@@ -90,6 +90,7 @@ std::vector<std::string> Driver::messageButtons() {
             }
         }
         std::vector<std::string> row;
+        row.reserve(labels.size());
         for (const auto& [place, label] : labels) {
             row.push_back(label);
         }

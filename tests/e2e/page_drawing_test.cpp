@@ -98,7 +98,8 @@ TEST(PageDrawing, ABandIsAllThatIsInMemory) {
     Driver user;
     user.onWindowThread([] {
         DrawnSheets sheets;
-        wxBitmap paper(100, 100, 24);
+        wxBitmap paper;
+        paper.Create(100, 100, 24);
         wxMemoryDC device(paper);
         drawPageOn(device, sheets, 1, {printerDots, printerDots, 0, 0});
         EXPECT_LE(sheets.most, bandBytes);
