@@ -16,6 +16,12 @@
 namespace veldara::test {
 namespace {
 
+std::string tenMillionOf(char letter) {
+    std::string text;
+    text.resize(10'000'000, letter);
+    return text;
+}
+
 class FakeCalibrationOwner : public CalibrationOwner {
   public:
     std::string folder;
@@ -77,8 +83,8 @@ TEST_F(TheProfiles, AreTheBuiltInOnesForAFileThatIsNone) {
         bytes += static_cast<char>(i * 7919 >> 4);
     }
     for (const std::string& content :
-         {std::string(), std::string("\r\n"), std::string("no tab\r\n"), bytes,
-          std::string(10'000'000, '\0'), std::string(10'000'000, 'x')}) {
+         {std::string(), std::string("\r\n"), std::string("no tab\r\n"), bytes, tenMillionOf('\0'),
+          tenMillionOf('x')}) {
         disk.addFile("printer_edge_config", content);
         EXPECT_EQ(read(), builtIn()) << content.size();
     }
@@ -153,7 +159,7 @@ class ThePreferences : public ::testing::Test {
 TEST_F(ThePreferences, AreEmptyWhateverIsInTheirPlace) {
     const std::string key = "[Software\\Korvane\\omra]\n";
     for (const std::string& content :
-         {std::string(), std::string("rubbish"), std::string(10'000'000, 'r'),
+         {std::string(), std::string("rubbish"), tenMillionOf('r'),
           key + "other \"prefs_numTiles\" = 01 02\n", key + "string \"prefs_numTiles\" = \"torn",
           key + "dword \"prefs_numTiles\" = 99999999999999999999\n"}) {
         disk.addFile("veldara/values", content);
