@@ -176,7 +176,7 @@ TEST(Printing, PrinterAndCopiesAreRememberedWhileTheProgramRunsAndThePrinterLong
 }
 
 TEST(Printing, CancelAfterTheSecondSheetPrintsNothing) {
-    Printing printing("office", letterLine, PosterKind::large);
+    Printing printing("office");
     const std::size_t before = countPrinted("office");
     printing.openByKey("office");
     printing.dialog.printByKey();

@@ -3,6 +3,8 @@
 #include "platform/image/codec.h"
 #include "support/temp_folder.h"
 
+#include <cmath>
+
 namespace veldara::test {
 namespace {
 
@@ -54,9 +56,9 @@ TEST_F(TestTarget, IsPrintedWithoutAFile) {
     window.open([&] { window.dialog.cmdPrintTest.userClick(); });
     ASSERT_TRUE(window.owner.printed);
     EXPECT_EQ(window.owner.printed->width(),
-              static_cast<int>(window.owner.widthInches * testTargetDotsPerInch + 0.5));
+              std::lround(window.owner.widthInches * testTargetDotsPerInch));
     EXPECT_EQ(window.owner.printed->height(),
-              static_cast<int>(window.owner.heightInches * testTargetDotsPerInch + 0.5));
+              std::lround(window.owner.heightInches * testTargetDotsPerInch));
     EXPECT_TRUE(window.fakes.dialogs.quiet());
 }
 
