@@ -420,7 +420,13 @@ class Options(TilesTest):
                 (["--pan", "0,201"], "0 to 200"), (["--clip", "1,2,3"], "0 to 16"),
                 (["--clip", "1,2,3,17"], "0 to 16"), (["--units", "cm"], "in or mm"),
                 (["--rotate", "90"], "none, cw, ccw or 180"), (["--format", "png"], "jpg, tif or bmp"),
+                (["--clip", "1,2,3"],
+                 '--clip "1,2,3": give 4 whole numbers from 0 to 16, separated by commas.'),
                 (["--paper-size", "8"], "width,height"), (["--margins", "1,2"], "top,right,bottom"),
+                (["--paper-size", "8,x"], "width,height"),
+                (["--margins", "1,2,x,4"], "top,right,bottom"),
+                (["--paper-size", "0.7,8"], "--paper-size: "),
+                (["--paper-size", "8,8", "--margins", "-1,0,0,0"], "--margins: "),
                 (["--paper-size", "0.7,8"], "0.75 to 50 inches"),
                 (["--paper-size", "51,8"], "0.75 to 50 inches"),
                 (["--units", "mm", "--paper-size", "19,80"], "19.05 to 1270 millimetres"),
@@ -475,6 +481,7 @@ class Options(TilesTest):
         for name in ('Photo 4" x 6"', 'Canvas 11" x 17"', "Custom (Inches)", "A8 - 53 x 74",
                      "Custom (mm)"):
             self.assertIn(name, text)
+        self.assertEqual(text.splitlines()[1], '  Photo 4" x 6"       6 x 4       margins 0,0,0,0')
 
     def test_every_listed_paper_can_be_chosen(self):
         photo = self.photo("p.bmp", noise(60, 40))
@@ -649,6 +656,19 @@ class Terminal(TilesTest):
         status, drawn = self.on_a_terminal(["--out", self.path("out"), photo], interrupt=True)
         self.assertEqual(status, 130)
         self.assertIn("Canceled by user", drawn)
+
+    def test_asks_nothing_that_is_not_seen(self):
+        photo = self.photo("p.bmp", noise(60, 40))
+        os.makedirs(self.path("out"))
+        master, slave = pty.openpty()
+        self.addCleanup(os.close, master)
+        os.write(master, b"y\n")  # would answer a question
+        ended = subprocess.run([PROGRAM, "--out", self.path("out"), photo], stdin=slave,
+                               stderr=subprocess.PIPE, env=self.environment, timeout=60)
+        os.close(slave)
+        self.assertEqual(ended.returncode, 1)
+        self.assertNotIn(b"[y/N]", ended.stderr)
+        self.assertEqual(os.listdir(self.path("out")), [])
 
     def test_draws_nothing_on_a_pipe(self):
         photo = self.photo("p.bmp", noise(60, 40))

@@ -205,6 +205,14 @@ TEST(Bmp, ManyRowsAreReadInBlocks) {
     EXPECT_TRUE(same(load(bmpFile({}, 500, 700, rowsOf24(picture, false))), picture));
 }
 
+TEST(Bmp, APaletteWithMoreColoursThanAPixelCanName) {
+    BmpKind kind;
+    kind.bits = 8;
+    kind.palette = somePalette(5000);
+    const Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, 256, false));
+    EXPECT_TRUE(same(load(file), indexedPicture(kind, 20, 4, 256)));
+}
+
 TEST(Bmp, APaletteWithFewerColours) {
     BmpKind kind;
     kind.bits = 8;

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <random>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -188,10 +190,57 @@ TEST(TileStream, FinishesATileThatIsInWorkWhenTheRowsBelowItTurnOutToBeMissing) 
     }
 }
 
-// The rows are there at once, and the encoders have begun with them when the end shows.
+// Holds the first tile in work until the rows below have turned out to be missing.
+struct HeldTile {
+    std::promise<void> inWork, missing;
+
+    class Reader : public MemoryReader {
+      public:
+        Reader(const Image& photo, std::future<void> inWork)
+            : MemoryReader(photo), inWork_(std::move(inWork)) {}
+        void readRows(const MutablePixelView& rows) override {
+            if (std::exchange(begun_, true)) {
+                inWork_.wait();
+                throw Error("The photo ends here.");
+            }
+            MemoryReader::readRows(rows);
+        }
+
+      private:
+        std::future<void> inWork_;
+        bool begun_ = false;
+    };
+
+    class Sink : public TileSink {
+      public:
+        explicit Sink(HeldTile& held) : held_(held) {}
+        void writeRows(const PixelView&) override {
+            held_.inWork.set_value();
+            held_.missing.get_future().wait();
+        }
+        std::vector<std::uint8_t> finish() override { return {}; }
+
+      private:
+        HeldTile& held_;
+    };
+};
+
 TEST(TileStream, GivesUpATileInWorkThatLacksRows) {
-    const Image photo = noise(4096, 2048);
-    EXPECT_EQ(wholeTiles(photo, 1500, 2, 1, TileFormat::jpeg), 0U);
+    const Image photo = noise(640, 320);
+    HeldTile held;
+    const TileSinks sinks = [&](std::size_t tile) {
+        EXPECT_EQ(tile, 0U);
+        return std::make_unique<HeldTile::Sink>(held);
+    };
+    TileStream stream(std::make_unique<HeldTile::Reader>(photo, held.inWork.get_future()),
+                      calcTileCoord(squareTiles(photo, 2, 1)), 2, sinks, 2);
+    // The second tile is not in work: it is given up as soon as the rows are missing.
+    EXPECT_TRUE(stream.waitReady(1, std::chrono::minutes(1)));
+    held.missing.set_value();
+    ASSERT_TRUE(stream.waitReady(0, std::chrono::minutes(1)));
+    const EncodedTile first = stream.take(0);
+    EXPECT_EQ(first.step.outcome, TileOutcome::sourceFailed);
+    EXPECT_EQ(first.step.reason, "The photo ends here.");
 }
 
 TEST(TileStream, TellsOfATileThatCannotBeMade) {
@@ -218,20 +267,20 @@ TEST(TileStream, CanBeLeftAtAnyTime) {
     }
 }
 
-TEST(TileStream, GoesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
-    // Counts the rows that were read before anything was committed.
-    class CountingReader : public MemoryReader {
-      public:
-        CountingReader(const Image& photo, std::atomic<int>& rows)
-            : MemoryReader(photo), rows_(rows) {}
-        void readRows(const MutablePixelView& view) override {
-            MemoryReader::readRows(view);
-            rows_ += view.height();
-        }
+// Counts the rows that were read.
+class CountingReader : public MemoryReader {
+  public:
+    CountingReader(const Image& photo, std::atomic<int>& rows) : MemoryReader(photo), rows_(rows) {}
+    void readRows(const MutablePixelView& view) override {
+        MemoryReader::readRows(view);
+        rows_ += view.height();
+    }
 
-      private:
-        std::atomic<int>& rows_;
-    };
+  private:
+    std::atomic<int>& rows_;
+};
+
+TEST(TileStream, GoesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
     const Image photo = noise(900, 9000);
     const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 1, 10)); // rows of 900
     const TileTreatment treatment = tileTreatment(tiles, false, 4, std::nullopt);
@@ -245,6 +294,24 @@ TEST(TileStream, GoesNoFurtherThanTwoRowsOfTilesAheadOfTheDisk) {
     stream.commit(0);
     stream.commit(1);
     EXPECT_EQ(stream.take(2).step.outcome, TileOutcome::written);
+    EXPECT_EQ(stream.take(3).step.outcome, TileOutcome::written);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_LE(rows, 3600 + 128) << "two rows of tiles beyond the two that are on the disk";
+}
+
+TEST(TileStream, GoesNoFurtherAheadWhereRowsOfTilesAreWide) {
+    const Image photo = noise(900, 2700);
+    const std::vector<TileRect> tiles = calcTileCoord(squareTiles(photo, 3, 9)); // rows of 300
+    std::atomic<int> rows{0};
+    TileStream stream(std::make_unique<CountingReader>(photo, rows), tiles, 3,
+                      tileTreatment(tiles, false, 4, std::nullopt), TileFormat::bmp, 2);
+    for (std::size_t tile = 0; tile < 3; ++tile) {
+        stream.take(tile);
+        stream.commit(tile);
+    }
+    stream.take(8); // the last of the third row
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_LE(rows, 900 + 128) << "one row of tiles is on the disk, and two are ahead";
 }
 
 } // namespace
