@@ -255,6 +255,10 @@ class Plan(TilesTest):
         self.assertEqual(plan["photo"]["file"], photo)
         self.assertTrue(plan["tiles"][0]["file"].endswith("日本001.bmp"))
 
+    def test_shows_names_as_they_are_written(self):
+        photo = self.photo("Büro.bmp", noise(60, 40))
+        self.assertIn("Büro.bmp".encode(), self.done("--plan", photo))
+
     def test_is_valid_utf8_whatever_the_name(self):
         name = os.fsencode(self.folder) + b"/bad\xff\xed\xa0\x80.bmp"
         with open(name, "wb") as file:

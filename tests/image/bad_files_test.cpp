@@ -63,6 +63,9 @@ TEST(BadFiles, EverySentenceNamesTheFileAndTheReason) {
     const TempFolder folder;
     expectComplaint(folder.path() / pathOf("fehlt ü.jpg"), "the file does not exist");
     expectComplaint(folder.path(), "it is a folder");
+#ifndef _WIN32
+    expectComplaint("/dev/null", "it is not an ordinary file");
+#endif
     const std::filesystem::path file = folder.path() / pathOf("Bild ü.jpg");
     write(file, {});
     expectComplaint(file, "the file is empty");

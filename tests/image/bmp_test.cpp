@@ -370,8 +370,11 @@ TEST(Bmp, ProfileOfAVersion5Header) {
     const Bytes grey = bmpFile(kind, 1, 1, {1, 0, 0, 0});
     EXPECT_EQ(profileKind(load(grey).colourProfile), ProfileKind::rgb);
     EXPECT_EQ(reader(grey)->greyProfile(), kind.profile);
-    kind.palette = {{0, 0, 0}, {200, 200, 201}};
-    EXPECT_FALSE(reader(bmpFile(kind, 1, 1, {1, 0, 0, 0}))->greyProfile());
+    for (const std::array<std::uint8_t, 3>& tinted :
+         {std::array<std::uint8_t, 3>{200, 200, 201}, {200, 201, 200}, {201, 200, 200}}) {
+        kind.palette = {{0, 0, 0}, tinted};
+        EXPECT_FALSE(reader(bmpFile(kind, 1, 1, {1, 0, 0, 0}))->greyProfile());
+    }
 }
 
 TEST(Bmp, StreamsUnlessRunLengthCoded) {

@@ -1,5 +1,6 @@
 #include "image/jpeg_files.h"
 #include "platform/image/colour.h"
+#include "platform/image/exif.h"
 
 #include <algorithm>
 
@@ -166,6 +167,16 @@ TEST(Jpeg, ResolutionOfTheFileOrTheCamera) {
         EXPECT_EQ(headerOf(withSegment(inches, 0xE1, exifContent(1, 240, bigEndian))).dotsPerInch,
                   300);
     }
+}
+
+TEST(Jpeg, AResolutionThatMakesNoSenseIsNone) {
+    EXPECT_EQ(wholeDotsPerInch(118.11, 2.54), 300);
+    EXPECT_EQ(wholeDotsPerInch(2.5, 1), 3);
+    EXPECT_EQ(wholeDotsPerInch(1, 1), 1);
+    EXPECT_EQ(wholeDotsPerInch(0.5, 1), 1);
+    EXPECT_EQ(wholeDotsPerInch(0.49, 1), 0);
+    EXPECT_EQ(wholeDotsPerInch(1'000'000, 1), 1'000'000);
+    EXPECT_EQ(wholeDotsPerInch(1'000'001, 1), 0);
 }
 
 TEST(Jpeg, DamagedCameraBlocksAreNoObstacle) {

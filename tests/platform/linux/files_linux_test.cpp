@@ -113,6 +113,7 @@ TEST_F(Folders, SayWhyTheyCannotBeReadOrWritten) {
 
 TEST_F(Folders, MakeTheProgramsOwnOneForItsFirstFileOnly) {
     EXPECT_THROW(object->createTextFile(folder / "other/file"), Error);
+    EXPECT_FALSE(std::filesystem::exists(folder / "own/program")) << "made when it is needed";
     const auto writer = object->createTextFile(folder / "own/program/profiles");
     writer->writeLine("line");
     writer->close();
