@@ -84,7 +84,7 @@ class PosterSizeTiles : public ::testing::Test {
         Files found;
         for (const auto& entry : std::filesystem::directory_iterator(temp.path() / folder)) {
             const std::string name = textOf(entry.path().filename());
-            found[name] = temp.content(folder + "/" + name);
+            found[name] = temp.content(std::string(folder).append("/").append(name));
         }
         return found;
     }

@@ -81,9 +81,11 @@ struct Bitmap {
         dotsPerMetre = number(38);
     }
     int number(std::size_t at) const {
-        return static_cast<int>(static_cast<unsigned>(bytes.at(at)) | bytes.at(at + 1) << 8U |
-                                bytes.at(at + 2) << 16U |
-                                static_cast<unsigned>(bytes.at(at + 3)) << 24U);
+        unsigned value = 0;
+        for (std::size_t byte = 4; byte-- > 0;) {
+            value = value << 8U | bytes.at(at + byte);
+        }
+        return static_cast<int>(value);
     }
     // The three channels of a pixel, row 0 at the top.
     std::array<int, 3> at(int x, int y) const {

@@ -56,7 +56,7 @@ Bytes rgbProfileOfCurves(double gammaOfBlue) {
     cmsToneCurve* curve = cmsBuildGamma(nullptr, 1.8);
     cmsToneCurve* blue = cmsBuildGamma(nullptr, gammaOfBlue);
     const std::array<cmsToneCurve*, 3> curves = {curve, curve, blue};
-    const Bytes bytes = saved(cmsCreateRGBProfile(cmsD50_xyY(), &primaries, curves.data()));
+    Bytes bytes = saved(cmsCreateRGBProfile(cmsD50_xyY(), &primaries, curves.data()));
     cmsFreeToneCurve(curve);
     cmsFreeToneCurve(blue);
     return bytes;
