@@ -180,8 +180,11 @@ TEST(Tiff, OnlyTheFirstPageCounts) {
     // The second file's directory is appended with all its positions moved; simpler and as good: a
     // next-page pointer that leads nowhere must not disturb the first page.
     Bytes file = one.bytes;
-    const std::size_t directory = file[4] | file[5] << 8 | file[6] << 16;
-    const std::size_t entries = file[directory] | file[directory + 1] << 8;
+    const auto number = [&file](std::size_t at) { // of 16 bits
+        return std::size_t{file.at(at)} | std::size_t{file.at(at + 1)} << 8U;
+    };
+    const std::size_t directory = number(4) | number(6) << 16U;
+    const std::size_t entries = number(directory);
     file[directory + 2 + 12 * entries] = 8;
     append(file, other.bytes);
     EXPECT_TRUE(same(load(file), one.expected));

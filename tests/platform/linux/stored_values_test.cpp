@@ -87,10 +87,10 @@ TEST(TheValueFile, CutsATextAtItsFirstNul) {
 
 TEST(TheValueFile, GivesEveryValueBackThatItWrites) {
     std::mt19937 random(3);
-    const auto bytes = [&](std::size_t most, int first) {
+    const auto bytes = [&](std::size_t most, unsigned first) {
         std::string text;
         for (std::size_t i = random() % most; i > 0; --i) {
-            text += static_cast<char>(first + static_cast<int>(random() % (256U - first)));
+            text += static_cast<char>(first + random() % (256U - first));
         }
         return text;
     };
