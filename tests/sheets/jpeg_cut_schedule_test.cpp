@@ -30,9 +30,9 @@ TEST(JpegCutSchedule, GivesThePartsOfAStripToWorkersAndJoinsThem) {
     EXPECT_TRUE(schedule.beginStrip(1));
     EXPECT_TRUE(schedule.beginStrip(2));
     schedule.endReading();
-    std::vector<CutJob> jobs;
-    for (int i = 0; i < 4; ++i) {
-        jobs.push_back(*schedule.takeJob());
+    std::vector<CutJob> jobs(4);
+    for (CutJob& job : jobs) {
+        job = *schedule.takeJob();
     }
     EXPECT_FALSE(schedule.takeJob());
     EXPECT_FALSE(schedule.waitReady(0ms));

@@ -40,9 +40,9 @@ TEST_P(EveryJpegKind, GivesThemInAnyRectangle) {
         const int width = 1 + static_cast<int>(random() % 150);
         const int height = 1 + static_cast<int>(random() % 150);
         const Bytes file = makeJpeg(GetParam(), photo(width, height, 3));
-        std::vector<PixelRectangle> wanted;
-        for (int i = 0; i < 8; ++i) {
-            wanted.push_back(somewhereIn(random, width, height));
+        std::vector<PixelRectangle> wanted(8);
+        for (PixelRectangle& one : wanted) {
+            one = somewhereIn(random, width, height);
         }
         expectExact(file, wanted);
         if (HasFailure()) {

@@ -16,7 +16,7 @@ namespace {
 class JpegPieces : public testing::Test {
   protected:
     std::filesystem::path save(const Bytes& file) const {
-        const std::filesystem::path path = folder.path() / "photo.jpg";
+        std::filesystem::path path = folder.path() / "photo.jpg";
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(file.data()),
                    static_cast<std::streamsize>(file.size()));
