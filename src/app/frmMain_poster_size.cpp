@@ -30,9 +30,7 @@ std::optional<PosterState> frmMain::posterState() const {
         FillCurEdgeTrimInches(state.trims.emplace());
     }
     const double wide = bTileRotated ? layout->tileHeightInches : layout->tileWidthInches;
-    const double high = bTileRotated ? layout->tileWidthInches : layout->tileHeightInches;
     state.width = layout->tilesWide * wide;
-    state.height = layout->tilesHigh * high;
     state.photo = photo_.image;
     return state;
 }

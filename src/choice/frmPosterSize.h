@@ -22,7 +22,6 @@ struct PosterState {
     int paper = 0;                   // the current one
     std::optional<EdgeTrims> trims;
     double width = 0; // of the poster as it is now, inches
-    double height = 0;
     std::shared_ptr<const Image> photo;
 };
 

@@ -30,7 +30,6 @@ class PosterSizeDialog : public testing::Test {
         owner.state->papers = {
             {"Letter", 8.5, 11, {}, {}}, {"Tabloid", 11, 17, {}, {}}, {"Custom", 34, 22.7, {}, {}}};
         owner.state->width = 17;
-        owner.state->height = 22;
         dialog.picChoices.setSize(400, 200); // cells of 100 x 100
         dialog.picRoom.setSize(200, 200);
         owner.state->photo = std::make_shared<Image>(Image::filled(600, 400, 0, 90, 200));

@@ -111,6 +111,7 @@ TEST_F(OfferedCopy, GoesWhereThePersonChoosesWhenTheFolderTakesNone) {
     fakes.dialogs.saveFilePaths = {"/photos/mine.tif"};
     window->openPath("/far/IMG_1.HEIC");
     ASSERT_EQ(fakes.dialogs.saveRequests.size(), 1U);
+    EXPECT_EQ(fakes.dialogs.saveRequests[0].folder, "/home/documents");
     EXPECT_EQ(fakes.dialogs.saveRequests[0].defaultName, "IMG_1");
     EXPECT_EQ(fakes.dialogs.saveRequests[0].filters.at(0).pattern, "*.tif");
     EXPECT_THAT(copied, ElementsAre("/far/IMG_1.HEIC > /photos/mine.tif"));
