@@ -48,6 +48,10 @@ def main(corpus):
         plain = os.path.join(work, "plain.png")
         clear = os.path.join(work, "clear.png")
         picture().save(plain)
+        camera = os.path.join(work, "camera.jpg")
+        resolution = Image.Exif()
+        resolution.update({0x011A: 240.0, 0x011B: 240.0, 0x0128: 2})  # in inches
+        picture().save(camera, exif=resolution)
         seen_through().save(clear)
 
         def make(*command):
@@ -64,7 +68,7 @@ def main(corpus):
         picture().save(webp("profile"), "WEBP", icc_profile=profile, exif=exif.tobytes())
         heic = folder("heic")
         for name, source, options in (("plain", plain, ()), ("lossless", plain, ("-L",)),
-                                      ("opacity", clear, ())):
+                                      ("opacity", clear, ()), ("exif", camera, ())):
             made = os.path.join(work, "made.heic")
             make("heif-enc", *options, source, "-o", made)
             os.replace(made, heic(name))

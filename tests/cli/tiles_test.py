@@ -17,7 +17,7 @@ import unittest
 
 from PIL import Image
 
-from pdf_pages import checked
+from pdf_pages import checked, pages_of
 from tiles_support import NO_MOUNTS, PROGRAM, SANITIZED, TilesTest, noise, sampling, smooth
 
 
@@ -45,6 +45,34 @@ class Document(TilesTest):
         text = subprocess.run(["pdftotext", self.path("poster.pdf"), "-"], capture_output=True,
                               text=True).stdout
         self.assertEqual(text.strip(), "")
+
+    def test_draws_the_marks_that_are_asked_for(self):
+        drawn = {}
+        for kind in ("none", "corners", "lines"):
+            self.make("--wide", "2", "--no-guide", "--no-labels", "--overlap", "0", "--marks", kind)
+            drawn[kind] = [page.lines for page in pages_of(self.path("poster.pdf"))[0]]
+        self.assertFalse(any(drawn["none"]))
+        self.assertTrue(all(drawn["corners"]))
+        self.assertNotEqual(drawn["corners"], drawn["lines"])
+
+    def interrupted(self, photo):
+        """Writes a document and interrupts that as soon as there is a part of it."""
+        process = subprocess.Popen([PROGRAM, *self.A4, "--wide", "25", "--pdf", self.path("a.pdf"), photo],
+                                   stderr=subprocess.PIPE, env=self.environment)
+        while process.poll() is None and len(os.listdir(self.folder)) < 2:
+            time.sleep(0.001)
+        process.send_signal(signal.SIGINT)
+        return process, process.communicate(timeout=60)[1]
+
+    def test_that_is_interrupted_leaves_nothing(self):
+        photo = self.photo("lake.png", noise(3000, 2000), compress_level=1)
+        for _ in range(20):
+            process, said = self.interrupted(photo)
+            if not os.path.exists(self.path("a.pdf")):
+                break
+            os.remove(self.path("a.pdf"))  # it was ready before the signal came
+        self.assertEqual((process.returncode, said), (130, b"veldara-tiles: Canceled by user\n"))
+        self.assertEqual(os.listdir(self.folder), ["lake.png"])
 
     def test_plan_tells_the_pages(self):
         photo = self.photo("lake.jpg", smooth(1200, 900))
@@ -616,7 +644,7 @@ class Terminal(TilesTest):
         photo = self.photo("p.bmp", noise(600, 400))
         status, drawn = self.on_a_terminal(["--out", self.path("out"), photo], columns=14)
         self.assertEqual(status, 0)
-        self.assertIn("4/4 100%", drawn)
+        self.assertIn("\r4/4 100%", drawn)
         self.assertNotIn("[", drawn.replace("\x1b[", ""))
 
     def test_asks_before_a_test_image_is_replaced(self):

@@ -3,6 +3,7 @@
 #include "image/tiff_files.h"
 #include "platform/error.h"
 #include "platform/files/whole_file.h"
+#include "platform/image/byte_source.h"
 #include "support/temp_folder.h"
 
 #include <filesystem>
@@ -201,6 +202,17 @@ TEST(BadFiles, APictureWithoutPixelsIsNotWritten) {
     for (const TileFormat type : {TileFormat::jpeg, TileFormat::tiff, TileFormat::bmp}) {
         EXPECT_THROW(encodeImage(PixelView(), type, 0, {}), Error);
     }
+}
+
+TEST(OpenFiles, ThatBecomeShorterGiveWhatIsLeft) {
+    const TempFolder folder;
+    const std::filesystem::path file = folder / "bytes";
+    write(file, Bytes(100, 7));
+    const auto source = openFileBytes(file);
+    std::filesystem::resize_file(file, 60);
+    Bytes bytes(100);
+    EXPECT_EQ(source->readAt(20, bytes.data(), bytes.size()), 40U);
+    EXPECT_FALSE(source->readFully(20, bytes.data(), bytes.size()));
 }
 
 } // namespace veldara::test

@@ -342,6 +342,7 @@ TEST(Bmp, RunLengthCodeThatIsWrongOrEndsEarlyIsRefused) {
     EXPECT_EQ(complaint({4, 1, 0, 0, 4, 2}), "") << "only the end code is missing";
     EXPECT_EQ(complaint({4, 1, 0, 0, 3, 2}), damaged);
     EXPECT_EQ(complaint({4, 1, 0, 0, 0, 1}), damaged) << "the top row is missing";
+    EXPECT_EQ(complaint({4, 1, 0, 1}), damaged) << "the bottom row does not even end";
     EXPECT_EQ(complaint({0, 1, 0, 0}), damaged);
     EXPECT_EQ(complaint({5, 1, 0, 0, 4, 2, 0, 1}), damaged) << "a run over the edge";
     EXPECT_EQ(complaint({4, 1, 0, 0, 4, 2, 0, 0, 4, 3, 0, 1}), damaged) << "a third row";

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include <gmock/gmock.h>
 #include <lcms2.h>
 
 namespace veldara::test {
@@ -42,20 +43,24 @@ Bytes seed(const char* target, const char* name) {
     return bytesOf(std::filesystem::path(VELDARA_SEEDS) / target / name);
 }
 
-// The light, 0 to 1, that the profile gives a grey of that value.
-double lightOf(const ColourProfile& profile, double value) {
+// The light, relative to white's, that the profile gives a colour.
+cmsCIEXYZ lightOf(const ColourProfile& profile, const std::array<double, 3>& colour) {
     cmsHPROFILE rgb =
         cmsOpenProfileFromMem(profile.data(), static_cast<cmsUInt32Number>(profile.size()));
     cmsHPROFILE xyz = cmsCreateXYZProfile();
     cmsHTRANSFORM transform = cmsCreateTransform(rgb, TYPE_RGB_DBL, xyz, TYPE_XYZ_DBL,
                                                  INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOOPTIMIZE);
-    const std::array<double, 3> grey{value, value, value};
     cmsCIEXYZ light{};
-    cmsDoTransform(transform, grey.data(), &light, 1);
+    cmsDoTransform(transform, colour.data(), &light, 1);
     cmsDeleteTransform(transform);
     cmsCloseProfile(xyz);
     cmsCloseProfile(rgb);
-    return light.Y;
+    return light;
+}
+
+// Of a grey, 0 to 1.
+double lightOf(const ColourProfile& profile, double value) {
+    return lightOf(profile, {value, value, value}).Y;
 }
 
 } // namespace
@@ -166,6 +171,23 @@ TEST(EveryKind, LosslessOnesSaySo) {
     EXPECT_EQ(defaultTileFormat(headerOf(seed("fuzz_heic", "plain"))), TileFormat::jpeg);
 }
 
+TEST(EveryKind, OfTheContainerTellsTheResolutionOfTheCamera) {
+    EXPECT_EQ(headerOf(seed("fuzz_heic", "exif")).dotsPerInch, 240);
+    EXPECT_EQ(headerOf(seed("fuzz_heic", "plain")).dotsPerInch, 0);
+}
+
+TEST(EveryKind, CodedInAWayThatTheLibraryCannotReadIsRefused) {
+    Bytes bytes = seed("fuzz_heic", "plain");
+    const std::string_view usual = "hvc1";
+    const std::string_view other = "vvc1";
+    const auto kind = std::search(bytes.begin(), bytes.end(), usual.begin(), usual.end());
+    ASSERT_NE(kind, bytes.end());
+    std::copy(other.begin(), other.end(), kind);
+    EXPECT_EQ(complaintOf(bytes),
+              "Could not read \"picture\": This HEIC file is coded in a way that "
+              "this system cannot read.");
+}
+
 TEST(EveryKind, HasItsOwnNameAndEndings) {
     const auto rows = inputFormats();
     for (const InputFormat& row : rows) {
@@ -192,6 +214,22 @@ TEST(EveryKind, WithoutAPictureIsRefused) {
                       'v', 'c', 0, 0,  0,   0,   'm', 's', 'f', '1'};
     append(sequence, {0, 0, 0, 16, 'm', 'o', 'o', 'v', 0, 0, 0, 8, 'f', 'r', 'e', 'e'});
     EXPECT_EQ(complaintOf(sequence), "Could not read \"picture\": it holds no picture.");
+}
+
+TEST(EveryKind, ThatIsDamagedIsNotTakenForOneWithoutAPicture) {
+    for (const char* target : {"fuzz_heic", "fuzz_avif"}) {
+        Bytes bytes = seed(target, "plain");
+        bytes.resize(bytes.size() - 20);
+        EXPECT_THAT(complaintOf(bytes), testing::HasSubstr("is damaged or incomplete")) << target;
+    }
+}
+
+// A brand counts only within the box of brands, not in the one behind it.
+TEST(EveryKind, OfTheContainerIsToldByItsBrands) {
+    Bytes other = {0, 0, 0, 16, 'f', 't', 'y', 'p', 'i', 's', 'o', 'm', 0, 0, 0, 0};
+    append(other, {0, 0, 0, 8, 'h', 'e', 'i', 'c'});
+    EXPECT_EQ(complaintOf(other), "Could not read \"picture\": it is not a JPEG, TIFF, BMP, PNG, "
+                                  "WebP, HEIC or AVIF picture.");
 }
 
 TEST(Opacity, IsLaidOnWhite) {
@@ -230,6 +268,38 @@ TEST(CodedColour, BecomesAProfileWithThoseCurves) {
     EXPECT_NEAR(lightOf(hlg, 0.38), 26.0 / 203, 0.01);
     EXPECT_NEAR(lightOf(hlg, 1), 1, 0.001);
     EXPECT_NEAR(lightOf(pq, 1), 1, 0.001);
+}
+
+TEST(CodedColour, KeepsADiffuseWhiteApartFromWhatIsBrighter) {
+    const ColourProfile hlg = profileOf(CodedColour{9, 18});
+    EXPECT_LT(lightOf(hlg, 0.75), 0.95);
+    EXPECT_GT(lightOf(hlg, 0.75), 0.8);
+    EXPECT_GT(lightOf(hlg, 0.9), lightOf(hlg, 0.75) + 0.02);
+}
+
+TEST(CodedColour, OfVideoIsShownWithTheUsualCurve) {
+    for (const unsigned transfer : {1U, 6U, 13U, 14U, 15U}) {
+        const ColourProfile profile = profileOf(CodedColour{9, transfer});
+        ASSERT_EQ(profileKind(profile), ProfileKind::rgb) << transfer;
+        EXPECT_NEAR(lightOf(profile, 0.5), 0.2140, 0.001) << transfer;
+    }
+}
+
+// sRGB's red, as these primaries mix it.
+TEST(CodedColour, OfOtherPrimariesIsTheSameLight) {
+    for (const auto& [primaries, colour] : {std::pair{9U, std::array{0.6274, 0.0691, 0.0164}},
+                                            {12U, std::array{0.8225, 0.0332, 0.0171}}}) {
+        const cmsCIEXYZ red = lightOf(profileOf(CodedColour{primaries, 8}), colour);
+        EXPECT_NEAR(red.X, 0.4361, 0.003) << primaries;
+        EXPECT_NEAR(red.Y, 0.2225, 0.003) << primaries;
+        EXPECT_NEAR(red.Z, 0.0139, 0.003) << primaries;
+    }
+}
+
+TEST(CodedColour, ThatDiffersInOnePrimaryNeedsAProfile) {
+    Chromaticities redder;
+    redder.redX += 0.02;
+    EXPECT_EQ(profileKind(profileOf(2.2, redder)), ProfileKind::rgb);
 }
 
 } // namespace veldara::test

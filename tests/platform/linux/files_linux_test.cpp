@@ -183,6 +183,16 @@ TEST_F(TextFiles, KeepTheOldOneWhenTheDiskIsFull) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
+TEST_F(TextFiles, AreWrittenInBlocksRatherThanHeldWhole) {
+    EXPECT_TRUE(succeedsInChild([&] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const struct rlimit most = {100, 100};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &most), 0);
+        LineWriter writer(folder / "large");
+        EXPECT_THROW(writer.writeLine(std::string(100'000, 'x')), Error);
+    }));
+}
+
 TEST_F(TextFiles, ThatMayNotBeWrittenAreNotReplaced) {
     const std::string file = folder.addFile("profiles", "old\r\n");
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));

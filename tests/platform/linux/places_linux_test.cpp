@@ -79,6 +79,7 @@ TEST_F(DrivesOfATable, AreTheTopOfTheWayToAFolder) {
     EXPECT_EQ(drives.foldersDownTo("/media/stick/inner"), Names{"/media/stick/inner"});
     EXPECT_EQ(drives.foldersDownTo("/a//b/./c/.."), (Names{"/", "/a", "/a/b"}));
     EXPECT_EQ(drives.foldersDownTo("relative"), Names{"relative"});
+    EXPECT_EQ(drives.foldersDownTo("relative/"), Names{"relative"});
 }
 
 TEST_F(DrivesOfATable, AreTheirOwnRoot) {
@@ -91,6 +92,18 @@ TEST_F(DrivesOfATable, VanishWithTheirMount) {
     folder.addFile("mounts", "");
     EXPECT_EQ(drives.list(), Names{"/"});
     EXPECT_EQ(drives.driveOf("/media/stick/photos"), "/");
+}
+
+class ProgramFolders : public OnTheRunningSystem {};
+
+// In the tree that it was built in, or where it would lie beside the installed program.
+TEST_F(ProgramFolders, HaveTheHelp) {
+    const std::filesystem::path place =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
+    const std::filesystem::path built = place.parent_path() / "help";
+    const std::filesystem::path installed = place / "share/veldara/help";
+    EXPECT_EQ(system.helpFolder(),
+              std::filesystem::exists(built / "index.html") ? built : installed);
 }
 
 class UserFolderSearch : public ::testing::Test {
