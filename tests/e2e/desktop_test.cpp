@@ -18,12 +18,12 @@ template <typename Kind>
 Kind& partOf(wxWindow& parent) {
     std::vector<wxWindow*> open{&parent};
     while (!open.empty()) {
-        wxWindow& one = *open.back();
+        wxWindow* one = open.back();
         open.pop_back();
-        if (auto* found = dynamic_cast<Kind*>(&one)) {
+        open.insert(open.end(), one->GetChildren().begin(), one->GetChildren().end());
+        if (auto* found = dynamic_cast<Kind*>(one)) {
             return *found;
         }
-        open.insert(open.end(), one.GetChildren().begin(), one.GetChildren().end());
     }
     throw DriverError("The main window has no such part.");
 }

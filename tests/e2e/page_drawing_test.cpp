@@ -64,7 +64,8 @@ void expectSameAsPage(DrawnSheets& sheets, std::size_t page) {
     const PrinterDots dots{printerDots, printerDots, 100, 70};
     const int width = 4961 - 2 * dots.offsetAcross;
     const int height = 7016 - 2 * dots.offsetDown;
-    wxBitmap paper(width, height, 24);
+    wxBitmap paper;
+    paper.Create(width, height, 24);
     {
         wxMemoryDC device(paper);
         device.SetBackground(*wxWHITE_BRUSH);
