@@ -239,8 +239,8 @@ Joints jointsOf(const SheetJob& job) {
     for (const Edge edge : {edgeTop, edgeRight, edgeBottom, edgeLeft}) {
         const Edge side = posterEdge(edge, first.turned);
         if (side == edgeRight || side == edgeBottom) {
-            (side == edgeRight ? joints.right : joints.bottom) = {
-                first.neighbour[edge], first.strips[edge], job.margins[edge]};
+            Joint& joint = side == edgeRight ? joints.right : joints.bottom;
+            joint = {first.neighbour[edge], first.strips[edge], job.margins[edge]};
         }
     }
     return joints;
