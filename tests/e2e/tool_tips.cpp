@@ -70,10 +70,20 @@ std::string Driver::shownToolTip() {
 
 void Driver::waitForToolTip(const std::string& windowName, const std::string& name,
                             wxPoint inWidget, const std::string& words) {
-    pointAt(windowName, name, inWidget);
-    pointAt(windowName, name, inWidget + wxPoint(2, 1));
-    waitUntil("the tool tip \"" + words + "\" is up",
-              [&] { return portableText(shownText()) == words; });
+    // A list that has just been filled may still move below the pointer, and takes the tool tip
+    // away with that; a person moves the pointer again.
+    constexpr int attempts = 30;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        pointAt(windowName, name, inWidget);
+        pointAt(windowName, name, inWidget + wxPoint(2, 1));
+        for (int look = 0; look < 40; ++look) {
+            if (shownToolTip() == words) {
+                return;
+            }
+            pause(std::chrono::milliseconds(50));
+        }
+    }
+    throw DriverError("The tool tip \"" + words + "\" does not come up.");
 }
 
 } // namespace veldara::test
