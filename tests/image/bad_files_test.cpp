@@ -6,6 +6,7 @@
 #include "platform/image/byte_source.h"
 #include "support/temp_folder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -80,6 +81,17 @@ TEST(BadFiles, EverySentenceNamesTheFileAndTheReason) {
     expectComplaint(file, "the file ends within its header");
     write(file, {'I', 'I', 42, 0, 8, 0, 0, 0});
     expectComplaint(file, "its header is damaged or incomplete");
+}
+
+TEST(BadFiles, TheJpegLibraryNamesItsReason) {
+    const TempFolder folder;
+    Bytes file = makeJpeg({}, photo(40, 30));
+    const Bytes table = {0xFF, 0xDB};
+    const auto found = std::search(file.begin(), file.end(), table.begin(), table.end());
+    ASSERT_NE(found, file.end());
+    found[4] = 0x0F; // the table's number, of four
+    write(folder.path() / "lake.jpg", file);
+    expectComplaint(folder.path() / "lake.jpg", "Bogus DQT index 15");
 }
 
 TEST(BadFiles, TheTypeIsToldByTheContent) {
