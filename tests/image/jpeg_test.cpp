@@ -197,6 +197,18 @@ TEST(Jpeg, DamagedCameraBlocksAreNoObstacle) {
     EXPECT_TRUE(same(load(withSegment(plain, 0xE1, exifContent(0, 0))), picture));
 }
 
+// Some cameras fill the file up to a round size.
+TEST(Jpeg, BytesBetweenThePictureAndTheEndAreNoDamage) {
+    for (const bool progressive : {false, true}) {
+        JpegKind kind;
+        kind.progressive = progressive;
+        const Bytes file = makeJpeg(kind, photo(60, 40));
+        Bytes padded = file;
+        padded.insert(padded.end() - 2, 200, 0); // more than the decoder reads ahead
+        EXPECT_TRUE(same(load(padded), load(file))) << progressive;
+    }
+}
+
 TEST(Jpeg, ProfileIsKept) {
     const Bytes profile = rgbProfile();
     Bytes content = {'I', 'C', 'C', '_', 'P', 'R', 'O', 'F', 'I', 'L', 'E', 0, 1, 1};
