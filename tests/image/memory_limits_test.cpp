@@ -6,11 +6,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <limits>
 #include <new>
 #include <sstream>
 
 #include <gmock/gmock.h>
+
+#ifdef __linux__
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 namespace veldara::test {
 
@@ -88,5 +94,22 @@ TEST(MemoryLimits, TheMachineHasSomeMemoryButNotAll) {
     EXPECT_NO_THROW(requireMemory(1, 1, 1));
     EXPECT_THROW(requireMemory(unlimited, 40'000, 25'000), Error);
 }
+
+#ifdef __linux__
+TEST(MemoryLimits, AnAddressSpaceThatIsLimitedLeavesNoMore) {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+    constexpr rlim_t room = 64U << 20;
+    rlimit narrow = before;
+    narrow.rlim_cur = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + room;
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &narrow), 0);
+    const std::uint64_t left = availableMemory();
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_LE(left, room);
+    EXPECT_GT(left, room / 2);
+}
+#endif
 
 } // namespace veldara::test
