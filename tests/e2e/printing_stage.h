@@ -36,7 +36,7 @@ struct Printing {
         if (kind == PosterKind::small) {
             writeBitmap(stage.photos() / photo, photoWidth, photoHeight, fineColour);
         } else {
-            writeJpeg(stage.photos() / photo, 6000, 8000);
+            writeJpeg(stage.photos() / photo, 8100, 10800);
             stage.store("prefs_numTiles", "w17h15");
         }
         stage.store("printer", printer);
