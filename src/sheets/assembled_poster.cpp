@@ -51,10 +51,9 @@ SheetPage assembledPoster(const SheetJob& job, int shownSheet) {
         line({0, y}, {page.width, y}, dark, 0);
     }
     const auto cell = [&](int number) -> PageRect {
-        const int column = (number - 1) % wide;
-        const int row = (number - 1) / wide;
-        const double x = cellWidth * column;
-        const double y = cellHeight * row;
+        const SheetCell place = sheetCell(number, wide);
+        const double x = cellWidth * place.column;
+        const double y = cellHeight * place.row;
         return {x, y, x + cellWidth, y + cellHeight};
     };
     const std::vector<int> chosen = chosenSheets(job);

@@ -229,9 +229,10 @@ void frmSheets::fillShown() {
     }
     const int wide = chosen_->layout.tilesWide;
     for (const int number : chosenSheets(*chosen_)) {
+        const SheetCell cell = sheetCell(number, wide);
         items.push_back("Sheet " + std::to_string(number) + ": row " +
-                        std::to_string((number - 1) / wide + 1) + ", column " +
-                        std::to_string((number - 1) % wide + 1));
+                        std::to_string(cell.row + 1) + ", column " +
+                        std::to_string(cell.column + 1));
     }
     if (items != cmbShown.items()) {
         const auto found = std::find(items.begin(), items.end(), before);

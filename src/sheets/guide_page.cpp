@@ -122,11 +122,10 @@ class Guide {
         const double size = std::min(
             {scaled(16), cellHeight * 0.5, cellWidth * 0.6 / (pageTextWidth(longest, 1.0) + 0.2)});
         for (int number = 1; number <= across * down; ++number) {
-            const int column = (number - 1) % across;
-            const int row = (number - 1) / across;
-            addNumber(
-                {poster.left + cellWidth * (column + 0.5), poster.top + cellHeight * (row + 0.5)},
-                size, std::to_string(number));
+            const SheetCell cell = sheetCell(number, across);
+            addNumber({poster.left + cellWidth * (cell.column + 0.5),
+                       poster.top + cellHeight * (cell.row + 0.5)},
+                      size, std::to_string(number));
         }
     }
 

@@ -120,6 +120,10 @@ std::vector<int> chosenSheets(const SheetJob& job) {
     return all;
 }
 
+SheetCell sheetCell(int number, int sheetsWide) {
+    return {(number - 1) % sheetsWide, (number - 1) / sheetsWide};
+}
+
 SheetPlace sheetPlace(const SheetJob& job, int number) {
     const PosterLayout& layout = job.layout;
     if (number < 1 || number > layout.tilesWide * layout.tilesHigh) {
@@ -127,8 +131,9 @@ SheetPlace sheetPlace(const SheetJob& job, int number) {
     }
     SheetPlace place;
     place.number = number;
-    place.column = (number - 1) % layout.tilesWide;
-    place.row = (number - 1) / layout.tilesWide;
+    const SheetCell cell = sheetCell(number, layout.tilesWide);
+    place.column = cell.column;
+    place.row = cell.row;
     place.turned = layout.tilesTurned;
     place.own = ownArea(job);
 

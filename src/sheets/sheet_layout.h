@@ -66,6 +66,13 @@ Edge posterEdge(Edge pageEdge, bool turned);
 // The numbers of the sheets that are wanted, ascending.
 std::vector<int> chosenSheets(const SheetJob& job);
 
+// Where a sheet lies in a grid that is so many sheets wide. They are numbered from 1, by rows.
+struct SheetCell {
+    int column = 0; // of the grid, from 0
+    int row = 0;
+};
+SheetCell sheetCell(int number, int sheetsWide);
+
 // Throws Error when margins and trims leave nothing of the paper, or the number is out of range.
 SheetPlace sheetPlace(const SheetJob& job, int number);
 
