@@ -10,6 +10,8 @@
 #include "support/temp_folder.h"
 #include "support/test_platform.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -257,6 +259,19 @@ TEST_F(SheetsWindowTest, TheStoredChoicesMakeAJobWithoutTheWindow) {
     EXPECT_FALSE(window.storedJob());
 }
 
+// A bitmap that is all zeros behind its header.
+void writeBlackBitmap(const std::filesystem::path& file, int width, int height) {
+    std::vector<std::uint8_t> bytes =
+        encodeImage(Image::filled(1, 1, 0, 0, 0).view(), TileFormat::bmp, 0, {});
+    for (int byte = 0; byte < 4; ++byte) {
+        bytes[18 + static_cast<std::size_t>(byte)] = static_cast<std::uint8_t>(width >> 8 * byte);
+        bytes[22 + static_cast<std::size_t>(byte)] = static_cast<std::uint8_t>(height >> 8 * byte);
+    }
+    writeWholeFile(file, bytes);
+    std::filesystem::resize_file(file, 54 + 3 * static_cast<std::uintmax_t>(width) *
+                                                static_cast<std::uintmax_t>(height));
+}
+
 class SheetsDocumentTest : public SheetsWindowTest {
   protected:
     TempFolder folder;
@@ -267,6 +282,13 @@ class SheetsDocumentTest : public SheetsWindowTest {
         const Image photo = Image::filled(120, 120, 90, 120, 150);
         writeWholeFile(owner.photo, encodeImage(photo.view(), TileFormat::jpeg, 100, {}));
         fakes.dialogs.saveFilePaths.push_back(pathText(document));
+    }
+
+    void openWithBlackPhoto(int side) {
+        owner.photo = folder.path() / "lake.bmp";
+        writeBlackBitmap(owner.photo, side, side);
+        owner.job->layout.photoWidth = owner.job->layout.photoHeight = side;
+        open();
     }
 };
 
@@ -285,6 +307,21 @@ TEST_F(SheetsDocumentTest, WritesTheDocumentAndSaysWhereItIs) {
     EXPECT_EQ(fakes.launcher.log.back(), "open " + pathText(document));
 }
 
+TEST_F(SheetsDocumentTest, CountsTheSheetsThatAreWritten) {
+    openWithBlackPhoto(4000); // long enough to look at it on the way
+    const auto counted = [&] { return progress.GetProgressVal() / 0.99 * 6; };
+    double last = 0;
+    fakes.eventPump.whileServing = [&] {
+        EXPECT_GE(counted(), last);
+        last = counted();
+        const auto current = std::min(std::lround(last) + 1, 6L);
+        EXPECT_EQ(progress.lblMsg.caption(), "Writing sheet " + std::to_string(current) + " of 6");
+    };
+    window.cmdSavePdf.userClick();
+    EXPECT_NEAR(counted(), 6, 1e-9);
+    expectSoundPdf(document);
+}
+
 TEST_F(SheetsDocumentTest, SaysWhyThereIsNone) {
     owner.photo = folder.path() / "gone.jpg";
     open();
@@ -296,25 +333,9 @@ TEST_F(SheetsDocumentTest, SaysWhyThereIsNone) {
     EXPECT_TRUE(window.cmdSavePdf.enabled());
 }
 
-// A bitmap that is all zeros behind its header.
-void writeBlackBitmap(const std::filesystem::path& file, int width, int height) {
-    std::vector<std::uint8_t> bytes =
-        encodeImage(Image::filled(1, 1, 0, 0, 0).view(), TileFormat::bmp, 0, {});
-    for (int byte = 0; byte < 4; ++byte) {
-        bytes[18 + static_cast<std::size_t>(byte)] = static_cast<std::uint8_t>(width >> 8 * byte);
-        bytes[22 + static_cast<std::size_t>(byte)] = static_cast<std::uint8_t>(height >> 8 * byte);
-    }
-    writeWholeFile(file, bytes);
-    std::filesystem::resize_file(file, 54 + 3 * static_cast<std::uintmax_t>(width) *
-                                                static_cast<std::uintmax_t>(height));
-}
-
 TEST_F(SheetsDocumentTest, CancelLeavesNothing) {
     constexpr int side = 20000; // seconds of work, where Cancel is heard within a fraction of one
-    owner.photo = folder.path() / "lake.bmp";
-    writeBlackBitmap(owner.photo, side, side);
-    owner.job->layout.photoWidth = owner.job->layout.photoHeight = side;
-    open();
+    openWithBlackPhoto(side);
     std::vector<std::string> counted;
     fakes.eventPump.whileServing = [&] {
         counted.push_back(progress.lblMsg.caption());
@@ -325,7 +346,7 @@ TEST_F(SheetsDocumentTest, CancelLeavesNothing) {
     window.cmdSavePdf.userClick();
     ASSERT_FALSE(counted.empty());
     EXPECT_EQ(counted.front(), "Writing sheet 1 of 6");
-    EXPECT_EQ(progress.lblMsg.caption(), "Writing sheet 1 of 6") << "none was written";
+    EXPECT_EQ(progress.lblMsg.caption(), "canceling...") << "to the end";
     ASSERT_EQ(fakes.dialogs.messages.size(), 1U);
     EXPECT_EQ(fakes.dialogs.messages[0].text, canceledMessage().text);
     EXPECT_FALSE(result.visible());
