@@ -162,6 +162,17 @@ Bytes paletteFile(unsigned bits, int width, int height, bool topDown = false,
                    packedIndices(width, height, bits, kind.palette.size(), topDown));
 }
 
+// Loads a picture whose palette has that many entries, of which the pixels use the first ones.
+// Returns its file.
+Bytes expectPalette(std::size_t entries, std::size_t used) {
+    BmpKind kind;
+    kind.bits = 8;
+    kind.palette = somePalette(entries);
+    const Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, used, false));
+    EXPECT_TRUE(same(load(file), indexedPicture(kind, 20, 4, used)));
+    return file;
+}
+
 } // namespace
 
 TEST(Bmp, PaletteKinds) {
@@ -206,19 +217,11 @@ TEST(Bmp, ManyRowsAreReadInBlocks) {
 }
 
 TEST(Bmp, APaletteWithMoreColoursThanAPixelCanName) {
-    BmpKind kind;
-    kind.bits = 8;
-    kind.palette = somePalette(5000);
-    const Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, 256, false));
-    EXPECT_TRUE(same(load(file), indexedPicture(kind, 20, 4, 256)));
+    expectPalette(5000, 256);
 }
 
 TEST(Bmp, APaletteWithFewerColours) {
-    BmpKind kind;
-    kind.bits = 8;
-    kind.palette = somePalette(5);
-    const Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, 5, false));
-    EXPECT_TRUE(same(load(file), indexedPicture(kind, 20, 4, 5)));
+    const Bytes file = expectPalette(5, 5);
     // An index behind the palette's end is black.
     Bytes beyond = file;
     beyond.back() = 200;

@@ -5,11 +5,9 @@
 
 #include <array>
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 #include <unistd.h>
 
