@@ -168,7 +168,7 @@ Bytes expectPalette(std::size_t entries, std::size_t used) {
     BmpKind kind;
     kind.bits = 8;
     kind.palette = somePalette(entries);
-    const Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, used, false));
+    Bytes file = bmpFile(kind, 20, 4, packedIndices(20, 4, 8, used, false));
     EXPECT_TRUE(same(load(file), indexedPicture(kind, 20, 4, used)));
     return file;
 }
