@@ -28,6 +28,9 @@ void SheetsSource::writeDocument(const std::filesystem::path& file) {
     } catch (const PdfCanceled&) {
         throw PrintCanceled();
     }
+    if (progress_.bCancel) { // when the last sheet had been written
+        throw PrintCanceled();
+    }
     // From here on the system has the sheets.
     progress_.bAllowCancel = false;
     progress_.SetMode(progressMode);

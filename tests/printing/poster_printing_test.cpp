@@ -190,10 +190,21 @@ TEST_F(PosterPrintingTest, CancelWhileTheDocumentIsMadeHandsNothingOver) {
             progress.cmdCancel.userClick();
         }
     };
-    // The first look at the run may find it done already; then it is handed over, and that is said
-    // by nothing else.
-    const PrintEnd end = print();
-    EXPECT_EQ(fakes.printing.printed.empty(), end == PrintEnd::notPrinted);
+    EXPECT_EQ(print(), PrintEnd::notPrinted);
+    EXPECT_TRUE(fakes.printing.printed.empty());
+    EXPECT_EQ(fakes.dialogs.onlyMessage().text, "Canceled by user");
+    EXPECT_FALSE(progress.visible());
+}
+
+TEST_F(PosterPrintingTest, CancelAfterTheLastSheetHandsNothingOver) {
+    fakes.eventPump.whileEventsRun = [&] {
+        if (progress.GetProgressVal() > 0.98) {
+            progress.cmdCancel.userClick();
+        }
+    };
+    EXPECT_EQ(print(), PrintEnd::notPrinted);
+    EXPECT_TRUE(fakes.printing.printed.empty());
+    EXPECT_EQ(fakes.dialogs.onlyMessage().text, "Canceled by user");
     EXPECT_FALSE(progress.visible());
 }
 
