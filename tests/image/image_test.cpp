@@ -38,10 +38,12 @@ TEST(Image, MovingLeavesAnEmptyPicture) {
     EXPECT_TRUE(same(two, copy));
     EXPECT_EQ(two.dotsPerInch, 72);
     EXPECT_EQ(two.colourProfile.size(), 3U);
-    EXPECT_TRUE(one.empty()); // NOLINT: the state after the move is what is tested
+    // NOLINTBEGIN: the state after the move is what is tested
+    EXPECT_TRUE(one.empty());
     EXPECT_EQ(one.height(), 0);
     EXPECT_EQ(one.dotsPerInch, 0);
     EXPECT_TRUE(one.colourProfile.empty());
+    // NOLINTEND
     Image three;
     three = std::move(two);
     EXPECT_TRUE(same(three, copy));
