@@ -32,7 +32,7 @@ finish() {
 }
 trap finish EXIT
 
-mkdir -p "$work"/{root,state,cache,spool,tmp,log,bin/backend,printed}
+mkdir -p "$work"/{root,state,cache,spool,tmp,log,bin/backend,printed,temporary}
 for part in filter daemon notifier monitor; do
   ln -s "/usr/lib/cups/$part" "$work/bin/$part"
 done
@@ -94,8 +94,9 @@ add jammed "?jam" 0 custom 4x6=288x432
 add closing "" 11.906 A4=595.276x841.89 Letter=612x792
 add leaving "" 11.906 A4=595.276x841.89 Letter=612x792
 
+# A folder for temporary files, so that a test sees what is left in it and not what others have there.
 status=0
-"$@" || status=$?
+TMPDIR="$work/temporary" "$@" || status=$?
 if [[ $status -ne 0 ]]; then
   grep -E "^[EW]" "$work/log/error" >&2 || true
 fi
