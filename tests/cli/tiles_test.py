@@ -636,16 +636,20 @@ class Terminal(TilesTest):
         photo = self.photo("p.bmp", noise(600, 400))
         status, drawn = self.on_a_terminal([photo])
         self.assertEqual(status, 0)
-        self.assertIn("0/4   0%", drawn)
-        self.assertIn("4/4 100%", drawn)
-        self.assertIn("4 tiles written to", drawn.split("\r")[-2] + drawn.split("\r")[-1])
+        bars = ["", "=" * 12, "=" * 25, "=" * 37, "=" * 50]
+        shown = [f"[{(bar + '>')[:50]:50}] {done}/4 {done * 25:3}%" for done, bar in enumerate(bars)]
+        lines = drawn.split("\r")
+        self.assertEqual(lines[:6], ["", *shown])
+        self.assertEqual(lines[6], " " * len(shown[4]))
+        self.assertIn("4 tiles written to", lines[7])
 
     def test_shows_figures_alone_where_there_is_no_room(self):
         photo = self.photo("p.bmp", noise(600, 400))
-        status, drawn = self.on_a_terminal(["--out", self.path("out"), photo], columns=14)
-        self.assertEqual(status, 0)
-        self.assertIn("\r4/4 100%", drawn)
-        self.assertNotIn("[", drawn.replace("\x1b[", ""))
+        for columns, last in ((14, "4/4 100%"), (15, "4/4 100%"), (16, "[====] 4/4 100%")):
+            with self.subTest(columns=columns):
+                status, drawn = self.on_a_terminal(["--out", self.path(f"out{columns}"), photo], columns=columns)
+                self.assertEqual(status, 0)
+                self.assertIn(f"\r{last}\r", drawn)
 
     def test_asks_before_a_test_image_is_replaced(self):
         target = self.path("t.bmp")
