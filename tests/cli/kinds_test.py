@@ -103,16 +103,33 @@ class Png(KindsTest):
             self.assertEqual(file.read(29)[28], 1)
         self.assertSame(self.pixels(self.path("laced.png")), picture)
 
-    def test_gamma_becomes_a_profile(self):
+    def with_chunk(self, name, data):
+        """A PNG that has that chunk behind its header."""
         with open(self.photo("plain.png", smooth(90, 60)), "rb") as file:
             plain = file.read()
-        chunk = b"gAMA" + (100000).to_bytes(4, "big")
         after_header = 33
-        with open(self.path("linear.png"), "wb") as file:
-            file.write(plain[:after_header] + (4).to_bytes(4, "big") + chunk +
-                       zlib.crc32(chunk).to_bytes(4, "big") + plain[after_header:])
-        with Image.open(self.whole(self.path("linear.png"), format="tif")) as tile:
-            self.assertIn("icc_profile", tile.info)
+        path = self.path("chunk.png")
+        with open(path, "wb") as file:
+            file.write(plain[:after_header] + len(data).to_bytes(4, "big") + name + data +
+                       zlib.crc32(name + data).to_bytes(4, "big") + plain[after_header:])
+        return path
+
+    def profile_of(self, photo):
+        with Image.open(self.whole(photo, format="tif")) as tile:
+            return tile.info.get("icc_profile")
+
+    def test_gamma_becomes_a_profile(self):
+        self.assertTrue(self.profile_of(self.with_chunk(b"gAMA", (100000).to_bytes(4, "big"))))
+
+    def test_coded_colour_becomes_a_profile(self):
+        display_p3 = [12, 13, 0, 1]  # primaries, transfer, matrix, full range
+        profile = self.profile_of(self.with_chunk(b"cICP", bytes(display_p3)))
+        red = ImageCms.ImageCmsProfile(io.BytesIO(profile)).profile.red_colorant[0]
+        for seen, expected in zip(red, (0.5151, 0.2412, -0.0011)):
+            self.assertAlmostEqual(seen, expected, places=3)
+        for refused in ([12, 13, 1, 1], [12, 13, 0, 0], [12, 13, 0], [*display_p3, 0]):
+            with self.subTest(refused=refused):
+                self.assertIsNone(self.profile_of(self.with_chunk(b"cICP", bytes(refused))))
 
     def test_tiles_are_tiffs(self):
         self.assertTrue(self.whole(self.photo("p.png", smooth(90, 60))).endswith(".tif"))
