@@ -182,6 +182,46 @@ TEST(BadFiles, TilesLargerThanThePicture) {
     EXPECT_EQ(complaintOf(file), tooSmall(10, 10));
 }
 
+TEST(BadFiles, AStripThatIsLargerThanTheFile) {
+    const Bytes whole = makeTiff(tiffKindNamed("grey8"), 20, 20).bytes;
+    Bytes counts; // of strips of seven rows
+    for (const unsigned count : {140U, 140U, 120U}) {
+        put16(counts, count);
+    }
+    const auto found = std::search(whole.begin(), whole.end(), counts.begin(), counts.end());
+    ASSERT_NE(found, whole.end());
+    const auto complaintWith = [&](std::size_t lastCount) {
+        Bytes changed;
+        put16(changed, static_cast<unsigned>(lastCount));
+        Bytes file = whole;
+        std::copy(changed.begin(), changed.end(), file.begin() + (found - whole.begin()) + 4);
+        return complaintOf(file);
+    };
+    constexpr const char* damaged =
+        "Could not read \"picture\": its picture data is damaged or incomplete.";
+    EXPECT_EQ(complaintWith(120), "");
+    EXPECT_EQ(complaintWith(whole.size()), damaged);
+    EXPECT_EQ(complaintWith(whole.size() + 1), damaged);
+}
+
+TEST(BadFiles, ATiffWithoutASide) {
+    const auto complaint = [](std::uint32_t width, std::uint32_t height) {
+        return complaintOf(bareTiff({{256, width},
+                                     {257, height},
+                                     {258, 8},
+                                     {259, 1},
+                                     {262, 1},
+                                     {273, dataPositionOfBareTiff(9)},
+                                     {277, 1},
+                                     {278, 10},
+                                     {279, 100}},
+                                    noise(100)));
+    };
+    EXPECT_EQ(complaint(10, 10), "");
+    EXPECT_NE(complaint(0, 10), "");
+    EXPECT_NE(complaint(10, 0), "");
+}
+
 TEST(BadFiles, RowsAskedForWronglyAreRefused) {
     const Bytes file = encodeImage(photo(20, 10).view(), TileFormat::bmp, 0, {});
     const auto rows = reader(file);

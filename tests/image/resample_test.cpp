@@ -3,6 +3,7 @@
 #include "platform/image/resample.h"
 #include "platform/image/turn.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -117,6 +118,21 @@ TEST(Resampled, EnlargingPassesThroughTheOldPixels) {
                 ASSERT_EQ(large.row(3 * y + 1)[3 * (3 * x + 1) + c], image.row(y)[3 * x + c]);
             }
         }
+    }
+}
+
+TEST(Resampled, EnlargingKeepsAParabola) {
+    // The cubic is exact for polynomials of the second degree, so only rounding is left. These
+    // samples are whole numbers: (i + 1/2)^2 - 1/4.
+    constexpr int width = 16;
+    Image image(width, 1);
+    for (int i = 0; i < width; ++i) {
+        std::fill_n(image.row(0) + std::ptrdiff_t{3} * i, 3, static_cast<std::uint8_t>(i * i + i));
+    }
+    const Image large = resampled(image.view(), 3 * width, 1);
+    for (int i = 6; i < 3 * (width - 2); ++i) { // at the ends it has no neighbours
+        const double x = (i + 0.5) / 3;
+        ASSERT_NEAR(large.row(0)[3 * i], x * x - 0.25, 0.501) << i;
     }
 }
 

@@ -351,6 +351,7 @@ std::vector<TiffKind> everyTiffSampleKind() {
     add("greyAlphaPremultiplied", 8, 2, 1, 1);
     add("grey16Alpha", 16, 2, 1, 2);
     add("greyUnknownExtra", 8, 2, 1, 0);
+    add("greyTwoUnknownExtras", 8, 3, 1);
     add("palette1", 1, 1, 3);
     add("palette2", 2, 1, 3);
     add("palette4", 4, 1, 3);

@@ -42,14 +42,14 @@ class Work {
 class WorkerThreads : public testing::Test {
   protected:
     void start(std::size_t count, int startable) {
-        int left = 1; // the copy that the function object takes
-        const std::function<void()> work = Work(done, left);
+        const std::function<void()> work = Work(done, left); // takes a copy
         left = startable;
         startWorkers(workers, count, work);
     }
 
     std::vector<std::thread> workers;
     std::atomic<int> done{0};
+    int left = 1;
 };
 
 TEST_F(WorkerThreads, AreAsManyAsAskedFor) {
