@@ -165,6 +165,40 @@ class Webp(KindsTest):
         photo = self.photo("a.webp", first, save_all=True, append_images=[second], lossless=True)
         self.assertSame(self.pixels(photo), first)
 
+    def on_canvas(self, picture, width, height, left, top):
+        """An animation whose first picture lies there on a canvas of that size."""
+        with open(self.photo("a.webp", picture, save_all=True, append_images=[noise(*picture.size)],
+                             lossless=True), "rb") as file:
+            data = bytearray(file.read())
+        size = data.index(b"VP8X") + 12
+        data[size:size + 6] = (width - 1).to_bytes(3, "little") + (height - 1).to_bytes(3, "little")
+        place = data.index(b"ANMF") + 8
+        data[place:place + 6] = (left // 2).to_bytes(3, "little") + (top // 2).to_bytes(3, "little")
+        with open(self.path("canvas.webp"), "wb") as file:
+            file.write(data)
+        return self.path("canvas.webp")
+
+    def test_around_the_first_picture_is_white(self):
+        transparent = smooth(100, 60)
+        transparent.putalpha(128)
+        for picture in (smooth(100, 60), transparent):
+            expected = Image.new("RGB", (140, 90), "white")
+            expected.paste(on_white(picture), (30, 20))
+            seen = self.pixels(self.on_canvas(picture, 140, 90, 30, 20))
+            self.assertLessEqual(max(high for _, high in ImageChops.difference(
+                seen.convert("RGB"), expected).getextrema()), 1)
+
+    def test_first_picture_that_leaves_the_canvas_is_refused(self):
+        for left, top in ((42, 20), (30, 32)):
+            photo = self.on_canvas(smooth(100, 60), 140, 90, left, top)
+            self.assertIn("Could not read", self.refused(1, "--yes", photo))
+
+    def test_grey_profile_is_none_of_colours(self):
+        with open("/usr/share/color/icc/ghostscript/default_gray.icc", "rb") as file:
+            photo = self.photo("p.webp", smooth(120, 80), lossless=True, icc_profile=file.read())
+        with Image.open(self.whole(photo, format="tif")) as tile:
+            self.assertNotIn("icc_profile", tile.info)
+
     def test_profile_and_orientation_come_along(self):
         profile = ImageCms.ImageCmsProfile(ImageCms.createProfile("sRGB")).tobytes()
         exif = Image.Exif()
