@@ -78,11 +78,16 @@ TEST(EveryKind, IsToldByItsContentAndReadsTheSameInParts) {
             EXPECT_EQ(whole.width(), header.width);
             EXPECT_EQ(whole.height(), header.height);
             const auto rows = reader(bytes);
-            rows->wantColumns(2, whole.width() - 3);
+            const int width = whole.width() - 3;
+            const int height = whole.height() - 1;
+            rows->wantColumns(2, width);
             rows->skipRows(1);
-            Image part(whole.width() - 3, whole.height() - 1);
-            rows->readRows(part.mutableView());
-            EXPECT_TRUE(same(part.view(), whole.view().cut(2, 1, part.width(), part.height())));
+            Image read = Image::filled(whole.width(), height, 1, 2, 3);
+            rows->readRows(read.mutableView().cut(0, 0, width, height));
+            EXPECT_TRUE(
+                same(read.view().cut(0, 0, width, height), whole.view().cut(2, 1, width, height)));
+            EXPECT_TRUE(same(read.view().cut(width, 0, 3, height),
+                             Image::filled(3, height, 1, 2, 3).view()));
         }
     }
 }
