@@ -64,5 +64,13 @@ TEST(PathText, GetsASeparatorOnlyWhenItHasNone) {
     EXPECT_EQ(withSeparator("", '/'), "");
 }
 
+TEST(ForbiddenInNames, OfWindowsAreAllControlCharacters) {
+    const std::string forbidden = forbiddenInNames('\\');
+    for (char control = 0; control < 32; ++control) {
+        EXPECT_NE(forbidden.find(control), std::string::npos) << static_cast<int>(control);
+    }
+    EXPECT_EQ(forbidden.find(' '), std::string::npos);
+}
+
 } // namespace
 } // namespace veldara
