@@ -92,9 +92,9 @@ function(veldara_library name)
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
 endfunction()
 
-# What the address sanitizer needs to know, in every program that is built with it.
+# What the sanitizers need to know, in every program that is built with it.
 function(veldara_sanitizer_defaults name)
-  if(VELDARA_SANITIZE MATCHES "address")
+  if(VELDARA_SANITIZE MATCHES "address|thread")
     target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/sanitizer_defaults.cpp")
   endif()
 endfunction()
