@@ -110,10 +110,10 @@ TEST_P(TooSmall, IsRefused) {
     start();
     clickFile("tiny.jpg");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The image you selected is EXTREMELY small.  It has a height and/or width "
+              critical("Invalid Image File Selected",
+                       "The image you selected is EXTREMELY small.  It has a height and/or width "
                        "that is below the minimum allowable size of 25 pixels.  Please select a "
-                       "larger image.  ",
-                       "Invalid Image File Selected"));
+                       "larger image.  "));
     EXPECT_EQ(window->loadError(), 402);
     EXPECT_EQ(window->picCur.drawing(), Drawing::error);
     expectNoPhoto();
@@ -140,7 +140,7 @@ TEST_F(LoadingAPhoto, UnreadableFileIsNamedWithItsReason) {
     start();
     clickFile("broken.jpg");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The file \"broken.jpg\" is no picture.", "Invalid Image File Selected"));
+              critical("Invalid Image File Selected", "The file \"broken.jpg\" is no picture."));
     EXPECT_EQ(window->loadError(), 1);
     EXPECT_EQ(window->picCur.drawing(), Drawing::error);
     expectNoPhoto();

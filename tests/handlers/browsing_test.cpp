@@ -316,7 +316,7 @@ TEST_F(Browsing, DriveThatCannotBeReadIsPutBack) {
     fakes.drives.takeMediumOut("/media/stick");
     window->Drive1.userSelect(1);
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The drive you chose could not be accessed.", "Invalid Drive"));
+              critical("Invalid Drive", "The drive you chose could not be accessed."));
     EXPECT_EQ(window->Drive1.drive(), "/");
     EXPECT_EQ(window->sCurDrive, "/");
     EXPECT_EQ(window->Dir1.path(), "/photos") << "the folder stays as well";
@@ -368,10 +368,10 @@ TEST_F(Browsing, ShortcutChangesTheDriveAsWell) {
 }
 
 Message problem(const std::string& folder) {
-    return critical("Could not determine the location of the " + folder +
+    return critical("Problem",
+                    "Could not determine the location of the " + folder +
                         " folder.  Please navigate there manually using the folder listbox below "
-                        "here.",
-                    "Problem");
+                        "here.");
 }
 
 class ShortcutsWithout : public Browsing {

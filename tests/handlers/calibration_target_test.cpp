@@ -8,10 +8,6 @@
 namespace veldara::test {
 namespace {
 
-Message critical(const std::string& title, const std::string& text) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 Message announcement(const std::string& height, const std::string& width,
                      const std::string& stripe) {
     return {"A " + height + " high x " + width +

@@ -234,8 +234,8 @@ TEST_F(HandOver, PreviewWithAnInvalidTileSizeSaysSo) {
     window->cmdLargePreview.setEnabled(true);
     window->cmdLargePreview.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Invalid tile configuration.  Please valid tile print size values",
-                       "Invalid information"));
+              critical("Invalid information",
+                       "Invalid tile configuration.  Please valid tile print size values"));
 }
 
 TEST_F(HandOver, ClosingTheMainWindowTakesThePreviewDown) {
@@ -293,7 +293,7 @@ TEST_F(HandOver, SavingWithoutTilesIsRefused) {
     start().cmdSaveNow.setEnabled(true);
     window->cmdSaveNow.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
+              critical("Can not continue", "Invalid image/tile information.  Can not continue."));
 }
 
 TEST_F(HandOver, SavingMoreTilesThanPixelsIsRefused) {
@@ -304,7 +304,7 @@ TEST_F(HandOver, SavingMoreTilesThanPixelsIsRefused) {
     window->scrZoom.userSetValue(400); // 6 x 6 pixels are left for 25 x 25 tiles
     window->cmdSaveNow.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Invalid image/tile information.  Can not continue.", "Can not continue"));
+              critical("Can not continue", "Invalid image/tile information.  Can not continue."));
     EXPECT_THAT(fakes.screen.log, ElementsAre("show frmMain"));
 }
 
@@ -322,7 +322,7 @@ TEST_F(HandOver, SavingAfterTheListWasRefilledIsRefused) {
     window->FillFileList(); // nothing is chosen in the list any more
     window->cmdSaveNow.userClick();
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Invalid file chosen.  Can not continue.", "Problem"));
+              critical("Problem", "Invalid file chosen.  Can not continue."));
 }
 
 TEST_F(HandOver, SaveButtonIsOffWithoutAPhoto) {
@@ -335,8 +335,8 @@ TEST_F(HandOver, SaveButtonIsOffWithoutAPhoto) {
 class Help : public HandOver {
   protected:
     Message missing() const {
-        return critical("The help file (omra.chm) is missing.  Please reinstall this software.",
-                        "Can not find help file");
+        return critical("Can not find help file",
+                        "The help file (omra.chm) is missing.  Please reinstall this software.");
     }
 };
 

@@ -145,8 +145,4 @@ class LetteredMainWindowTest : public MainWindowTest {
     LetteredMainWindowTest() : MainWindowTest('\\') {}
 };
 
-inline Message critical(const std::string& text, const std::string& title) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 } // namespace veldara::test

@@ -11,7 +11,7 @@ class OpeningAPath : public MainWindowTest {
   protected:
     // The one message box of a refusal; the photo that was there before is still there.
     void expectRefused(const std::string& text) {
-        EXPECT_EQ(fakes.dialogs.onlyMessage(), critical(text, "Invalid Image File Selected"));
+        EXPECT_EQ(fakes.dialogs.onlyMessage(), critical("Invalid Image File Selected", text));
         EXPECT_TRUE(window->bImgSelected);
         EXPECT_EQ(window->lImgWidth, 3000);
         EXPECT_EQ(window->lstFiles.selectedText(), "photo.jpg");
@@ -159,7 +159,7 @@ TEST_F(OpeningAPath, DriveThatCannotBeReadIsReportedOnce) {
     fakes.drives.takeMediumOut("/media/stick");
     window->openPath("/media/stick/trip/a.jpg");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The drive you chose could not be accessed.", "Invalid Drive"));
+              critical("Invalid Drive", "The drive you chose could not be accessed."));
     EXPECT_EQ(window->Drive1.drive(), "/");
     EXPECT_EQ(window->Dir1.path(), "/photos");
     EXPECT_THAT(loaded, ElementsAre("/photos/photo.jpg"));
@@ -177,16 +177,17 @@ TEST_F(OpeningAPath, FolderWhoseFilesCannotBeListedIsReported) {
     startWithPhoto();
     fakes.fileSystem.faults.listingFails = true;
     window->openPath("/photos/photo.jpg");
-    EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Could not read \"/photos/photo.jpg\": it is not in the list of its folder.",
-                       "Invalid Image File Selected"));
+    EXPECT_EQ(
+        fakes.dialogs.onlyMessage(),
+        critical("Invalid Image File Selected",
+                 "Could not read \"/photos/photo.jpg\": it is not in the list of its folder."));
 }
 
 TEST_F(OpeningAPath, BrokenPhotoIsReportedLikeOneThatWasClicked) {
     fakes.tree.addFile("/photos/broken.jpg");
     start().openPath("/photos/broken.jpg");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The file \"broken.jpg\" is no picture.", "Invalid Image File Selected"));
+              critical("Invalid Image File Selected", "The file \"broken.jpg\" is no picture."));
     EXPECT_EQ(window->picCur.drawing(), Drawing::error);
 }
 
@@ -223,8 +224,8 @@ TEST_F(OpeningALetteredPath, PhotoOfAnotherMachineIsRefused) {
     fakes.tree.addFile(R"(\\server\share\a.jpg)");
     start().openPath(R"(\\server\share\a.jpg)");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical(R"(The folder "\\server\share" lies on none of the drives in the list.)",
-                       "Invalid Image File Selected"));
+              critical("Invalid Image File Selected",
+                       R"(The folder "\\server\share" lies on none of the drives in the list.)"));
     EXPECT_THAT(loaded, IsEmpty());
 }
 

@@ -1,5 +1,6 @@
 // The paper dialog: what it shows, what it remembers, and what it hands back.
 #include "paper_support.h"
+#include "support/decimal_comma.h"
 
 namespace veldara::test {
 namespace {
@@ -135,7 +136,7 @@ TEST(PaperDialog, ShowsTheCurrentPaperInMillimetres) {
 
 TEST(PaperDialog, UsesTheUsersDecimalSeparator) {
     PaperWindow window;
-    window.useStyle({','});
+    window.useStyle(comma);
     window.dialog.initPaperSizes();
     window.open(
         [&] {

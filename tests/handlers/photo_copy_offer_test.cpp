@@ -176,8 +176,8 @@ TEST_F(OfferedCopy, PhotoThatCannotBeReadIsReportedWithTheReason) {
     broken = true;
     window->openPath("/far/IMG_1.HEIC");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("Could not read \"/far/IMG_1.HEIC\": the file is empty.",
-                       "Invalid Image File Selected"));
+              critical("Invalid Image File Selected",
+                       "Could not read \"/far/IMG_1.HEIC\": the file is empty."));
 }
 
 TEST_F(OfferedCopy, IsNotOfferedByTheFileListWhichSaysWhatCanTakeIt) {
@@ -185,9 +185,9 @@ TEST_F(OfferedCopy, IsNotOfferedByTheFileListWhichSaysWhatCanTakeIt) {
     window->cmbFileType.userSelect(4);
     clickFile("IMG_1.HEIC");
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("The file \"IMG_1.HEIC\" can not be used: the names of image files end in "
-                       ".jpg, .tif or .bmp.  \"Open Photo...\" in the File menu can take it.",
-                       "Invalid Image File Selected"));
+              critical("Invalid Image File Selected",
+                       "The file \"IMG_1.HEIC\" can not be used: the names of image files end in "
+                       ".jpg, .tif or .bmp.  \"Open Photo...\" in the File menu can take it."));
     EXPECT_THAT(copied, IsEmpty());
 }
 

@@ -1,5 +1,6 @@
 // The preferences store over a registry in memory.
 #include "app/preferences.h"
+#include "support/decimal_comma.h"
 #include "support/memory_registry.h"
 
 #include <gmock/gmock.h>
@@ -157,7 +158,7 @@ TEST_F(PreferencesStore, LastResultIsThatOfTheLastCall) {
 }
 
 TEST_F(PreferencesStore, NumbersAreReadInTheUsersStyle) {
-    Preferences german{registry, NumberStyle{','}};
+    Preferences german{registry, comma};
     german.write(prefPrintSize, "3,4");
     EXPECT_EQ(registry.stored(key, "prefs_printSize").number, 3);
 }

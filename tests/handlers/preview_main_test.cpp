@@ -36,9 +36,9 @@ class MainPreview : public MainWindowTest {
         return {horizontal, vertical};
     }
     Message sizeMessage() const {
-        return critical("You have entered invalid print tile sizes.  The width and height need to "
-                        "be in the range of 0.75 to 50.00 inches.",
-                        "Invalid Tile Print Size Entered");
+        return critical("Invalid Tile Print Size Entered",
+                        "You have entered invalid print tile sizes.  The width and height need to "
+                        "be in the range of 0.75 to 50.00 inches.");
     }
 };
 
@@ -134,9 +134,9 @@ TEST_F(MainPreview, InvalidSizeInMillimetresNamesBothUnits) {
     int done = 0;
     window->setNewTileVals("Paper", 1, 10, 10, 10, 10, "", done);
     EXPECT_EQ(fakes.dialogs.onlyMessage(),
-              critical("You have entered an invalid tile print size.  The width and height need to "
-                       "be in the range of 19.05 to 1270.00 millimeters (0.75 to 50.00 inches).",
-                       "Invalid Tile Print Size Entered"));
+              critical("Invalid Tile Print Size Entered",
+                       "You have entered an invalid tile print size.  The width and height need to "
+                       "be in the range of 19.05 to 1270.00 millimeters (0.75 to 50.00 inches)."));
 }
 
 TEST_F(MainPreview, TilesWithNothingLeftAreAnInvalidConfiguration) {
@@ -145,7 +145,7 @@ TEST_F(MainPreview, TilesWithNothingLeftAreAnInvalidConfiguration) {
     setTileInches(0.75, 0.75);
     window->chkPrinterClips.userSetChecked(true);
     ASSERT_FALSE(fakes.dialogs.messages.empty());
-    EXPECT_EQ(fakes.dialogs.messages.back(), critical("Invalid tile configuration", "Invalid"));
+    EXPECT_EQ(fakes.dialogs.messages.back(), critical("Invalid", "Invalid tile configuration"));
     EXPECT_NE(shownPixel(150, 10), lineColour);
     EXPECT_TRUE(window->chkPreviewTiles.checked());
 }

@@ -4,10 +4,6 @@
 namespace veldara::test {
 namespace {
 
-Message critical(const std::string& title, const std::string& text) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 TEST(SaveDialog, HasItsTexts) {
     const SaveWindows windows;
     const frmSaveTiles& dialog = windows.dialog;

@@ -9,10 +9,6 @@
 namespace veldara::test {
 namespace {
 
-Message critical(const std::string& title, const std::string& text) {
-    return {text, title, MessageIcon::critical, MessageButtons::ok};
-}
-
 // A run that ends early, with the dialog unloaded.
 class SaveFailure : public ::testing::Test {
   protected:

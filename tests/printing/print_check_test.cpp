@@ -1,6 +1,7 @@
 // What a printer cannot print of a poster, and how that is said.
 #include "printing/print_check.h"
 #include "sheets/sheet_jobs.h"
+#include "support/decimal_comma.h"
 
 #include <gtest/gtest.h>
 
@@ -94,11 +95,11 @@ TEST(PrintCheck, OnlyWhatHelpsIsProposed) {
 TEST(PrintCheck, LengthsAreInTheUnitsOfThePoster) {
     SheetJob job = jobWithMargins(10, 10, 2.4, 10);
     job.units = Units::inches;
-    EXPECT_NE(textFor(job, office(), {','}).find("0,17 inches white at the bottom; 0,07 inches of"),
+    EXPECT_NE(textFor(job, office(), comma).find("0,17 inches white at the bottom; 0,07 inches of"),
               std::string::npos);
     job.paperWidth = 4 * pointsPerInch;
     job.paperHeight = 6 * pointsPerInch;
-    EXPECT_NE(textFor(job, office(), {','}).find("(4 x 6 inches)"), std::string::npos);
+    EXPECT_NE(textFor(job, office(), comma).find("(4 x 6 inches)"), std::string::npos);
 }
 
 TEST(PrintCheck, WhatEdgeCalibrationLeavesOutIsNotMissing) {

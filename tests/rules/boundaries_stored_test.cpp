@@ -6,6 +6,7 @@
 #include "paper/paper_line.h"
 #include "platform/error.h"
 #include "platform/image/tile_format.h"
+#include "support/decimal_comma.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ TEST(PaperLimits, HoldForTheHeightAsForTheWidth) {
 }
 
 TEST(PaperLimits, AreShownWithTheUsersSeparator) {
-    EXPECT_EQ(faultOf(4, 0.49, {}, 0.75, NumberStyle{','}),
+    EXPECT_EQ(faultOf(4, 0.49, {}, 0.75, test::comma),
               "Invalid paper size - size too small.  Minimum size is 0,5.");
 }
 

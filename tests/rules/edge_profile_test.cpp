@@ -1,6 +1,7 @@
 #include "calibration/edge_profile.h"
 #include "calibration/profile_file.h"
 #include "platform/error.h"
+#include "support/decimal_comma.h"
 
 #include <random>
 
@@ -9,7 +10,7 @@
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
+using test::comma;
 
 TEST(EdgeProfiles, AreThreeWhenNoneWasMade) {
     const std::vector<EdgeProfile> expected{{"default", {0, 0, 0, 0}},

@@ -1,6 +1,7 @@
 #include "platform/error.h"
 #include "platform/text/number_text.h"
 #include "platform/text/rounding.h"
+#include "support/decimal_comma.h"
 
 #include <cmath>
 #include <cstdint>
@@ -12,7 +13,7 @@
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
+using test::comma;
 const double infinity = std::numeric_limits<double>::infinity();
 const double notANumber = std::numeric_limits<double>::quiet_NaN();
 

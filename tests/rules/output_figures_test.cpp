@@ -1,12 +1,13 @@
 #include "layout/output_figures.h"
 #include "platform/error.h"
+#include "support/decimal_comma.h"
 
 #include <gtest/gtest.h>
 
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
+using test::comma;
 
 PosterLayout example() {
     PosterLayout layout;

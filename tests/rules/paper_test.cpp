@@ -3,6 +3,7 @@
 #include "paper/paper_catalogue.h"
 #include "paper/paper_check.h"
 #include "paper/paper_line.h"
+#include "support/decimal_comma.h"
 
 #include <random>
 
@@ -11,7 +12,7 @@
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
+using test::comma;
 
 bool accept(PaperTables& tables, const std::string& line, NumberStyle style = {}) {
     return setPrefFromRegLine(tables, line, minTileInches, maxTileInches, style);

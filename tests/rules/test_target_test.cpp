@@ -1,5 +1,6 @@
 #include "calibration/test_target.h"
 #include "platform/image/text_drawing.h"
+#include "support/decimal_comma.h"
 
 #include <algorithm>
 #include <array>
@@ -9,10 +10,10 @@
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
-using Bytes = std::array<int, 3>;
+using test::comma;
+using Colour = std::array<int, 3>;
 
-Bytes at(const Image& image, int x, int y) {
+Colour at(const Image& image, int x, int y) {
     const std::uint8_t* pixel = image.row(y) + 3 * x;
     return {pixel[0], pixel[1], pixel[2]};
 }
@@ -34,8 +35,8 @@ TEST(TestTarget, NestsItsFrames) {
     const Image image = createTestImage(2, 3);
     const int width = image.width();
     const int height = image.height();
-    const std::array<Bytes, 4> colours{Bytes{180, 120, 0}, Bytes{0, 0, 255}, Bytes{0, 255, 0},
-                                       Bytes{255, 0, 0}};
+    const std::array<Colour, 4> colours{Colour{180, 120, 0}, Colour{0, 0, 255}, Colour{0, 255, 0},
+                                        Colour{255, 0, 0}};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const int d = std::min({x, y, width - 1 - x, height - 1 - y});
@@ -49,7 +50,7 @@ TEST(TestTarget, NestsItsFrames) {
 
 TEST(TestTarget, HasWordsOnWhiteInTheMiddleOnly) {
     const Image image = createTestImage(4, 6);
-    const Bytes white{255, 255, 255};
+    const Colour white{255, 255, 255};
     int dark = 0;
     for (int y = 32; y < image.height() - 32; ++y) {
         for (int x = 32; x < image.width() - 32; ++x) {
@@ -70,12 +71,12 @@ TEST(TestTarget, LetsInnerFramesWinWhereTheyOverlap) {
     paintTestStripes(image.mutableView());
     // Column 13 is in the second frame from the left and the first from the right; column 17 in the
     // third from the left too.
-    EXPECT_EQ(at(image, 13, 100), (Bytes{0, 0, 255}));
-    EXPECT_EQ(at(image, 17, 100), (Bytes{0, 255, 0}));
-    EXPECT_EQ(at(image, 10, 3), (Bytes{180, 120, 0}));
+    EXPECT_EQ(at(image, 13, 100), (Colour{0, 0, 255}));
+    EXPECT_EQ(at(image, 17, 100), (Colour{0, 255, 0}));
+    EXPECT_EQ(at(image, 10, 3), (Colour{180, 120, 0}));
     Image small = Image::filled(3, 2, 255, 255, 255);
     paintTestStripes(small.mutableView()); // smaller than a stripe: nothing but stripes
-    EXPECT_NE(at(small, 1, 1), (Bytes{255, 255, 255}));
+    EXPECT_NE(at(small, 1, 1), (Colour{255, 255, 255}));
 }
 
 TEST(TestTargetText, TakesTheFirstSizeThatDoesNotFit) {

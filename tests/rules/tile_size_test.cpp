@@ -1,11 +1,12 @@
 #include "layout/tile_size.h"
+#include "support/decimal_comma.h"
 
 #include <gtest/gtest.h>
 
 namespace veldara {
 namespace {
 
-constexpr NumberStyle comma{','};
+using test::comma;
 
 TEST(TileSize, AcceptsTheLimitsAndNothingBeyond) {
     EXPECT_TRUE(checkTileSizesNoTrim(0.75, 50, Units::inches));

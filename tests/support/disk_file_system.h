@@ -161,8 +161,8 @@ class DiskDrives : public Drives {
         if (root_.size() < 2) {
             return root_;
         }
-        const char letter = root_[0];
-        return {letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter};
+        const char drive = root_[0];
+        return {drive >= 'A' && drive <= 'Z' ? static_cast<char>(drive - 'A' + 'a') : drive};
     }
 
     std::string root_;

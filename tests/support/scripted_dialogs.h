@@ -104,4 +104,9 @@ class ScriptedDialogs : public Dialogs {
     }
 };
 
+// A failure as it is reported.
+inline Message critical(const std::string& title, const std::string& text) {
+    return {text, title, MessageIcon::critical, MessageButtons::ok};
+}
+
 } // namespace veldara::test
