@@ -10,7 +10,7 @@ const char* __asan_default_options() { // NOLINT(bugprone-reserved-identifier)
 // Memory that libraries lose while they refuse a damaged picture, and the system's once, at the
 // start.
 const char* __lsan_default_suppressions() { // NOLINT(bugprone-reserved-identifier)
-    return "leak:libdav1d\nleak:libde265\nleak:libheif\nleak:__argz_add_sep\n";
+    return "leak:libdav1d\nleak:libde265\nleak:libheif\nleak:argz_add_sep\n";
 }
 
 // Suppressed leaks would be listed on standard error, which tests read.
