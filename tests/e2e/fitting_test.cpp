@@ -1,7 +1,9 @@
 // On the smallest usual screen, and with large text on a usual one, every window shows all that it
-// holds: nothing is cut, nothing has to be scrolled to.
+// holds: nothing is cut, nothing lies upon another, nothing has to be scrolled to.
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
+
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <wx/button.h>
@@ -38,10 +40,16 @@ class Fitting : public testing::Test {
     }
 
     static void expectNothingCut(wxWindow& parent) {
+        std::vector<wxWindow*> before;
         for (wxWindow* one : parent.GetChildren()) {
             if (one->IsTopLevel() || !one->IsShown()) {
                 continue;
             }
+            for (const wxWindow* other : before) {
+                EXPECT_FALSE(one->GetRect().Intersects(other->GetRect()))
+                    << one->GetName().ToStdString() << " on " << other->GetName().ToStdString();
+            }
+            before.push_back(one);
             EXPECT_TRUE(wxRect(parent.GetSize()).Contains(one->GetRect()))
                 << one->GetName().ToStdString() << " in " << parent.GetName().ToStdString();
             if (const auto* area = dynamic_cast<const wxScrolledWindow*>(one)) {
