@@ -135,6 +135,23 @@ TEST(Desktop, ASmallWindowScrollsToWhatHasTheKeyboard) {
     desk.user.waitForWindowToGo("frmSaveTiles");
 }
 
+TEST(Desktop, MenuEntriesAreEnabledWithAPhoto) {
+    Desk desk;
+    desk.stage.start();
+    constexpr int file = 0;
+    constexpr int recent = 1;
+    constexpr int pdf = 3;
+    constexpr int print = 4;
+    for (const int entry : {recent, pdf, print}) {
+        EXPECT_FALSE(desk.user.menuEntryIsEnabled("frmMain", file, entry)) << entry;
+    }
+    desk.stage.pickPhoto("wide.bmp");
+    desk.user.waitForWindow("frmMain");
+    for (const int entry : {recent, pdf, print}) {
+        EXPECT_TRUE(desk.user.menuEntryIsEnabled("frmMain", file, entry)) << entry;
+    }
+}
+
 TEST(Desktop, F5ListsTheFolderAgain) {
     Desk desk;
     desk.stage.start();

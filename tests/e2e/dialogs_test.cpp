@@ -230,6 +230,7 @@ TEST(Dialogs, AboutByMenuAndMouse) {
     report("frmAbout", user.timeToOpenByMenu("frmAbout", 3, 1));
     EXPECT_EQ(user.title("frmAbout"), "Veldara");
     EXPECT_EQ(user.text("frmAbout", "lblVersion"), "Version " VELDARA_VERSION);
+    EXPECT_THAT(user.text("frmAbout", "lblCopyright"), HasSubstr("Copyright"));
 #ifdef _WIN32 // elsewhere the button is there only where the desktop has such a program
     user.click("frmAbout", "cmdSysInfo");
     EXPECT_EQ(user.waitForMessage(), "System Information Is Unavailable At This Time");

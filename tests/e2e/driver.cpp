@@ -340,6 +340,16 @@ void Driver::clickMenu(const std::string& windowName, int menu, int entry) {
     key(WXK_RETURN);
 }
 
+bool Driver::menuEntryIsEnabled(const std::string& windowName, int menu, int entry) {
+    return onWindowThread([&] {
+        const auto& frame = as<wxFrame>(window(windowName), windowName);
+        return frame.GetMenuBar()
+            ->GetMenu(static_cast<std::size_t>(menu))
+            ->FindItemByPosition(static_cast<std::size_t>(entry))
+            ->IsEnabled();
+    });
+}
+
 void Driver::clickListEntry(const std::string& windowName, const std::string& name,
                             const std::string& entry) {
     wxPoint at;

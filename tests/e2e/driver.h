@@ -86,6 +86,8 @@ class Driver {
     // Turns the wheel over a widget; away from the user is positive.
     void turnWheel(const std::string& window, const std::string& name, int notches);
     void clickMenu(const std::string& window, int menu, int entry);
+    // entry: counted from 0, with separators.
+    bool menuEntryIsEnabled(const std::string& window, int menu, int entry);
     void clickListEntry(const std::string& window, const std::string& name,
                         const std::string& entry);
     void openFolderEntry(const std::string& window, const std::string& name,
