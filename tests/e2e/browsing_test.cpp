@@ -156,6 +156,20 @@ TEST(Browsing, BrokenPhotoIsReportedAndTheWindowStaysUsable) {
     EXPECT_TRUE(user.isEnabled("frmMain", "cmdSaveNow"));
 }
 
+TEST(Browsing, AChosenPhotoIsReadAgainByAnotherClick) {
+    Stage stage;
+    std::ofstream(stage.photos() / "wide.bmp") << "this is no photo";
+    stage.start();
+    Driver& user = stage.user();
+    user.clickListEntry("frmMain", "lstFiles", "wide.bmp");
+    EXPECT_THAT(user.waitForMessage(), HasSubstr("wide.bmp"));
+    user.answerByMouse(Answer::ok);
+    user.waitForWindow("frmMain");
+    writeBitmap(stage.photos() / "wide.bmp", 60, 40, smoothColour);
+    user.clickListEntry("frmMain", "lstFiles", "wide.bmp");
+    stage.waitFor("the photo is loaded", [](frmMain& main) { return main.bImgSelected; });
+}
+
 TEST(Browsing, DesktopAndDocumentsButtonsGoThere) {
     Stage stage;
     stage.start();

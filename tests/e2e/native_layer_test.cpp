@@ -135,6 +135,19 @@ TEST_F(NativeLayer, ToolTipsComeUp) {
     user.waitForWindowToGo("frmTileSize");
 }
 
+TEST_F(NativeLayer, AValueThatIsCutIsWholeInItsToolTip) {
+    stage.start();
+    const std::string name(80, 'W');
+    stage.ask([&](frmMain& main) {
+        main.lblPaperName.setCaption(name);
+        return 0;
+    });
+    EXPECT_EQ(user.onWindowThread([] {
+        return Driver::widget("frmMain", "lblPaperName")->GetToolTipText().ToStdString();
+    }),
+              name);
+}
+
 TEST_F(NativeLayer, ARefusedLetterIsExplainedAtItsBox) {
     openPhoto();
     user.key('S', wxMOD_CONTROL);
@@ -257,6 +270,11 @@ TEST_F(NativeLayer, UnitsAndBorderlessAreChosenByMouse) {
     EXPECT_EQ(user.text("frmTileSize", "lblMarginUnits"), "(Margin sizes in MILLIMETERS)");
     user.clickListEntry("frmTileSize", "lstPaperSize", "A4 - 210 x 297");
     EXPECT_EQ(user.text("frmTileSize", "lblSizeWithBorders"), "210.0 x 297.0 mm");
+    user.click("frmTileSize", "cmdOk");
+    user.waitForWindowToGo("frmTileSize");
+    user.click("frmMain", "cmdEditPaperSize");
+    user.waitForWindow("frmTileSize");
+    EXPECT_TRUE(user.isChecked("frmTileSize", "opbMm")) << "opened again";
     user.click("frmTileSize", "opbInches");
     EXPECT_EQ(user.text("frmTileSize", "lblMarginUnits"), "(Margin sizes in INCHES)");
     user.clickListEntry("frmTileSize", "lstPaperSize", "Letter 8.5\" x 11\"");
