@@ -153,16 +153,10 @@ void Bindings::applyPointer(Pointer pointer) {
     window_.SetCursor(pointer == Pointer::hourglass ? cursor : wxNullCursor);
 }
 
-void Bindings::menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model) {
-    const std::size_t place = bar.GetMenuCount();
+void Bindings::menu(wxMenuBar& bar, wxMenu* menu, const MenuItem& model) {
     bar.Append(menu, nativeText(model.caption()));
     const std::size_t letter = model.caption().find('&') + 1; // 0: none
     claimLetter(letter == 0 ? '\0' : model.caption()[letter]);
-    follow(model, [&bar, &model, place](Property property) {
-        if (property == Property::enabled) {
-            bar.EnableTop(place, model.enabled());
-        }
-    });
 }
 
 void Bindings::menuItem(wxMenu& menu, MenuItem& model, const std::string& key) {
@@ -192,8 +186,6 @@ void Bindings::checkItem(wxMenu& menu, CheckBox& model, std::function<void(bool)
         if (property == Property::value) {
             item->Check(model.checked());
             changed(model.checked());
-        } else if (property == Property::enabled) {
-            item->Enable(model.enabled());
         }
     });
 }

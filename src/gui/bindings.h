@@ -41,7 +41,7 @@ class Bindings {
     void menuItem(wxMenu& menu, MenuItem& model, const std::string& key = {});
     // An entry with a check. changed: called with every new state.
     void checkItem(wxMenu& menu, CheckBox& model, std::function<void(bool)> changed);
-    void menu(wxMenuBar& bar, wxMenu* menu, MenuItem& model);
+    void menu(wxMenuBar& bar, wxMenu* menu, const MenuItem& model);
     // A submenu whose entries are filled from the model. opener: the menu of the bar that it is in.
     void listMenu(wxMenu& opener, ListMenu& model);
     // A key that works anywhere in the window: modifiers as in wxKeyEvent::GetModifiers().
