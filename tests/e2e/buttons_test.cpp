@@ -33,7 +33,7 @@ void collectButtons(const wxWindow& parent, std::vector<const wxButton*>& found)
     }
 }
 
-// The labels of a window's lowest row of buttons, from left to right.
+// The labels of a window's lowest row of buttons, from left to right, as Tab goes through them.
 Row lowestButtons(const std::string& window) {
     std::vector<const wxButton*> buttons;
     collectButtons(*Driver::window(window), buttons);
@@ -43,9 +43,11 @@ Row lowestButtons(const std::string& window) {
         lowest = std::max(lowest, place(button).y);
     }
     std::erase_if(buttons, [&](const wxButton* button) { return place(button).y != lowest; });
-    std::sort(buttons.begin(), buttons.end(), [&](const wxButton* one, const wxButton* other) {
+    const auto leftOf = [&](const wxButton* one, const wxButton* other) {
         return place(one).x < place(other).x;
-    });
+    };
+    EXPECT_TRUE(std::is_sorted(buttons.begin(), buttons.end(), leftOf)) << window;
+    std::sort(buttons.begin(), buttons.end(), leftOf);
     Row labels;
     for (const wxButton* button : buttons) {
         labels.push_back(button->GetLabelText().ToStdString());

@@ -167,6 +167,12 @@ TEST(Layout, ArrowKeysMoveTheCropOfTheFocusedPicture) {
     EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(left 1%)");
     poster.user.key(WXK_RIGHT);
     EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(center)");
+    poster.user.key(WXK_RIGHT);
+    EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(right 1%)");
+    for (const int key : {WXK_UP, WXK_DOWN}) { // there is no room
+        poster.user.key(key);
+        EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(right 1%)");
+    }
 }
 
 TEST(Layout, PhotoIsTurned) {
