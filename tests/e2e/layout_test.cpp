@@ -165,6 +165,7 @@ TEST(Layout, ArrowKeysMoveTheCropOfTheFocusedPicture) {
     EXPECT_TRUE(poster.user.hasFocus("frmMain", "picCur"));
     poster.user.key(WXK_LEFT);
     EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(left 1%)");
+    poster.stage.waitFor("the key is up", [](frmMain& main) { return !main.tmrImg.enabled(); });
     poster.user.key(WXK_RIGHT);
     EXPECT_EQ(poster.user.text("frmMain", "lblLrValue"), "(center)");
     poster.user.key(WXK_RIGHT);
