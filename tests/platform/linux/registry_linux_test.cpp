@@ -250,7 +250,7 @@ TEST_F(TheRegistryFile, IsAlwaysWholeWhenAProgramIsKilledWhileWriting) {
 }
 
 TEST_F(TheRegistryFile, HasItsValuesAtTheLargestSize) {
-    static_assert(ValueFileRegistry::largestFile == 1U << 20U);
+    EXPECT_EQ(ValueFileRegistry::largestFile, 1U << 20U);
     const std::string values = "[" + key + "]\nstring \"a\" = \"1\"\n";
     folder.addFile("veldara/values",
                    values + std::string(ValueFileRegistry::largestFile - values.size(), '\n'));
@@ -258,8 +258,8 @@ TEST_F(TheRegistryFile, HasItsValuesAtTheLargestSize) {
 }
 
 TEST_F(TheRegistryFile, DoesNotWaitForeverForAnotherProgram) {
-    static_assert(ValueFileRegistry::lockPatience <= std::chrono::seconds(2),
-                  "a window stands still meanwhile");
+    // A window stands still meanwhile.
+    ASSERT_LE(ValueFileRegistry::lockPatience, std::chrono::seconds(2));
     const auto start = std::chrono::steady_clock::now();
     ASSERT_EQ(registry.setString(root, key, "a", "1"), 0);
     const int held = ::open(file("values.lock").c_str(), O_RDWR | O_CLOEXEC);
