@@ -82,6 +82,17 @@ TEST_F(GridLines, AreAsThickAsTheDisplaysScaleAsks) {
     EXPECT_EQ(expected, scale == nullptr ? 1 : std::atoi(scale));
 }
 
+TEST_F(GridLines, AreInAFrameWhereThePhotoHasTheKeyboard) {
+    const auto edgeNow = [] {
+        return rowNow(photo(), {0, photo().GetClientSize().y / 2}, photo().FromDIP(6));
+    };
+    const std::vector<Colour> before = user.onWindowThread(edgeNow);
+    user.click("frmMain", "picCur");
+    user.waitUntil("the frame is seen", [&] { return edgeNow() != before; });
+    user.key('Z', wxMOD_ALT);
+    user.waitUntil("the frame has gone", [&] { return edgeNow() == before; });
+}
+
 // What lies outside of the crop is darker, until the menu says otherwise.
 TEST_F(GridLines, AreSurroundedByWhatIsDimmed) {
     const auto waitForEdge = [&](const std::string& what, bool dimmed) {

@@ -95,6 +95,32 @@ TEST(PageDrawing, APageOf600DotsPerInchIsTheDescribedPage) {
     });
 }
 
+TEST(PageDrawing, DotsThatAreTwiceAsDenseDownShowEachRowTwice) {
+    Driver user;
+    user.onWindowThread([] {
+        DrawnSheets sheets;
+        constexpr double across = printerDots / 2;
+        constexpr int width = 2480;
+        constexpr int height = 7014;
+        wxBitmap paper;
+        paper.Create(width, height, 24);
+        {
+            wxMemoryDC device(paper);
+            device.SetBackground(*wxWHITE_BRUSH);
+            device.Clear();
+            drawPageOn(device, sheets, 2, {across, printerDots, 0, 0});
+        }
+        const wxImage found = paper.ConvertToImage();
+        const Image wanted = sheets.drawBand(2, {across, 0, height / 2});
+        for (int y = 0; y < height; ++y) {
+            const std::uint8_t* row = wanted.row(y / 2);
+            ASSERT_TRUE(std::equal(row, row + std::ptrdiff_t{3} * width,
+                                   found.GetData() + std::ptrdiff_t{3} * width * y))
+                << "row " << y;
+        }
+    });
+}
+
 TEST(PageDrawing, ABandIsAllThatIsInMemory) {
     Driver user;
     user.onWindowThread([] {
