@@ -68,7 +68,7 @@ def tokens_of(text):
         if kind == "directive":
             words = match.group().replace("#", " # ").split()
             if words[1].startswith("if"):
-                windows = "_WIN32" in match.group()
+                windows = "_WIN32" in match.group() or "__WXMSW__" in match.group()
                 compiled.append(not windows or words[1] == "ifndef" or "!" in match.group())
             elif words[1] in ("else", "elif"):
                 compiled[-1] = not compiled[-1]
