@@ -125,6 +125,13 @@ TEST(PosterSize, ByKeyboard) {
     poster.user.key(WXK_ESCAPE);
     poster.user.waitForWindowToGo(dialog);
     EXPECT_EQ(poster.tiles(), "2 x 2") << "nothing was accepted";
+
+    poster.open();
+    poster.tabTo("txtHeight");
+    poster.user.retype("25");
+    poster.user.key(WXK_RETURN);
+    poster.user.waitForWindowToGo(dialog);
+    EXPECT_NE(poster.tiles(), "2 x 2") << "Enter accepts";
 }
 
 TEST(PosterSize, AWishThatCannotBeHadSaysWhy) {
