@@ -4,10 +4,14 @@
 // anybody would call a frozen window fails.
 #include "e2e/stage.h"
 #include "e2e/test_photos.h"
+#include "gui/wx_event_pump.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
+#include <future>
 #include <iostream>
+#include <memory>
 #ifdef __WXMSW__
 #include <wx/msw/wrapwin.h>
 #else
@@ -115,6 +119,41 @@ class Measured {
     Driver& user_;
     std::unique_ptr<Heartbeat> heartbeat_;
 };
+
+// Work that ends when an event has been served while it runs; for the window thread only.
+void workThroughAnEvent(WxEventPump& pump, const std::function<void()>& act) {
+    std::promise<void> served;
+    std::future<void> event = served.get_future();
+    wxTimer timer;
+    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+        act();
+        served.set_value();
+    });
+    timer.StartOnce(1);
+    pump.runWhileServing(
+        [&] { EXPECT_EQ(event.wait_for(std::chrono::seconds(30)), std::future_status::ready); });
+}
+
+TEST(Responsiveness, EventsAreServedWhileWorkRuns) {
+    Driver user;
+    user.onWindowThread([] {
+        WxEventPump pump;
+        workThroughAnEvent(pump, [] {});
+    });
+}
+
+TEST(Responsiveness, WhatWaitsForTheWorkIsDoneAfterIt) {
+    Driver user;
+    auto done = std::make_shared<std::promise<void>>();
+    std::future<void> after = done->get_future();
+    user.onWindowThread([&] {
+        WxEventPump pump;
+        workThroughAnEvent(pump, [&] { pump.afterWork([done] { done->set_value(); }); });
+        EXPECT_EQ(after.wait_for(std::chrono::seconds(0)), std::future_status::timeout)
+            << "not before the caller's own handler has ended";
+    });
+    EXPECT_EQ(after.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+}
 
 TEST(Responsiveness, WindowLivesWhileA24MegapixelPhotoIsWorkedOn) {
     Stage stage;
