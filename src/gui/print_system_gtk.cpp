@@ -328,7 +328,16 @@ void GtkPrintSystem::handOver(PrintSource& source, const std::filesystem::path& 
     struct Answer {
         bool given = false;
         std::string failure;
+        bool jobTaken = false;
     } answer;
+    const gulong watch = g_signal_connect(
+        job.get(), "status-changed", G_CALLBACK(+[](GtkPrintJob* changed, gpointer data) {
+            const GtkPrintStatus status = gtk_print_job_get_status(changed);
+            if (status == GTK_PRINT_STATUS_PENDING || status == GTK_PRINT_STATUS_PRINTING) {
+                static_cast<Answer*>(data)->jobTaken = true;
+            }
+        }),
+        &answer);
     const GtkPrintJobCompleteFunc complete = [](GtkPrintJob*, gpointer data,
                                                 const GError* problem) {
         auto* given = static_cast<Answer*>(data);
@@ -339,11 +348,13 @@ void GtkPrintSystem::handOver(PrintSource& source, const std::filesystem::path& 
     while (!answer.given) {
         g_main_context_iteration(nullptr, TRUE);
     }
+    g_signal_handler_disconnect(job.get(), watch);
     if (!answer.failure.empty()) {
         throw Error(answer.failure);
     }
-    // A server's refusal is no failure to the toolkit: it takes the job for finished at once.
-    if (gtk_print_job_get_status(job.get()) == GTK_PRINT_STATUS_FINISHED) {
+    // A server's refusal is no failure to the toolkit: it takes the job for finished at once. A
+    // short job may be printed by now, too, but was pending before.
+    if (!answer.jobTaken && gtk_print_job_get_status(job.get()) == GTK_PRINT_STATUS_FINISHED) {
         throw Error(refusal(described_.facts.name));
     }
     follow(job.get());
@@ -396,11 +407,12 @@ void GtkPrintSystem::lookAtJob(const std::shared_ptr<TakenJob>& taken) {
 
 void GtkPrintSystem::report(const std::shared_ptr<TakenJob>& taken, const std::string& reason) {
     if (forget(taken)) { // once, however many questions were on their way
-        pump_.afterWork([this, printer = taken->printer, reason] {
-            if (onStopped) {
-                onStopped(printer, reason);
-            }
-        });
+        pump_.afterWork(
+            [this, alive = std::weak_ptr<int>(alive_), printer = taken->printer, reason] {
+                if (!alive.expired() && onStopped) {
+                    onStopped(printer, reason);
+                }
+            });
     }
 }
 
