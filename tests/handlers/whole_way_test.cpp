@@ -17,13 +17,13 @@ constexpr int photoHeight = 400;
 class WholeWay : public ::testing::Test {
   protected:
     WholeWay() {
-        const char* const key = R"(Software\Korvane\omra)";
-        fakes.registry.putText(key, "last_folder", temp.text());
+        const char* const preferences = R"(Software\Korvane\omra)";
+        fakes.registry.putText(preferences, "last_folder", temp.text());
         // 2.5 x 3 inches are left of the paper; the third profile cuts off 2, 6, 3 and 6 / 64 inch.
-        fakes.registry.putText(key, "paperRegLine",
+        fakes.registry.putText(preferences, "paperRegLine",
                                "|0|Custom (Inches)|3|4|0|0|0|0|0.5|0.25|0.5|0.25|");
-        fakes.registry.putText(key, "prefs_edgeAdjust", "1_02");
-        fakes.registry.putText(key, "prefs_numTiles", "w01h01"); // 2 x 2
+        fakes.registry.putText(preferences, "prefs_edgeAdjust", "1_02");
+        fakes.registry.putText(preferences, "prefs_numTiles", "w01h01"); // 2 x 2
         writeWholeFile(temp.path() / "photo.bmp",
                        encodeImage(photo.view(), TileFormat::bmp, 300, {}));
     }

@@ -3,6 +3,7 @@
 #include "output/tile_run.h"
 #include "platform/error.h"
 #include "platform/text/path_text.h"
+#include "support/noise.h"
 
 #include <algorithm>
 #include <atomic>
@@ -15,18 +16,7 @@ namespace veldara {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-Image noise(int width, int height) {
-    Image image(width, height);
-    std::uint32_t state = 12345;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < 3 * width; ++x) {
-            state = state * 1664525U + 1013904223U;
-            image.row(y)[x] = static_cast<std::uint8_t>(state >> 24U);
-        }
-    }
-    return image;
-}
+using test::noise;
 
 std::vector<TileRect> strips(const Image& photo, int count) {
     std::vector<TileRect> tiles;

@@ -1,5 +1,6 @@
 #include "output/tile_stream.h"
 #include "platform/error.h"
+#include "support/noise.h"
 
 #include <algorithm>
 #include <atomic>
@@ -15,18 +16,7 @@ namespace veldara {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-Image noise(int width, int height) {
-    Image image(width, height);
-    std::uint32_t state = 99;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < 3 * width; ++x) {
-            state = state * 1664525U + 1013904223U;
-            image.row(y)[x] = static_cast<std::uint8_t>(state >> 24U);
-        }
-    }
-    return image;
-}
+using test::noise;
 
 // Returns rows of a photo in memory; fails at a row on request.
 class MemoryReader : public RowReader {
