@@ -59,11 +59,8 @@ class DrawnSheets : public PrintSource {
     std::vector<SheetPage> pages_;
 };
 
-// The printer's area begins 100 dots from the left and 70 from the top of the paper.
-void expectSameAsPage(DrawnSheets& sheets, std::size_t page) {
-    const PrinterDots dots{printerDots, printerDots, 100, 70};
-    const int width = 4961 - 2 * dots.offsetAcross;
-    const int height = 7016 - 2 * dots.offsetDown;
+wxBitmap printed(DrawnSheets& sheets, std::size_t page, const PrinterDots& dots, int width,
+                 int height) {
     wxBitmap paper;
     paper.Create(width, height, 24);
     {
@@ -72,6 +69,15 @@ void expectSameAsPage(DrawnSheets& sheets, std::size_t page) {
         device.Clear();
         drawPageOn(device, sheets, page, dots);
     }
+    return paper;
+}
+
+// The printer's area begins 100 dots from the left and 70 from the top of the paper.
+void expectSameAsPage(DrawnSheets& sheets, std::size_t page) {
+    const PrinterDots dots{printerDots, printerDots, 100, 70};
+    const int width = 4961 - 2 * dots.offsetAcross;
+    const int height = 7016 - 2 * dots.offsetDown;
+    const wxBitmap paper = printed(sheets, page, dots, width, height);
     constexpr int strip = 500;
     for (int top = 0; top < height; top += strip) {
         const int rows = std::min(strip, height - top);
@@ -102,15 +108,8 @@ TEST(PageDrawing, DotsThatAreTwiceAsDenseDownShowEachRowTwice) {
         constexpr double across = printerDots / 2;
         constexpr int width = 2480;
         constexpr int height = 7014;
-        wxBitmap paper;
-        paper.Create(width, height, 24);
-        {
-            wxMemoryDC device(paper);
-            device.SetBackground(*wxWHITE_BRUSH);
-            device.Clear();
-            drawPageOn(device, sheets, 2, {across, printerDots, 0, 0});
-        }
-        const wxImage found = paper.ConvertToImage();
+        const wxImage found =
+            printed(sheets, 2, {across, printerDots, 0, 0}, width, height).ConvertToImage();
         const Image wanted = sheets.drawBand(2, {across, 0, height / 2});
         for (int y = 0; y < height; ++y) {
             const std::uint8_t* row = wanted.row(y / 2);
